@@ -1,0 +1,67 @@
+# How this project's own targets are made: one place for warnings, sanitizers and include paths.
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+endif()
+
+function(vek_own_code target)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion)
+    if(VEK_WARNINGS_AS_ERRORS)
+        target_compile_options(${target} PRIVATE -Werror)
+    endif()
+    if(VEK_SANITIZE)
+        target_compile_options(${target} PRIVATE -fsanitize=address,undefined -fno-sanitize-recover=undefined
+                                                 -fno-omit-frame-pointer)
+        target_link_options(${target} PRIVATE -fsanitize=address,undefined)
+    endif()
+    if(VEK_FUZZ)
+        target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link,address)
+        target_link_options(${target} PRIVATE -fsanitize=address)
+    endif()
+endfunction()
+
+# vek_library(name SOURCES ... LINKS ...): one folder of src/, reached as "folder/Header.h".
+function(vek_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINKS")
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+    target_link_libraries(${name} PUBLIC ${ARG_LINKS})
+    vek_own_code(${name})
+endfunction()
+
+# vek_qt_library: the same for folders that use Qt.
+function(vek_qt_library name)
+    vek_library(${name} ${ARGN})
+    set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
+    target_compile_definitions(${name} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_FOREACH QT_NO_KEYWORDS)
+endfunction()
+
+function(vek_executable name)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINKS")
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_LINKS})
+    vek_own_code(${name})
+endfunction()
+
+# vek_test(name SOURCES ... LINKS ...): a GoogleTest program whose cases ctest runs as one test.
+# WINDOWS tests run on Qt's offscreen platform.
+function(vek_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "WINDOWS" "" "SOURCES;LINKS")
+    add_executable(${name} ${ARG_SOURCES})
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+    target_compile_definitions(${name} PRIVATE VEK_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
+    if(ARG_WINDOWS)
+        set_target_properties(${name} PROPERTIES AUTOMOC ON)
+        target_compile_definitions(${name} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS)
+        target_link_libraries(${name} PRIVATE ${ARG_LINKS} GTest::gmock)
+    else()
+        target_link_libraries(${name} PRIVATE ${ARG_LINKS} GTest::gmock GTest::gtest_main)
+    endif()
+    vek_own_code(${name})
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+    if(ARG_WINDOWS)
+        set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+    endif()
+endfunction()

@@ -1,0 +1,25 @@
+// Reading and writing files so that nothing is ever half there.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace vek {
+
+/// What happens to bytes of an existing file beyond those that are written.
+enum class ExistingTail { Keep, Drop };
+
+/// Replaces the start of a file (or all of it) with `bytes`, or creates it. Symbolic links are followed, the
+/// permissions of an existing file are kept. The new content is written beside the old file, synced, read
+/// back and compared, and only then put in its place, so that a full disk, a crash or a power cut leaves
+/// either the old file or the new one. Throws FileError, with the old file as it was and nothing left over,
+/// for anything that is not a regular file, for a read-only file or folder and for any failed step.
+void WriteFileDurably(const std::string& path, std::span<const std::byte> bytes, ExistingTail tail);
+
+/// The first `limit` bytes of a regular file, fewer when it is shorter. Throws FileError when it cannot be
+/// read or is a folder, device or FIFO.
+std::vector<std::byte> ReadRegularFile(const std::string& path, std::size_t limit);
+
+} // namespace vek

@@ -1,0 +1,48 @@
+// Everything that stops the user with a box: one interface, implemented with Qt's dialogs and, in tests, by a
+// script.
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+class QPrinter;
+class QWidget;
+
+namespace vek {
+
+enum class MessageIcon { None, Exclamation };
+enum class Answer { Yes, No, Cancel };
+
+/// A kind of file as a file dialog offers it.
+struct FileKind {
+    QString Filter; ///< Qt's form: "Vorn Matrix File (*.VMC)"
+    QString Suffix; ///< added to a name typed without one: "VMC"
+};
+
+class Dialogs {
+  public:
+    virtual ~Dialogs() = default;
+
+    /// A message with an OK button.
+    virtual void Message(QWidget* parent, MessageIcon icon, const QString& title, const QString& text) = 0;
+
+    /// A question. Closing the box counts as No, or as Cancel where there is one.
+    virtual Answer AskYesNo(QWidget* parent, const QString& title, const QString& text,
+                            Answer defaultAnswer = Answer::Yes) = 0;
+    virtual Answer AskYesNoCancel(QWidget* parent, const QString& title, const QString& text) = 0;
+
+    /// File names chosen by the user, nothing when cancelled. `startAt` is a proposed path or empty.
+    virtual std::optional<QString> OpenFile(QWidget* parent, const QString& startAt,
+                                            const FileKind& kind) = 0;
+    virtual std::optional<QString> SaveFile(QWidget* parent, const QString& startAt,
+                                            const FileKind& kind) = 0;
+
+    /// Lets the user choose and set up a printer; false when cancelled.
+    virtual bool ChoosePrinter(QWidget* parent, QPrinter& printer) = 0;
+};
+
+/// The real boxes. Owned by the program, lives until it ends.
+Dialogs& ScreenDialogs();
+
+} // namespace vek

@@ -1,0 +1,46 @@
+#include "model/Config.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+namespace vek {
+
+bool IsBlankMode(const ModeRecord& mode) {
+    for (std::size_t output = 0; output < outputCount; ++output) {
+        const OutputLevelRecord& levels = mode.OutputLevels[output];
+        const PanelRecord& panels = mode.OutputPanels[output];
+        OutputLevelRecord blankLevels;
+        blankLevels.MuteOnMin = IsSet(levels.MuteOnMin) ? levels.MuteOnMin : flagTrue;
+        if (mode.LinkGroup[output] != 0 || !panels.PanelSelects.Trimmed().empty() ||
+            !panels.PanelVolumes.Trimmed().empty() || !panels.PanelInputs.Trimmed().empty() ||
+            IsSet(panels.UsePreviousRoute) || levels != blankLevels)
+            return false;
+    }
+    return true;
+}
+
+ModeRecord DefaultMode() {
+    ModeRecord mode;
+    for (std::size_t output = 0; output < outputCount; ++output) {
+        const std::string number = std::to_string(output + 1);
+        mode.OutputPanels[output].PanelInputs = "012345678";
+        mode.OutputPanels[output].PanelVolumes = number;
+        mode.OutputPanels[output].PanelSelects = number;
+    }
+    return mode;
+}
+
+bool IsUsedMode(const ModeRecord& mode) {
+    return std::any_of(mode.OutputPanels.begin(), mode.OutputPanels.end(),
+                       [](const PanelRecord& panels) { return !panels.PanelInputs.Trimmed().empty(); });
+}
+
+std::size_t LinkLeader(const ModeRecord& mode, std::int16_t group) {
+    return static_cast<std::size_t>(std::find(mode.LinkGroup.begin(), mode.LinkGroup.end(), group) -
+                                    mode.LinkGroup.begin());
+}
+
+bool IsValidLevel(float level) { return std::isfinite(level); }
+
+} // namespace vek
