@@ -1,0 +1,34 @@
+#include "base/Windows1252.h"
+
+#include <gtest/gtest.h>
+
+using namespace vek;
+
+TEST(Windows1252, EveryByteSurvivesTheWayToUtf8AndBack) {
+    std::string all;
+    for (int byte = 0; byte < 256; ++byte)
+        all += static_cast<char>(byte);
+    EXPECT_EQ(Utf8ToWindows1252(Windows1252ToUtf8(all)), all);
+    EXPECT_EQ(ExactUtf8ToWindows1252(Windows1252ToUtf8(all)), all);
+}
+
+TEST(Windows1252, KnownCharacters) {
+    const struct {
+        const char* bytes;
+        const char* utf8;
+    } cases[] = {{"\x80", "€"}, {"\xE9", "é"},      {"\x92", "’"},
+                 {"\x9F", "Ÿ"}, {"\xA0", "\u00A0"}, {"\x81", "\xC2\x81"}};
+    for (const auto& c : cases)
+        EXPECT_EQ(Windows1252ToUtf8(c.bytes), c.utf8);
+}
+
+TEST(Windows1252, CharactersOutsideBecomeQuestionMarks) {
+    EXPECT_EQ(Utf8ToWindows1252("a→b"), "a?b");
+    EXPECT_EQ(Utf8ToWindows1252("\xF0\x9F\x98\x80!"), "?!");
+    EXPECT_FALSE(ExactUtf8ToWindows1252("a→b"));
+    // The control characters that share numbers with € and others are not those characters.
+    EXPECT_EQ(Utf8ToWindows1252("\xC2\x80"), "?");
+    // Cut, overlong and stray bytes.
+    for (const char* broken : {"\xC3", "\xC0\xAF", "\x80", "\xE2\x82"})
+        EXPECT_FALSE(ExactUtf8ToWindows1252(broken));
+}

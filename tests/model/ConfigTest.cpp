@@ -1,0 +1,100 @@
+#include "model/Config.h"
+
+#include "model/Panels.h"
+#include "model/ProgramState.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+
+using namespace vek;
+
+TEST(Configuration, NewConfigurationIsSavedAndNameless) {
+    Config.VekNetBase = 3;
+    ConfigChanged = true;
+    CurrentFileName = "x";
+    NewConfiguration();
+    EXPECT_FALSE(ConfigDiffers());
+    EXPECT_FALSE(ConfigChanged);
+    EXPECT_TRUE(CurrentFileName.empty());
+    EXPECT_EQ(Config.VekNetBase, 512);
+}
+
+TEST(Configuration, EveryFieldCountsAsADifference) {
+    const std::function<void()> edits[] = {
+        [] { Config.VekNetBase = 1; },
+        [] { Config.Notes = "x"; },
+        [] { Config.InputTrim[7] = -1; },
+        [] { Config.OutputTrim[0] = 1; },
+        [] { Config.Modes[7].LinkGroup[7] = 1; },
+        [] { Config.Modes[7].OutputLevels[7].MaximumLevel = 1; },
+        [] { Config.Modes[0].OutputLevels[0].MinimumLevel = 1; },
+        [] { Config.Modes[0].OutputLevels[0].StartLevel = 1; },
+        [] { Config.Modes[0].OutputLevels[0].StepLevel = 2; },
+        [] { Config.Modes[0].OutputLevels[0].MuteOnMin = flagFalse; },
+        [] { Config.Modes[0].OutputLevels[0].PreviousNotSetStartLevel = flagTrue; },
+        [] { Config.Modes[0].OutputPanels[7].PanelInputs = "1"; },
+        [] { Config.Modes[0].OutputPanels[7].PanelVolumes = "1"; },
+        [] { Config.Modes[0].OutputPanels[7].PanelSelects = "1"; },
+        [] { Config.Modes[0].OutputPanels[7].UsePreviousRoute = flagTrue; },
+        [] { Config.Addresses.ModeAddressEnable[15] = flagTrue; },
+        [] { Config.Addresses.VolumeAddressEnable[7][7] = flagTrue; },
+        [] { Config.Addresses.RouteControlAddressEnable[7][5] = flagTrue; },
+        [] { Config.Addresses.RouteAddressEnable[7][15] = flagTrue; },
+    };
+    for (const auto& edit : edits) {
+        NewConfiguration();
+        edit();
+        EXPECT_TRUE(ConfigDiffers()) << &edit - edits;
+    }
+    NewConfiguration();
+    Config.InputTrim[0] = -0.0F;
+    EXPECT_FALSE(ConfigDiffers()) << "levels are compared by value";
+}
+
+TEST(Configuration, BlankAndDefaultModes) {
+    EXPECT_TRUE(IsBlankMode(ModeRecord()));
+    EXPECT_FALSE(IsBlankMode(DefaultMode())) << "a reset mode asks again before the next reset";
+    ModeRecord mode;
+    mode.OutputLevels[0].MuteOnMin = 1;
+    EXPECT_TRUE(IsBlankMode(mode)) << "any non-zero flag is true";
+    mode.OutputLevels[7].StepLevel = 1.5F;
+    EXPECT_FALSE(IsBlankMode(mode));
+    EXPECT_FALSE(IsUsedMode(ModeRecord()));
+    mode.OutputPanels[7].PanelInputs = "  0";
+    EXPECT_TRUE(IsUsedMode(mode));
+    mode.LinkGroup = {0, 2, 0, 2, 0, 0, 0, 3};
+    EXPECT_EQ(LinkLeader(mode, 2), 1U);
+    EXPECT_EQ(LinkLeader(mode, 3), 7U);
+    EXPECT_EQ(LinkLeader(mode, 4), outputCount);
+}
+
+TEST(Panels, CharactersAndTheirIndices) {
+    const struct {
+        char character;
+        std::size_t index;
+        bool valid;
+    } cases[] = {{'1', 0, true},  {'9', 8, true},  {'A', 9, true},  {'a', 9, true},  {'G', 15, true},
+                 {'g', 15, true}, {'H', 0, false}, {' ', 0, false}, {'0', 0, false}, {'\xE9', 0, false}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(PanelCharToIndex(c.character), c.index) << c.character;
+        EXPECT_EQ(IsPanelChar(c.character), c.valid) << c.character;
+    }
+    EXPECT_EQ(PanelIndexToChar(15), 'G');
+}
+
+TEST(Panels, TakenByAnotherOutputOfTheMode) {
+    ModeRecord mode;
+    mode.OutputPanels[2].PanelVolumes = "3a";
+    mode.OutputPanels[6].PanelSelects = "3";
+    EXPECT_EQ(OutputUsingPanel(mode, PanelList::Volumes, 9, 0), 2U);
+    EXPECT_EQ(OutputUsingPanel(mode, PanelList::Volumes, 9, 2), std::nullopt) << "its own panel is not taken";
+    EXPECT_EQ(OutputUsingPanel(mode, PanelList::Selects, 2, 0), 6U) << "the two lists are apart";
+    EXPECT_EQ(OutputUsingPanel(mode, PanelList::Selects, 9, 0), std::nullopt);
+}
+
+TEST(Panels, LevelTexts) {
+    const std::pair<float, const char*> cases[] = {{6.0F, "+6dB"},   {0.0F, "0dB"},     {-36.0F, "-36dB"},
+                                                   {0.5F, "+0.5dB"}, {-0.5F, "-0.5dB"}, {-0.0F, "0dB"}};
+    for (const auto& [level, text] : cases)
+        EXPECT_EQ(FormatLevelText(level), text);
+}

@@ -1,0 +1,119 @@
+#include "base/Bytes.h"
+#include "base/Errors.h"
+#include "model/ConfigFile.h"
+#include "model/ProgramState.h"
+#include "model/RecordLayout.h"
+#include "support/RandomConfig.h"
+#include "support/TestData.h"
+
+#include <gtest/gtest.h>
+#include <limits>
+
+using namespace vek;
+using namespace vek::test;
+
+namespace {
+
+std::string AsText(const RecordBytes& bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+void PutSingle(std::string& record, std::size_t offset, float value) {
+    std::memcpy(record.data() + offset, &value, sizeof value);
+}
+
+} // namespace
+
+TEST(Record, EverySampleRoundTrips) {
+    for (const std::string& number : SampleNumbers()) {
+        const std::string bytes = ReadText(DataPath(number + ".VMC"));
+        EXPECT_EQ(AsText(EncodeRecord(DecodeRecord(AsBytes(bytes)))), bytes) << number;
+    }
+    EXPECT_EQ(AsText(EncodeRecord(MatrixConfig())), ReadText(DataPath("01.VMC"))) << "a new configuration";
+    MatrixConfig reset;
+    reset.Modes.fill(DefaultMode());
+    EXPECT_EQ(AsText(EncodeRecord(reset)), ReadText(DataPath("02.VMC"))) << "all modes reset to default";
+}
+
+TEST(Record, RandomRecordsRoundTrip) {
+    std::mt19937 random(1);
+    for (int i = 0; i < 200; ++i) {
+        const MatrixConfig config = RandomConfig(random);
+        const RecordBytes bytes = EncodeRecord(config);
+        EXPECT_EQ(AsText(EncodeRecord(DecodeRecord(bytes))), AsText(bytes));
+    }
+}
+
+TEST(Record, FieldsStandAtTheirOffsets) {
+    MatrixConfig config;
+    config.VekNetBase = 0x0102;
+    config.Modes[7].OutputLevels[6].StepLevel = 20.0F;
+    config.Modes[3].OutputPanels[5].PanelSelects = "G";
+    config.Modes[3].OutputPanels[5].UsePreviousRoute = flagTrue;
+    config.Modes[1].LinkGroup[7] = 4;
+    config.OutputTrim[7] = 6.0F;
+    config.Notes = "n";
+    config.Addresses.ModeAddressEnable[15] = flagTrue;
+    config.Addresses.VolumeAddressEnable[5][3] = flagTrue;
+    config.Addresses.RouteControlAddressEnable[2][5] = flagTrue;
+    config.Addresses.RouteAddressEnable[7][1] = flagTrue;
+    const std::string bytes = AsText(EncodeRecord(config));
+    const auto at = [&](std::size_t offset) { return static_cast<unsigned char>(bytes[offset]); };
+    EXPECT_EQ(at(0), 0x02);
+    EXPECT_EQ(at(1), 0x01);
+    EXPECT_EQ(bytes.substr(2 + 520 * 7 + 20 * 6 + 14, 4), std::string("\x00\x00\xA0\x41", 4));
+    EXPECT_EQ(at(2 + 520 * 3 + 160 + 43 * 5 + 25), 'G');
+    EXPECT_EQ(at(2 + 520 * 3 + 160 + 43 * 5 + 41), 0xFF);
+    EXPECT_EQ(at(2 + 520 * 1 + 504 + 2 * 7), 4);
+    EXPECT_EQ(bytes.substr(4194 + 4 * 7, 4), std::string("\x00\x00\xC0\x40", 4));
+    EXPECT_EQ(at(4226), 'n');
+    for (const std::size_t flag :
+         {5726 + 2 * 15, 5758 + 2 * (3 + 8 * 5), 5886 + 2 * (5 + 6 * 2), 5982 + 2 * (1 + 16 * 7)})
+        EXPECT_EQ(at(flag), 0xFF) << flag;
+}
+
+TEST(Record, RefusesBadRecordsWhole) {
+    const std::string good = ReadText(DataPath("04.VMC"));
+    std::vector<std::string> bad = {"", good.substr(0, 1), good.substr(0, 4226), good.substr(0, 6237)};
+    std::string record = good;
+    record[2 + 504] = 5;
+    bad.push_back(record);
+    record[2 + 504] = '\xFF';
+    record[2 + 505] = '\xFF';
+    bad.push_back(record);
+    for (const float level :
+         {std::numeric_limits<float>::infinity(), std::numeric_limits<float>::quiet_NaN()}) {
+        for (const std::size_t offset : {2, 2 + 14, 4162, 4222}) {
+            record = good;
+            PutSingle(record, offset, level);
+            bad.push_back(record);
+        }
+    }
+    for (const std::string& bytes : bad)
+        EXPECT_THROW(DecodeRecord(AsBytes(bytes)), FileError);
+}
+
+TEST(ConfigFile, SavesOpensAndKeepsWhatFollowsTheRecord) {
+    const TemporaryFolder folder;
+    const std::string path = folder.Path("a.VMC");
+    WriteText(path, std::string(recordSize, 'x') + "tail");
+    NewConfiguration();
+    Config.VekNetBase = 77;
+    WriteConfigFile(path);
+    EXPECT_EQ(ReadText(path), AsText(EncodeRecord(Config)) + "tail");
+    Config.VekNetBase = 1;
+    ReadConfigFile(path);
+    EXPECT_EQ(Config.VekNetBase, 77);
+    EXPECT_TRUE(ConfigDiffers()) << "only the commands make the read configuration the saved one";
+
+    WriteText(path, "short");
+    EXPECT_THROW(ReadConfigFile(path), FileError);
+    EXPECT_EQ(Config.VekNetBase, 77) << "a failed read changes nothing";
+}
+
+TEST(ConfigFile, FileNameIsWhatFollowsTheLastSeparator) {
+    EXPECT_EQ(FileNameOf("/a/b c/d.VMC"), "d.VMC");
+    EXPECT_EQ(FileNameOf("C:\\jobs\\d.VMC"), "d.VMC");
+    EXPECT_EQ(FileNameOf("d.VMC"), "d.VMC");
+    EXPECT_EQ(FileNameOf(""), "");
+}
