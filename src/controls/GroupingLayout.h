@@ -1,0 +1,54 @@
+// Where frames and output numbers stand in the grouping dialog.
+#pragma once
+
+#include "model/Config.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+namespace vek {
+
+/// The link group of each output: 0 = not linked, 1 … 4.
+using LinkGroups = std::array<std::int16_t, outputCount>;
+
+/// Frame 0 holds the individual outputs, frames 1 … 4 the groups.
+inline constexpr std::size_t groupFrameCount = static_cast<std::size_t>(linkGroupCount) + 1;
+
+/// A rectangle in whole pixels.
+struct PixelRect {
+    int Left = 0;
+    int Top = 0;
+    int Width = 0;
+    int Height = 0;
+
+    bool operator==(const PixelRect&) const = default;
+};
+
+/// True when the inner rectangle does not reach beyond the outer one; touching edges count as inside.
+bool Contains(const PixelRect& outer, const PixelRect& inner);
+
+/// The dialog's drawing, laid out in twentieths of a point and scaled to pixels as a whole, so that its
+/// proportions are the same at any size.
+class GroupingLayout {
+  public:
+    /// `scale` is pixels per design pixel of 15 twips; 1 at the size of the design.
+    explicit GroupingLayout(double scale) : scale(scale) {}
+
+    PixelRect Frame(std::size_t frame) const;
+    /// Where the caption of a frame stands.
+    PixelRect Caption(std::size_t frame) const;
+    /// The rectangles of the output numbers: those of a group follow each other from the group's origin in
+    /// the order of the outputs. Throws SubscriptError for a group outside 0 … 4.
+    std::array<PixelRect, outputCount> Labels(const LinkGroups& groups) const;
+    /// The first frame that contains the rectangle.
+    std::optional<std::size_t> FrameAround(const PixelRect& label) const;
+    /// Size of the drawing, frames and captions.
+    PixelRect Bounds() const;
+
+  private:
+    double scale;
+};
+
+} // namespace vek

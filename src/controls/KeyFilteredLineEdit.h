@@ -1,0 +1,59 @@
+// A line of text that takes only certain characters, however they arrive.
+#pragma once
+
+#include <QLineEdit>
+
+#include <functional>
+
+namespace vek {
+
+/// Typed keys, pasted text, dropped text and text from an input method pass one filter, character by
+/// character; a refused character is left out, the others go in. Text set from code is not filtered.
+/// Navigation, deletion, undo and the clipboard keys work as in any line of text.
+class KeyFilteredLineEdit : public QLineEdit {
+    Q_OBJECT
+
+  public:
+    /// Decides on one character. `rest` is the text as it will be without it: what the insertion replaces is
+    /// already gone, characters accepted before it in the same insertion are already there (at the end).
+    using CharacterFilter = std::function<bool(QChar character, const QString& rest)>;
+
+    explicit KeyFilteredLineEdit(CharacterFilter filter, QWidget* parent = nullptr);
+
+  public Q_SLOTS:
+    /// Inserts the clipboard's text through the filter; the edit menu and the paste keys come here.
+    void paste();
+
+  Q_SIGNALS:
+    /// A key that makes a character (Backspace and Enter too) or a foreign text arrived; it has not been
+    /// checked yet.
+    void KeyTyped();
+    /// Enter was pressed. The key goes no further, so it never reaches a dialog's default button.
+    void EnterPressed();
+    /// The box got the focus, and its whole text was selected; or it lost the focus. Neither is raised for a
+    /// menu that opens over the box nor when another window comes to the front.
+    void Entered();
+    void Left();
+    /// A mouse button was pressed in the box.
+    void MousePressed();
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+  private:
+    QString Accepted(const QString& arriving) const;
+    void InsertForeign(const QString& text);
+
+    CharacterFilter filter;
+    bool entering = false; ///< the mouse press that gave the focus has not been released or dragged yet
+    QPoint entryPoint;
+};
+
+} // namespace vek

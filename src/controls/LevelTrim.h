@@ -1,0 +1,73 @@
+// A vertical fader with a numeric read-out.
+#pragma once
+
+#include "controls/LevelTrimGeometry.h"
+
+#include <QWidget>
+
+namespace vek {
+
+class FaderKnob;
+class KeyFilteredLineEdit;
+
+/// Children: the knob `Command1` and the read-out `Text2`. The knob is dragged, or moved by the arrow keys
+/// (1 dB), the page keys (6 dB), Home (bottom) and End (top); the read-out takes a typed level. After any
+/// change by the user the level is a whole number of decibels within the limits. The mouse wheel does
+/// nothing, so that scrolling a page never changes a level.
+class LevelTrim : public QWidget {
+    Q_OBJECT
+    Q_PROPERTY(float Level READ Level WRITE SetLevel)
+    Q_PROPERTY(float MaxLevel READ MaxLevel WRITE SetMaxLevel)
+    Q_PROPERTY(float MinLevel READ MinLevel WRITE SetMinLevel)
+
+  public:
+    explicit LevelTrim(QWidget* parent = nullptr);
+
+    /// dB; initially 0. A level set from code is kept as it is, also outside the limits or between whole
+    /// decibels; the knob then stands at the nearest end. Must be finite.
+    float Level() const { return level; }
+    void SetLevel(float value);
+    /// dB at the top of the track; initially 6.
+    float MaxLevel() const { return range.Max; }
+    void SetMaxLevel(float value);
+    /// dB at the bottom of the track; initially -18.
+    float MinLevel() const { return range.Min; }
+    void SetMinLevel(float value);
+
+    /// Names the knob and the read-out for assistive technology ("Input 3 trim").
+    void SetAccessibleTitle(const QString& title);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+  Q_SIGNALS:
+    /// The user released the knob (moved or not), moved it with a key, or entered another level. Never raised
+    /// by setting a property.
+    void Change();
+    /// A mouse button was pressed in the read-out.
+    void TextClicked();
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void DragKnob(int knobTop);
+    void StepKnob(float newLevel);
+    void AcceptText();
+    void TextLeft();
+    void ShowLevel();
+    void PlaceKnob();
+    void Arrange();
+    FaderTrack Track() const;
+    QFont ScaleFont() const;
+    int TrackCentre() const;
+
+    float level = 0.0F;
+    LevelRange range;
+    FaderKnob* Command1;
+    KeyFilteredLineEdit* Text2;
+};
+
+} // namespace vek

@@ -1,0 +1,41 @@
+// Where the knob of a fader stands for a level, and which level a knob position means.
+#pragma once
+
+#include <array>
+
+namespace vek {
+
+/// Limits of a fader in dB.
+struct LevelRange {
+    float Max = 6.0F;
+    float Min = -18.0F;
+};
+
+/// The track of a fader, in any unit; y grows downwards.
+struct FaderTrack {
+    float Top = 0.0F;
+    float Bottom = 0.0F;
+    float KnobHeight = 0.0F;
+
+    /// How far the knob's top edge can travel.
+    float Span() const { return Bottom - Top - KnobHeight; }
+};
+
+/// The knob's top edge, kept on the track.
+float LimitKnobTop(const FaderTrack& track, float top);
+
+/// The whole number of decibels (halves to even) that the knob's top edge means. A track without travel means
+/// the maximum.
+float LevelAtKnobTop(const FaderTrack& track, const LevelRange& range, float top);
+
+/// Where the knob's top edge stands for a level; a level outside the limits stands at the nearest end.
+float KnobTopAtLevel(const FaderTrack& track, const LevelRange& range, float level);
+
+/// A level that a user entered, as a whole number of decibels (halves to even) within the limits.
+float WholeLevel(const LevelRange& range, double level);
+
+/// The four levels printed beside the track, from the top down: the limits and two between them in equal
+/// steps.
+std::array<float, 4> ScaleLevels(const LevelRange& range);
+
+} // namespace vek

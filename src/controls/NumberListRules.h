@@ -1,0 +1,35 @@
+// Which characters a list of inputs or remote panels takes, and how it is put in order.
+#pragma once
+
+#include "model/Config.h"
+
+#include <array>
+#include <optional>
+#include <string_view>
+
+namespace vek {
+
+/// What a number box lists.
+enum class NumberList {
+    VolumePanels = 0,   ///< remote panels that control an output's volume
+    InputSequence = 1,  ///< inputs "1" to "8" and "0" for off, in the user's order
+    SelectorPanels = 2, ///< remote panels that select an output's input
+};
+
+/// For each panel index 0 … 15 the number 1 … 8 of the other output that already uses it.
+using TakenMarks = std::array<std::optional<int>, panelCount>;
+
+enum class KeyVerdict {
+    Accept,
+    Discard,
+    Taken, ///< the panel belongs to another output
+};
+
+/// The longest list that a record can hold: 9 inputs or 16 panels.
+int LongestList(NumberList list);
+
+/// Decides whether a typed character may join the list. At most 9 inputs or 4 panels can be typed, none
+/// twice; letters count the same in either case.
+KeyVerdict CheckListKey(NumberList list, char16_t key, std::u16string_view rest, const TakenMarks& taken);
+
+} // namespace vek

@@ -1,0 +1,58 @@
+// A box for entering a level in half decibels.
+#pragma once
+
+#include <QWidget>
+
+namespace vek {
+
+class KeyFilteredLineEdit;
+class UpDownButtons;
+
+/// Children: the text box `Text1` ("+1.5dB") and the buttons `Up` and `Down`, which step by 0.5 dB and repeat
+/// while held. The arrow keys step from the keyboard. The level is within the limits after any change.
+class dBText : public QWidget {
+    Q_OBJECT
+    Q_PROPERTY(float Level READ Level WRITE SetLevel)
+    Q_PROPERTY(float MaxLevel READ MaxLevel WRITE SetMaxLevel)
+    Q_PROPERTY(float MinLevel READ MinLevel WRITE SetMinLevel)
+
+  public:
+    explicit dBText(QWidget* parent = nullptr);
+
+    /// dB; a level that is set is snapped to half decibels and limited. Initially 0.
+    float Level() const { return level; }
+    void SetLevel(float value);
+    /// dB; setting a limit pulls the level inside. Initially 22 and -96.
+    float MaxLevel() const { return maxLevel; }
+    void SetMaxLevel(float value);
+    float MinLevel() const { return minLevel; }
+    void SetMinLevel(float value);
+
+    /// The level that SetLevel would give within the present limits.
+    float Snapped(float value) const;
+
+    /// Names the box and its buttons for assistive technology ("Maximum Level").
+    void SetAccessibleTitle(const QString& title);
+
+  Q_SIGNALS:
+    /// The user finished a change: Enter, a button released, an arrow key, or the box left (see Leave()).
+    /// Never raised by setting a property.
+    void Change();
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void TakeText();
+    void Step(int direction);
+    void Enter();
+    void Leave();
+
+    float level = 0.0F;
+    float maxLevel = 22.0F;
+    float minLevel = -96.0F;
+    KeyFilteredLineEdit* Text1;
+    UpDownButtons* buttons;
+};
+
+} // namespace vek
