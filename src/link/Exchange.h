@@ -1,4 +1,4 @@
-// Waiting for a device: the one place where the protocol spends time.
+// Talking to a device and waiting for it: the one place where the protocol spends time.
 #pragma once
 
 #include "link/SerialControl.h"
@@ -10,8 +10,11 @@
 
 namespace vek {
 
-/// A port, its timer and the cancel flag of the window they belong to. Every wait ends at once when the flag
-/// is set or the port is closed underneath it; whoever waited looks at Cancelled() and PortOpen() next.
+/// A port, its timer and the cancel flag of the window they belong to.
+///
+/// An exchange has ended when the flag is set or the port is closed, also underneath a wait: every wait then
+/// returns at once and nothing more is sent, so that a sequence of steps runs out without looking. Loops look
+/// at Ended().
 class Exchange {
   public:
     /// Both must outlive this object.
@@ -21,31 +24,39 @@ class Exchange {
     void ClearCancel() { cancelled = false; }
     bool Cancelled() const { return cancelled; }
     bool PortOpen() const { return port.PortOpen(); }
-    /// True when nothing more can be exchanged: cancelled, or the port is gone.
     bool Ended() const { return cancelled || !port.PortOpen(); }
 
     /// Opens one of COM1 … COM4 (number 1 … 4), closing what was open; PortOpen() tells whether it worked.
     void Open(int number);
     void Close();
 
-    void SetSettings(std::string_view settings) { port.SetSettings(settings); }
-    void Send(std::span<const std::uint8_t> bytes) { port.Output(bytes); }
-    void Send(std::uint8_t byte) { port.Output({&byte, 1}); }
-    void DiscardInput() { port.Input(); }
+    void SetSettings(std::string_view settings);
+    void Send(std::span<const std::uint8_t> bytes);
+    void Send(std::uint8_t byte) { Send({&byte, 1}); }
+    void DiscardInput();
 
     void Wait(int milliseconds);
 
-    /// Waits until `enough` bytes are there or the time is over, and takes what is there; nothing, leaving
-    /// the bytes, when there are fewer than `least`.
+    /// Waits until `enough` bytes are there or the time is over, and takes what is there. Takes nothing when
+    /// there are fewer than `least`.
     ByteVector WaitForReply(int milliseconds, std::size_t enough, std::size_t least);
-
-    std::size_t InBufferCount() const { return port.InBufferCount(); }
-    ByteVector Input() { return port.Input(); }
 
   private:
     SerialControl& port;
     OneShotTimer& timer;
     bool cancelled = false;
+};
+
+/// Holds a flag set while a procedure runs.
+class RunningScope {
+  public:
+    explicit RunningScope(bool& flag) : flag(flag) { flag = true; }
+    ~RunningScope() { flag = false; }
+    RunningScope(const RunningScope&) = delete;
+    RunningScope& operator=(const RunningScope&) = delete;
+
+  private:
+    bool& flag;
 };
 
 } // namespace vek

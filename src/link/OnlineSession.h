@@ -10,6 +10,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <span>
 #include <string>
 
 namespace vek {
@@ -107,35 +109,41 @@ class OnlineSession {
     bool Shutdown();
 
   private:
-    enum class Reply { Accepted, Refused, None };
     class Operation;
 
+    // The connection.
     bool Online_set_active_port();
     std::uint32_t OnlineFind_vek(bool restart);
     bool OnlineRestart_unit();
+    void GoOnline();
+    void DisconnectNow();
+    ByteVector Request(std::span<const std::uint8_t> packet, std::size_t replyLength);
+
+    // The commands.
     void SendVolume(std::size_t output, float level);
     void SendRoute(std::size_t output, std::size_t input);
-    bool SendCommand(const CommandPacket& packet, const std::string& name);
-    Reply Request(std::span<const std::uint8_t> packet);
-
+    void SendCommand(const CommandPacket& packet, const std::string& name);
     float LevelOf(std::size_t output) const;
-    void Serve();
-    void RoutePass();
     void LevelPass();
-    void DisconnectNow();
+    void RoutePass();
     void Log(const std::string& text);
+
+    // Serving what was called for, one after the other.
+    void ServeUnlessBusy();
+    void Serve();
+    void ForgetWishes();
 
     Exchange exchange;
     const DeviceTypeList& types;
     const OnlineLevels& levels;
     OnlineView& view;
+    std::optional<std::size_t> LastRoutedInput; ///< nothing until all outputs were routed to one input
     bool online = false;
     bool busy = false;
     bool levelsWanted = false;
     bool routesWanted = false;
     bool disconnectWanted = false;
-    bool lossReported = false;
-    int LastRoutedInput;
+    bool lossReported = false; ///< the user knows that the port is gone
 };
 
 } // namespace vek

@@ -53,6 +53,9 @@ DownloadBlock BuildBlock(const DownloadImage& image, int number);
 /// | letter | two data bytes | check |
 using CommandPacket = std::array<std::uint8_t, 4>;
 
+/// An online command is answered by one byte.
+inline constexpr std::size_t onlineReplyLength = 1;
+
 /// "DiReCt"
 inline constexpr std::array<std::uint8_t, 6> onlineFindRequest = {'D', 'i', 'R', 'e', 'C', 't'};
 

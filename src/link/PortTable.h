@@ -14,6 +14,9 @@ namespace vek {
 
 inline constexpr std::size_t portCount = 4;
 
+/// Title of the messages about a device that does not answer as it should.
+inline constexpr const char* errorTitle = "Error!";
+
 /// The controls of the table; `row` 0 … 3 is COM1 … COM4.
 class PortTableView {
   public:
@@ -40,6 +43,12 @@ void DeselectPorts(PortTableView& view);
 /// Opens the port of the selected row, closing what was open. False when no row is selected; whether the port
 /// opened is for PortOpen() to tell.
 bool OpenSelectedPort(Exchange& exchange, const PortTableView& view);
+
+/// The device type of a search result, nullptr when it is not a known one.
+const DeviceType* FoundType(const DeviceTypeList& types, std::uint32_t found);
+
+/// True for the device that this program configures.
+bool IsMatrixVek(std::uint32_t found);
 
 /// The text of a search result (0 for nothing found): the device's name and version, or dashes.
 std::string FoundText(const DeviceTypeList& types, std::uint32_t found);

@@ -7,7 +7,9 @@
 #include "link/PortTable.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
+#include <string_view>
 
 namespace vek {
 
@@ -87,10 +89,10 @@ class VekLink {
     enum class Reply { Accepted, Refused, None };
 
     ByteVector SearchAt(std::string_view settings);
-    bool SendCommand(std::uint8_t command, std::span<const std::uint8_t> argument);
-    Reply TakeReply();
+    void SendCommand(std::uint8_t command, std::span<const std::uint8_t> argument);
+    Reply Command(std::uint8_t command, std::span<const std::uint8_t> argument);
     bool SendBlock(const DownloadImage& image, int number);
-    void ShowProgress(int value);
+    void ShowProgress(const std::string& percentage, int value);
 
     Exchange exchange;
     const DeviceTypeList& types;
