@@ -1,0 +1,19 @@
+// The commands of vekctl. Each adds itself to the command line and runs when it is the one given; it throws
+// FileError, RunTimeError or another standard exception when it fails, and CLI::RuntimeError to end with an
+// exit status after saying everything itself.
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace vek {
+
+void AddNewCommand(CLI::App& app);
+
+/// In the order of the usage text.
+inline constexpr void (*commands[])(CLI::App&) = {
+    AddNewCommand,
+};
+
+} // namespace vek
