@@ -1,5 +1,6 @@
 #include "base/DurableFile.h"
 
+#include "base/Descriptor.h"
 #include "base/Errors.h"
 
 #include <algorithm>
@@ -10,7 +11,6 @@
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <utility>
 
 namespace vek {
 
@@ -21,27 +21,6 @@ namespace {
 }
 
 [[noreturn]] void FailWithErrno(const std::string& path) { Fail(path, std::strerror(errno)); }
-
-class Descriptor {
-  public:
-    explicit Descriptor(int number = -1) : number(number) {}
-    Descriptor(Descriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
-    Descriptor& operator=(Descriptor&& other) noexcept {
-        std::swap(number, other.number);
-        return *this;
-    }
-    ~Descriptor() {
-        if (number >= 0)
-            ::close(number);
-    }
-    int Get() const { return number; }
-    bool Open() const { return number >= 0; }
-    /// Closing can report the failure of an earlier write.
-    bool Close() { return ::close(std::exchange(number, -1)) == 0; }
-
-  private:
-    int number;
-};
 
 void RequireRegular(const Descriptor& file, const std::string& path, struct stat& status) {
     if (::fstat(file.Get(), &status) != 0)
