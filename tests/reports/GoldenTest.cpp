@@ -11,11 +11,11 @@ namespace {
 
 class Golden : public testing::TestWithParam<test::GoldenCase> {
   protected:
-    MatrixConfig config = LoadConfig(GetParam().Path(".VMC"));
+    MatrixConfig config = LoadConfig(GetParam().Path());
 };
 
 TEST_P(Golden, ReportIsByteForByteTheSample) {
-    const auto& [name, mode, output] = GetParam();
+    const auto& [number, mode, output] = GetParam();
     EXPECT_EQ(BuildReport(config, allSections, SelectionOf(config, mode, output)),
               GetParam().Expected(".txt"));
 }
@@ -29,7 +29,7 @@ TEST_P(Golden, AddressListsAreByteForByteTheSamples) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples, Golden, testing::ValuesIn(test::GoldenCases()),
-                         [](const auto& tested) { return "Case" + tested.param.Name; });
+                         [](const auto& tested) { return "Case" + tested.param.Number; });
 
 } // namespace
 } // namespace vek

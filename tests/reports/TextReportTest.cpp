@@ -41,7 +41,7 @@ TEST(TextReport, HoldsExactlyTheChosenSections) {
 
 TEST(TextReport, UnusedModesAreALineEach) {
     MatrixConfig config;
-    config.Modes[2].OutputPanels[5].PanelVolumes = std::string_view("1");
+    config.Modes[2].OutputPanels[5].PanelVolumes = "1";
     EXPECT_EQ(BuildReport(config, outputsOnly, ReportSelection()),
               "\r\nMode 1 is unused\r\nMode 2 is unused\r\nMode 3 is unused\r\nMode 4 is unused"
               "\r\nMode 5 is unused\r\nMode 6 is unused\r\nMode 7 is unused\r\nMode 8 is unused");
@@ -141,7 +141,7 @@ TEST(TextReport, IndicesOutOfRangeAreRunTimeErrors) {
 
 TEST(TextReport, NotesKeepTheirBlanksAndEveryLineEndStartsALine) {
     MatrixConfig config;
-    config.Notes = std::string_view("ab\r\ncd\xE9\ne");
+    config.Notes = "ab\r\ncd\xE9\ne";
     EXPECT_EQ(BuildReport(config, notesOnly, ReportSelection()),
               "\r\n\r\nNotes\r\n    ab\r\n    cd\xE9\ne" + std::string(notesLength - 9, ' '));
     config.Notes = std::string(notesLength - 2, 'x') + "\r\n";
