@@ -165,7 +165,7 @@ ReportSelection SelectionOf(const MatrixConfig& config, std::size_t mode, std::s
     return {output, config.Modes[CheckedIndex(static_cast<long long>(mode), modeCount)].LinkGroup};
 }
 
-std::string BuildReport(const MatrixConfig& config, const ReportOptions& options,
+std::string BuildReport(const MatrixConfig& config, const PrintingOptions& options,
                         const ReportSelection& selection) {
     std::string report;
     report.reserve(usualLength);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/Config.h"
+#include "model/ReportOptions.h"
 
 #include <array>
 #include <cstddef>
@@ -10,17 +11,7 @@
 
 namespace vek {
 
-/// The sections of the report, in its order. The user's last choice lasts until the program ends.
-struct ReportOptions {
-    bool IncludeVekNet = false;
-    bool IncludeRS232 = false;
-    bool IncludeOutputs = false;
-    bool IncludeInputTrims = false;
-    bool IncludeOutputTrims = false;
-    bool IncludeNotes = false;
-};
-
-inline constexpr ReportOptions allSections = {true, true, true, true, true, true};
+inline constexpr PrintingOptions allSections = {true, true, true, true, true, true};
 
 /// What the window shows, as far as the report reads it.
 struct ReportSelection {
@@ -33,7 +24,7 @@ ReportSelection SelectionOf(const MatrixConfig& config, std::size_t mode, std::s
 
 /// Windows-1252 bytes; every line begins with CR LF. Empty when no section is chosen. Throws SubscriptError
 /// for a link group outside 0 … 4 or an output outside 0 … 7.
-std::string BuildReport(const MatrixConfig& config, const ReportOptions& options,
+std::string BuildReport(const MatrixConfig& config, const PrintingOptions& options,
                         const ReportSelection& selection);
 
 } // namespace vek

@@ -11,8 +11,8 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr ReportOptions outputsOnly = {.IncludeOutputs = true};
-constexpr ReportOptions notesOnly = {.IncludeNotes = true};
+constexpr PrintingOptions outputsOnly = {.IncludeOutputs = true};
+constexpr PrintingOptions notesOnly = {.IncludeNotes = true};
 
 /// A configuration whose first mode is used.
 MatrixConfig OneUsedMode(std::string_view inputs, std::string_view volumePanels = "") {
@@ -24,13 +24,13 @@ MatrixConfig OneUsedMode(std::string_view inputs, std::string_view volumePanels 
 
 TEST(TextReport, HoldsExactlyTheChosenSections) {
     const MatrixConfig config;
-    EXPECT_EQ(BuildReport(config, ReportOptions(), ReportSelection()), "");
+    EXPECT_EQ(BuildReport(config, PrintingOptions(), ReportSelection()), "");
 
     std::string joined;
-    for (const auto option : {&ReportOptions::IncludeVekNet, &ReportOptions::IncludeRS232,
-                              &ReportOptions::IncludeOutputs, &ReportOptions::IncludeInputTrims,
-                              &ReportOptions::IncludeOutputTrims, &ReportOptions::IncludeNotes}) {
-        ReportOptions one;
+    for (const auto option : {&PrintingOptions::IncludeVekNet, &PrintingOptions::IncludeRS232,
+                              &PrintingOptions::IncludeOutputs, &PrintingOptions::IncludeInputTrims,
+                              &PrintingOptions::IncludeOutputTrims, &PrintingOptions::IncludeNotes}) {
+        PrintingOptions one;
         one.*option = true;
         const std::string section = BuildReport(config, one, ReportSelection());
         EXPECT_FALSE(section.empty());
