@@ -1,0 +1,233 @@
+// How strict the simulated device is, on a clock of its own.
+#include "simulator/MatrixVek.h"
+
+#include <gtest/gtest.h>
+
+#include <numeric>
+
+namespace vek {
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+using Kind = DeviceEventKind;
+using std::chrono::milliseconds;
+
+constexpr LineSettings wakeLine = {110, 2, false};
+constexpr LineSettings plainLine = {9600, 2, false};
+constexpr LineSettings commandLine = {9600, 1, true};
+constexpr LineSettings argumentLine = {9600, 1, false};
+
+const Bytes searchWords = {255, 'S', 'E', 'T', 'V', 'E', 'K'};
+const Bytes findWords = {'D', 'i', 'R', 'e', 'C', 't'};
+const Bytes searchReply = {39, 2, 5, 209, 13};
+const Bytes findReply = {39, 2, 5, 209};
+const Bytes programReply = {240, 15};
+const Bytes onlineReply = {240};
+
+/// What is sent with the line set in one way.
+struct Sent {
+    LineSettings Line;
+    Bytes Content;
+    milliseconds Pause = milliseconds(10); ///< before each byte
+};
+
+const Sent wake = {wakeLine, {0}};
+const Sent search = {plainLine, searchWords};
+const Sent find = {plainLine, findWords};
+const Sent restartCommand = {commandLine, {51}};
+const Sent restartArgument = {argumentLine, {255}};
+const Sent downloadCommand = {commandLine, {17}};
+
+/// Block `number` with a content of its own.
+Bytes BlockFrame(int number) {
+    Bytes frame = {static_cast<std::uint8_t>(number / 256), static_cast<std::uint8_t>(number % 256)};
+    for (int i = 0; i < 8; ++i)
+        frame.push_back(static_cast<std::uint8_t>(number * 3 + i));
+    frame.push_back(static_cast<std::uint8_t>(255 - std::accumulate(frame.begin(), frame.end(), 0) % 256));
+    return frame;
+}
+
+Sent Block(int number) { return {argumentLine, BlockFrame(number)}; }
+
+class Conversation {
+  public:
+    explicit Conversation(const MatrixVekOptions& options = {}) : Vek(options) {}
+
+    /// What the device answers to all of it.
+    Bytes Say(const std::vector<Sent>& all) {
+        Bytes answer;
+        for (const Sent& sent : all)
+            for (const std::uint8_t byte : sent.Content) {
+                now += sent.Pause;
+                for (DeviceEvent& event : Vek.Receive(byte, sent.Line, now)) {
+                    answer.insert(answer.end(), event.Reply.begin(), event.Reply.end());
+                    Events.push_back(std::move(event));
+                }
+            }
+        return answer;
+    }
+
+    int Count(Kind kind) const {
+        return static_cast<int>(std::count_if(Events.begin(), Events.end(),
+                                              [&](const auto& event) { return event.Kind == kind; }));
+    }
+
+    MatrixVek Vek;
+    std::vector<DeviceEvent> Events;
+
+  private:
+    DeviceTime now{milliseconds(1000)};
+};
+
+struct Exchange {
+    const char* Meaning;
+    std::vector<Sent> Said;
+    Bytes Answer;
+};
+
+Sent At(LineSettings line, const Sent& sent) { return {line, sent.Content, sent.Pause}; }
+
+const Exchange exchanges[] = {
+    {"search", {wake, search}, searchReply},
+    {"search without a wake pulse", {search}, {}},
+    {"search after a pulse at a higher rate", {{{300, 2, false}, {0}}, search}, {}},
+    {"search after another byte than 0", {{wakeLine, {255}}, search}, {}},
+    {"search at a rate that is not the device's", {wake, At({19200, 2, false}, search)}, {}},
+    {"search with one stop bit", {wake, At(argumentLine, search)}, {}},
+    {"search with odd parity", {wake, At({9600, 2, true}, search)}, {}},
+    {"search word without the byte before", {wake, {plainLine, {'S', 'E', 'T', 'V', 'E', 'K'}}}, {}},
+    {"search word broken off and begun again", {wake, {plainLine, {255, 'S', 'E'}}, search}, searchReply},
+    {"search after noise", {wake, {plainLine, {1, 2, 3}}, search}, searchReply},
+    {"search with a long pause inside",
+     {wake, {plainLine, {255, 'S', 'E'}}, {plainLine, {'T', 'V', 'E', 'K'}, milliseconds(400)}},
+     {}},
+    {"search after a restart", {wake, restartCommand, restartArgument, search}, programReply},
+
+    {"restart", {restartCommand, restartArgument}, programReply},
+    {"restart command under even parity", {At(argumentLine, restartCommand), restartArgument}, {}},
+    {"restart command without parity", {At(plainLine, restartCommand), restartArgument}, {}},
+    {"restart argument under odd parity", {restartCommand, At(commandLine, restartArgument)}, {}},
+    {"restart argument with two stop bits", {restartCommand, At(plainLine, restartArgument)}, {}},
+    {"restart at another rate",
+     {At({4800, 1, true}, restartCommand), At({4800, 1, false}, restartArgument)},
+     {}},
+    {"restart with another argument", {restartCommand, {argumentLine, {254}}}, {}},
+    {"restart argument too late", {restartCommand, {argumentLine, {255}, milliseconds(400)}}, {}},
+    {"restart command given twice", {restartCommand, restartCommand, restartArgument}, programReply},
+    {"unknown command", {{commandLine, {52}}, restartArgument}, {}},
+
+    {"first block without a search", {downloadCommand, Block(0)}, {}},
+    {"online find", {find}, findReply},
+    {"online find at another rate", {At({4800, 2, false}, find)}, {}},
+    {"online find in wrong letters", {{plainLine, {'D', 'I', 'R', 'E', 'C', 'T'}}}, {}},
+    {"online restart", {{plainLine, {'R', 255, 255, 0xAF}}}, onlineReply},
+    {"online restart with a wrong sum", {{plainLine, {'R', 255, 255, 0xAE}}}, {}},
+    {"online restart with other bytes", {{plainLine, {'R', 0, 0, 0xAD}}}, {}},
+    {"volume without a find request", {{plainLine, {'V', 0, 0xD2, 0xD7}}}, {}},
+};
+
+TEST(MatrixVek, AnswersOnlyWhatIsRight) {
+    for (const Exchange& exchange : exchanges) {
+        Conversation conversation;
+        EXPECT_EQ(conversation.Say(exchange.Said), exchange.Answer) << exchange.Meaning;
+    }
+}
+
+TEST(MatrixVek, AnswersTheOnlinePacketsAfterAFindRequest) {
+    const Exchange packets[] = {
+        {"volume", {{plainLine, {'V', 7, 0x12, 0x90}}}, onlineReply},
+        {"volume with a wrong sum", {{plainLine, {'V', 7, 0x12, 0x91}}}, {}},
+        {"volume of a ninth output", {{plainLine, {'V', 8, 0x12, 0x8F}}}, {}},
+        {"route", {{plainLine, {'M', 1, 4, 0xAD}}}, onlineReply},
+        {"route from a ninth input", {{plainLine, {'M', 1, 8, 0xA9}}}, {}},
+        {"volume after a restart", {{plainLine, {'R', 255, 255, 0xAF, 'V', 0, 0xD2, 0xD7}}}, onlineReply},
+    };
+    for (const Exchange& packet : packets) {
+        Conversation conversation;
+        conversation.Say({find});
+        EXPECT_EQ(conversation.Say(packet.Said), packet.Answer) << packet.Meaning;
+    }
+}
+
+TEST(MatrixVek, SearchAnswersFollowTheOptions) {
+    MatrixVekOptions options;
+    options.ReplyCode = 0xF0;
+    options.FirmwareMajor = 0xF1;
+    options.FirmwareMinor = 0xF2;
+    options.SearchRate = 28800;
+    options.SearchReplyLength = 4;
+    options.NeedsWakePulse = false;
+    Conversation conversation(options);
+    EXPECT_EQ(conversation.Say({search}), Bytes());
+    EXPECT_EQ(conversation.Say({At({28800, 2, false}, search)}), (Bytes{0xF0, 0xF1, 0xF2, 0x2C}));
+    EXPECT_EQ(conversation.Say({find}), (Bytes{0xF0, 0xF1, 0xF2, 0x2C})) << "online is always at 9600 baud";
+}
+
+class Download : public testing::Test {
+  protected:
+    Download() { conversation.Say({wake, search}); }
+
+    bool Acknowledged(const Bytes& frame) {
+        return conversation.Say({downloadCommand, {argumentLine, frame}}) == programReply;
+    }
+    void SendAll() {
+        for (int number = 0; number < deviceBlockCount; ++number)
+            ASSERT_TRUE(Acknowledged(BlockFrame(number))) << number;
+    }
+    void Restart() { EXPECT_EQ(conversation.Say({restartCommand, restartArgument}), programReply); }
+
+    Conversation conversation;
+};
+
+TEST_F(Download, IsInUseAfterTheRestartAndWithoutItsPadding) {
+    SendAll();
+    EXPECT_FALSE(conversation.Vek.Image());
+    Restart();
+    ASSERT_TRUE(conversation.Vek.Image());
+    const DeviceImage& image = *conversation.Vek.Image();
+    for (std::size_t i = 0; i < image.size(); ++i)
+        ASSERT_EQ(image[i], static_cast<std::uint8_t>(i / 8 * 3 + i % 8)) << i;
+    Restart();
+    EXPECT_EQ(conversation.Count(Kind::Programmed), 1);
+}
+
+TEST_F(Download, TakesBlocksInOrderAndTheLastOneAgain) {
+    const struct {
+        int Number;
+        bool Taken;
+    } steps[] = {{1, false}, {0, true}, {0, true}, {2, false}, {1, true}, {0, false}, {1, true}, {2, true}};
+    for (const auto& step : steps)
+        EXPECT_EQ(Acknowledged(BlockFrame(step.Number)), step.Taken) << step.Number;
+    EXPECT_FALSE(Acknowledged(BlockFrame(258))) << "high byte of the number";
+}
+
+TEST_F(Download, RefusesDamagedBlocks) {
+    for (std::size_t i = 0; i < BlockFrame(0).size(); ++i) {
+        Bytes damaged = BlockFrame(0);
+        damaged[i] ^= 0x10;
+        EXPECT_FALSE(Acknowledged(damaged)) << i;
+    }
+    Bytes tooShort = BlockFrame(0);
+    tooShort.pop_back();
+    EXPECT_FALSE(Acknowledged(tooShort));
+    EXPECT_TRUE(Acknowledged(BlockFrame(0)));
+}
+
+TEST_F(Download, IsDroppedWhenIncomplete) {
+    ASSERT_TRUE(Acknowledged(BlockFrame(0)));
+    Restart();
+    EXPECT_FALSE(conversation.Vek.Image());
+    EXPECT_FALSE(Acknowledged(BlockFrame(1)));
+    conversation.Say({wake, search});
+    SendAll();
+    EXPECT_FALSE(Acknowledged(BlockFrame(273))) << "beyond the end";
+    conversation.Say({wake, search});
+    EXPECT_TRUE(Acknowledged(BlockFrame(0))) << "a search begins a new download";
+    Restart();
+    EXPECT_FALSE(conversation.Vek.Image());
+}
+
+} // namespace
+
+} // namespace vek
