@@ -10,10 +10,12 @@ class App;
 namespace vek {
 
 void AddNewCommand(CLI::App& app);
+void AddSimulateCommand(CLI::App& app);
 
 /// In the order of the usage text.
 inline constexpr void (*commands[])(CLI::App&) = {
     AddNewCommand,
+    AddSimulateCommand,
 };
 
 } // namespace vek
