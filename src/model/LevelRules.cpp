@@ -17,7 +17,7 @@ constexpr LevelDecision acceptAndDrag = {.DragStart = true};
 
 } // namespace
 
-LevelDecision DecideLevel(LimitedLevel changed, const LevelLimits& levels, bool fixedStart) {
+LevelDecision DecideLevel(LimitedLevel changed, const LimitedLevels& levels, bool fixedStart) {
     switch (changed) {
     case LimitedLevel::Maximum:
         if (levels.Minimum >= levels.Maximum)

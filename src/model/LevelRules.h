@@ -9,7 +9,7 @@ namespace vek {
 enum class LimitedLevel { Maximum, Minimum, Start };
 
 /// The levels as the user sees them, the new value included; dB.
-struct LevelLimits {
+struct LimitedLevels {
     float Maximum;
     float Minimum;
     float Start;
@@ -25,6 +25,6 @@ struct LevelDecision {
 
 /// `fixedStart` tells whether the output starts at its start level (which then stands in the way of the
 /// limits) or at its previous level (the start level then follows them).
-LevelDecision DecideLevel(LimitedLevel changed, const LevelLimits& levels, bool fixedStart);
+LevelDecision DecideLevel(LimitedLevel changed, const LimitedLevels& levels, bool fixedStart);
 
 } // namespace vek

@@ -10,7 +10,7 @@ enum class Outcome { Accept, Drag, Refuse };
 
 struct Case {
     LimitedLevel changed;
-    LevelLimits levels; // maximum, minimum, start
+    LimitedLevels levels; // maximum, minimum, start
     bool fixedStart;
     Outcome outcome;
     const char* reason;

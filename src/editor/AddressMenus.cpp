@@ -1,0 +1,77 @@
+#include "editor/AddressMenus.h"
+
+#include "controls/Guarded.h"
+#include "editor/AddressesPage.h"
+#include "editor/ModelView.h"
+#include "editor/TextConversion.h"
+#include "model/ProgramState.h"
+
+#include <QMenu>
+
+namespace vek {
+
+AddressMenus::AddressMenus(AddressesPage& page, ModelView& view, Dialogs& dialogs, QObject* parent)
+    : QObject(parent), page(page), view(view), dialogs(dialogs) {
+    for (const EnableMenu& menu : EnableMenus())
+        MakeMenu(menu);
+    connect(&page, &AddressesPage::Clicked, this, &AddressMenus::Toggle);
+    connect(&page, &AddressesPage::MenuRequested, this, &AddressMenus::Open);
+}
+
+void AddressMenus::MakeMenu(const EnableMenu& menu) {
+    auto* top = new QMenu(FromConstant(menu.Caption), &page);
+    top->setObjectName(FromConstant(menu.Name));
+    for (const EnableSubmenu& submenu : menu.Submenus) {
+        if (submenu.Name.empty()) {
+            Fill(*top, menu.Group, submenu);
+            continue;
+        }
+        QMenu* level = top->addMenu(FromConstant(submenu.Caption));
+        level->setObjectName(FromConstant(submenu.Name));
+        Fill(*level, menu.Group, submenu);
+    }
+    menus[static_cast<std::size_t>(menu.Group)] = top;
+}
+
+void AddressMenus::Fill(QMenu& level, AddressGroup group, const EnableSubmenu& submenu) {
+    for (std::size_t i = 0; i < submenu.Entries.size(); ++i) {
+        if (i > 0 && i % 2 == 0)
+            level.addSeparator()->setObjectName(FromConstant(submenu.SeparatorNames[i / 2 - 1]));
+        const EnableMenuEntry& entry = submenu.Entries[i];
+        QAction* action = level.addAction(FromConstant(entry.Caption));
+        action->setObjectName(FromConstant(entry.Name));
+        connect(action, &QAction::triggered, this, [this, group, &entry] { Apply(group, entry); });
+    }
+}
+
+std::size_t& AddressMenus::Remembered(AddressGroup group) {
+    return group == AddressGroup::Volume ? rememberedVolume : rememberedRoute;
+}
+
+void AddressMenus::Toggle(AddressGroup group, std::size_t function) {
+    Guarded(dialogs, page.window(), [&] {
+        Flag& flag = AddressFlag(view.Addresses, group, function, view.Output());
+        flag = ToFlag(!IsSet(flag));
+        view.StoreView();
+        view.ShowMode();
+    });
+}
+
+void AddressMenus::Open(AddressGroup group, std::size_t function, const QPoint& globalPosition) {
+    if (group != AddressGroup::Mode)
+        Remembered(group) = function;
+    menus[static_cast<std::size_t>(group)]->popup(globalPosition);
+}
+
+void AddressMenus::Apply(AddressGroup group, const EnableMenuEntry& entry) {
+    Guarded(dialogs, page.window(), [&] {
+        const std::size_t remembered = Remembered(group);
+        ApplyMenuEntry(view.Addresses, group, entry, view.Output(), remembered);
+        ApplyMenuEntry(Config.Addresses, group, entry, view.Output(), remembered);
+        ConfigChanged = true;
+        view.StoreView();
+        view.ShowMode();
+    });
+}
+
+} // namespace vek

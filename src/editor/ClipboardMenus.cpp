@@ -1,0 +1,101 @@
+#include "editor/ClipboardMenus.h"
+
+#include "controls/Dialogs.h"
+#include "controls/Guarded.h"
+#include "editor/ModelView.h"
+#include "editor/Selectors.h"
+#include "editor/TextConversion.h"
+#include "model/ClipboardText.h"
+#include "model/ProgramState.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMenu>
+
+namespace vek {
+
+namespace {
+
+struct MenuEntry {
+    const char* Name;
+    const char* Caption;
+};
+
+void PutOnClipboard(const std::string& text) { QGuiApplication::clipboard()->setText(FromBytes(text)); }
+
+std::string ClipboardBytes() { return ToBytes(QGuiApplication::clipboard()->text()); }
+
+QMenu* MakeMenu(QWidget* owner, const char* name) {
+    auto* menu = new QMenu(owner);
+    menu->setObjectName(QString::fromLatin1(name));
+    return menu;
+}
+
+QAction* AddEntry(QMenu* menu, const MenuEntry& entry) {
+    QAction* action = menu->addAction(QString::fromLatin1(entry.Caption));
+    action->setObjectName(QString::fromLatin1(entry.Name));
+    return action;
+}
+
+} // namespace
+
+ClipboardMenus::ClipboardMenus(Selectors& selectors, ModelView& view, Dialogs& dialogs, QObject* parent)
+    : QObject(parent), selectors(selectors), view(view), dialogs(dialogs) {
+    QMenu* modeMenu = MakeMenu(&selectors, "HiddenModeMenu");
+    QMenu* outputMenu = MakeMenu(&selectors, "HiddenOuputMenu");
+    connect(AddEntry(modeMenu, {"mnuHiddenModeCopy", "Copy"}), &QAction::triggered, this,
+            &ClipboardMenus::CopyMode);
+    connect(AddEntry(modeMenu, {"mnuHiddenModePaste", "Paste"}), &QAction::triggered, this,
+            &ClipboardMenus::PasteMode);
+    connect(AddEntry(outputMenu, {"mnuHiddenOuputCopy", "Copy"}), &QAction::triggered, this,
+            &ClipboardMenus::CopyOutput);
+    connect(AddEntry(outputMenu, {"mnuHiddenOuputPaste", "Paste"}), &QAction::triggered, this,
+            &ClipboardMenus::PasteOutput);
+    connect(&selectors, &Selectors::ModeMenuRequested, this,
+            [this, modeMenu](std::size_t mode, const QPoint& at) {
+                menuMode = mode;
+                modeMenu->popup(at);
+            });
+    connect(&selectors, &Selectors::OutputMenuRequested, this,
+            [this, outputMenu](std::size_t output, const QPoint& at) {
+                menuOutput = output;
+                outputMenu->popup(at);
+            });
+}
+
+void ClipboardMenus::CopyMode() { PutOnClipboard(CopyModeText(Config.Modes[menuMode])); }
+
+void ClipboardMenus::CopyOutput() {
+    Guarded(dialogs, selectors.window(),
+            [this] { PutOnClipboard(CopyPointText(view.Mode().OutputLevels[menuOutput])); });
+}
+
+void ClipboardMenus::PasteMode() {
+    Guarded(dialogs, selectors.window(), [this] {
+        const auto mode = PasteModeText(ClipboardBytes());
+        if (!mode)
+            return PasteFailed(tr("An error occurred in mode paste"));
+        const bool current = menuMode == static_cast<std::size_t>(view.CurrentMode);
+        // The controls of another mode still hold edits; those of this one would overwrite what was pasted.
+        if (!current)
+            view.StoreView();
+        Config.Modes[menuMode] = *mode;
+        view.ShowMode();
+    });
+}
+
+void ClipboardMenus::PasteOutput() {
+    Guarded(dialogs, selectors.window(), [this] {
+        const auto levels = PastePointText(ClipboardBytes());
+        if (!levels)
+            return PasteFailed(tr("An error occurred in output paste"));
+        view.Mode().OutputLevels[menuOutput] = *levels;
+        view.ShowMode();
+    });
+}
+
+void ClipboardMenus::PasteFailed(const QString& text) {
+    dialogs.Message(selectors.window(), MessageIcon::Exclamation, tr("Paste Failed!"), text);
+}
+
+} // namespace vek

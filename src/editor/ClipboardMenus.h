@@ -1,0 +1,38 @@
+// Copy and Paste of a mode or an output, from the context menus of the selectors.
+#pragma once
+
+#include <QObject>
+
+#include <cstddef>
+
+class QMenu;
+
+namespace vek {
+
+class Dialogs;
+class ModelView;
+class Selectors;
+
+class ClipboardMenus : public QObject {
+    Q_OBJECT
+
+  public:
+    /// All must outlive this object. The menus belong to the selectors.
+    ClipboardMenus(Selectors& selectors, ModelView& view, Dialogs& dialogs, QObject* parent = nullptr);
+
+  private:
+    void CopyMode();
+    void PasteMode();
+    void CopyOutput();
+    void PasteOutput();
+    void PasteFailed(const QString& text);
+
+    Selectors& selectors;
+    ModelView& view;
+    Dialogs& dialogs;
+    // The mode and the output (0 … 7) whose menu was opened last.
+    std::size_t menuMode = 0;
+    std::size_t menuOutput = 0;
+};
+
+} // namespace vek

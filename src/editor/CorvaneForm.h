@@ -1,0 +1,74 @@
+// The main window of the Vorn Matrix Editor.
+#pragma once
+
+#include "editor/CommandDispatch.h"
+#include "editor/EditorServices.h"
+#include "editor/ModelView.h"
+#include "link/DeviceTypes.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+#include <string_view>
+
+class QTabWidget;
+
+namespace vek {
+
+class EditorStatusBar;
+class EditorToolBar;
+class ExportCommands;
+class FileCommands;
+class OnlineControl;
+class OnlineStrip;
+
+/// Wires the pages, commands and timers together. The configuration itself is the program-wide Config, which
+/// the window replaces by a new one when it is made.
+class CorvaneForm : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    /// `commandLine` may name a configuration file, which is opened shortly after the start. The services
+    /// must outlive the window.
+    CorvaneForm(const EditorServices& services, const QString& commandLine, QWidget* parent = nullptr);
+    ~CorvaneForm() override;
+
+    /// Runs the command of a toolbar key, with what is being typed taken over first.
+    void Dispatch(std::string_view key);
+
+  public Q_SLOTS:
+    /// Title, SAVE button and status bar; every 500 ms.
+    void Timer1_Tick();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void MakeCommands();
+    void LayOut();
+    void ConnectPages();
+    void SelectionChanged();
+    void PanelListEdited();
+    void RouteEdited();
+    void LevelMoved();
+    void ShowOnline();
+    QString ProgramTitle() const;
+
+    const EditorServices& services;
+    QString commandLine;
+    DeviceTypeList types;
+    EditorToolBar* toolBar;
+    QTabWidget* SSTab1;
+    EditorPages pages;
+    OnlineStrip* strip;
+    ModelView view;
+    FileCommands* files;
+    ExportCommands* exports;
+    CommandDispatch dispatch;
+    OnlineControl* online;
+    EditorStatusBar* status;
+    QTimer Timer1;
+    QTimer Timer4;
+};
+
+} // namespace vek

@@ -1,0 +1,26 @@
+// What the editor takes from outside: boxes, serial ports, clocks and the per-machine store.
+#pragma once
+
+#include "link/RegistryStore.h"
+#include "link/SerialControl.h"
+
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+namespace vek {
+
+class Dialogs;
+
+struct EditorServices {
+    Dialogs& Boxes;
+    RegistryStore& Store;
+    std::function<std::unique_ptr<SerialControl>()> MakeSerialControl;
+    std::function<std::unique_ptr<OneShotTimer>()> MakeTimer;
+    /// The devices behind COM1 … COM4 as the user knows them ("ttyUSB0"), empty where there is none. Asked
+    /// anew each time, because adapters come and go.
+    std::function<QStringList()> PortNames;
+};
+
+} // namespace vek

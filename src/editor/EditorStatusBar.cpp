@@ -1,0 +1,52 @@
+#include "editor/EditorStatusBar.h"
+
+#include "model/ConfigFile.h"
+#include "model/ProgramState.h"
+
+#include <QLabel>
+
+namespace vek {
+
+namespace {
+
+constexpr int lastOffset = 255;
+
+/// Labels are laid out anew when their text is set, so an unchanged text is left alone.
+void SetText(QLabel* label, const QString& text) {
+    if (label->text() != text)
+        label->setText(text);
+}
+
+} // namespace
+
+EditorStatusBar::EditorStatusBar(QWidget* parent) : QStatusBar(parent) {
+    file = AddField(QStringLiteral("StatusFile"), 1);
+    changes = AddField(QStringLiteral("StatusChanges"), 0);
+    addresses = AddField(QStringLiteral("StatusAddresses"), 0);
+    onlineState = AddField(QStringLiteral("StatusOnline"), 0);
+}
+
+QLabel* EditorStatusBar::AddField(const QString& name, int stretch) {
+    auto* field = new QLabel(this);
+    field->setObjectName(name);
+    field->setTextFormat(Qt::PlainText);
+    field->setContentsMargins(6, 0, 6, 0);
+    // Only the file name gives way to a passing message.
+    if (stretch > 0)
+        addWidget(field, stretch);
+    else
+        addPermanentWidget(field);
+    return field;
+}
+
+void EditorStatusBar::ShowState(const QString& onlinePort) {
+    const QString name = QString::fromStdString(FileNameOf(CurrentFileName));
+    SetText(file, name.isEmpty() ? tr("New configuration") : name);
+    if (file->toolTip() != QString::fromStdString(CurrentFileName))
+        file->setToolTip(QString::fromStdString(CurrentFileName));
+    SetText(changes, ConfigDiffers() ? tr("Unsaved changes") : tr("No unsaved changes"));
+    SetText(addresses, tr("Base %1-%2").arg(Config.VekNetBase).arg(Config.VekNetBase + lastOffset));
+    SetText(onlineState, onlinePort.isEmpty() ? tr("Offline") : tr("Online on %1").arg(onlinePort));
+}
+
+} // namespace vek

@@ -1,0 +1,28 @@
+// The status bar: file, unsaved changes, the block of addresses and the online state.
+#pragma once
+
+#include <QStatusBar>
+
+class QLabel;
+
+namespace vek {
+
+class EditorStatusBar : public QStatusBar {
+    Q_OBJECT
+
+  public:
+    explicit EditorStatusBar(QWidget* parent = nullptr);
+
+    /// Shows the program's state; `onlinePort` is empty while offline.
+    void ShowState(const QString& onlinePort);
+
+  private:
+    QLabel* AddField(const QString& name, int stretch);
+
+    QLabel* file;
+    QLabel* changes;
+    QLabel* addresses;
+    QLabel* onlineState;
+};
+
+} // namespace vek

@@ -1,0 +1,64 @@
+#include "editor/EditorToolBar.h"
+
+#include "editor/CommandTable.h"
+#include "editor/TextConversion.h"
+
+#include <QAction>
+#include <QEvent>
+#include <QIcon>
+
+namespace vek {
+
+namespace {
+
+constexpr std::string_view saveKey = "SAVE";
+
+} // namespace
+
+EditorToolBar::EditorToolBar(QWidget* parent) : QToolBar(parent) {
+    setObjectName(QStringLiteral("Toolbar1"));
+    setWindowTitle(tr("Commands"));
+    setMovable(false);
+    setContextMenuPolicy(Qt::PreventContextMenu);
+    setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    for (const ToolbarCommand& command : ToolbarCommands()) {
+        if (command.StartsGroup)
+            addSeparator();
+        QAction* action = addAction(FromConstant(command.Caption));
+        const QString key = FromConstant(command.Key);
+        action->setObjectName(key);
+        action->setToolTip(FromConstant(command.ToolTip));
+        action->setShortcut(QKeySequence(FromConstant(command.Shortcut)));
+        widgetForAction(action)->setObjectName(key);
+        connect(action, &QAction::triggered, this, [this, &command] { Q_EMIT Triggered(command.Key); });
+    }
+    ShowIcons();
+}
+
+QAction* EditorToolBar::Action(std::string_view key) const {
+    return findChild<QAction*>(FromConstant(key), Qt::FindDirectChildrenOnly);
+}
+
+void EditorToolBar::SetOnline(bool online) {
+    for (const ToolbarCommand& command : ToolbarCommands()) {
+        if (command.Key != saveKey)
+            Action(command.Key)->setEnabled(!online || command.WhileOnline);
+    }
+}
+
+void EditorToolBar::ShowIcons() {
+    const bool dark =
+        palette().color(QPalette::Window).lightness() < palette().color(QPalette::WindowText).lightness();
+    const QString folder =
+        dark ? QStringLiteral(":/icons/dark/%1.svg") : QStringLiteral(":/icons/light/%1.svg");
+    for (const ToolbarCommand& command : ToolbarCommands())
+        Action(command.Key)->setIcon(QIcon(folder.arg(FromConstant(command.Key).toLower())));
+}
+
+void EditorToolBar::changeEvent(QEvent* event) {
+    QToolBar::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        ShowIcons();
+}
+
+} // namespace vek

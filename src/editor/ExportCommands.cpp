@@ -1,0 +1,99 @@
+#include "editor/ExportCommands.h"
+
+#include "base/Bytes.h"
+#include "base/DurableFile.h"
+#include "base/Errors.h"
+#include "controls/Dialogs.h"
+#include "controls/PrintingOptionsForm.h"
+#include "editor/ModelView.h"
+#include "editor/ReportPrinter.h"
+#include "editor/TextConversion.h"
+#include "link/DownloadImage.h"
+#include "model/ConfigFile.h"
+#include "model/ProgramState.h"
+#include "reports/AddressList.h"
+#include "reports/DeviceExport.h"
+#include "reports/ExportNames.h"
+#include "reports/TextReport.h"
+
+#include <QPrinter>
+
+namespace vek {
+
+namespace {
+
+FileKind KindOf(const QString& filter, std::string_view suffix) { return {filter, FromConstant(suffix)}; }
+
+} // namespace
+
+ExportCommands::ExportCommands(QWidget& window, ModelView& view, Dialogs& dialogs)
+    : QObject(&window), window(window), view(view), dialogs(dialogs) {}
+
+std::string ExportCommands::ChosenReport(bool forPrinting) {
+    PrintingOptionsForm form(options, forPrinting, &window);
+    form.exec();
+    if (form.OptionsCancelled())
+        return {};
+    options = form.Options();
+    return BuildReport(Config, options, {view.Output(), view.LinkGroup});
+}
+
+void ExportCommands::TextCommand() {
+    const std::string report = ChosenReport(false);
+    if (!report.empty())
+        WriteExport(AsBytes(report), KindOf(tr("Text Document (*.TXT)"), textSuffix), ExistingTail::Drop);
+}
+
+void ExportCommands::PrintCommand() {
+    const std::string report = ChosenReport(true);
+    if (report.empty())
+        return;
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(QString::fromStdString(FileNameOf(CurrentFileName)));
+    if (dialogs.ChoosePrinter(&window, printer) &&
+        !PrintReport(printer, LinesFromBytes(report), QString::fromStdString(FileNameOf(CurrentFileName))))
+        Q_EMIT Failed(tr("Nothing was printed: the printer could not be started"));
+}
+
+void ExportCommands::CsvCommand() {
+    const Answer unused =
+        dialogs.AskYesNo(&window, tr("Include Unused?"), tr("Do you wish to include unused adresses?"));
+    const std::string list = BuildAddressList(
+        Config, view.Output(), {.IncludeUnusedAddresses = unused == Answer::Yes, .CsvSeparator = true});
+    if (list.empty()) {
+        dialogs.Message(&window, MessageIcon::Exclamation, tr("Sorry"), tr("Nothing to export"));
+        return;
+    }
+    WriteExport(AsBytes(list), KindOf(tr("Excel comma delimited file (*.CSV)"), addressListSuffix),
+                ExistingTail::Drop);
+}
+
+void ExportCommands::ExportCommand() {
+    const DownloadImage image = BuildImageFromConfig(view);
+    const auto bytes = BuildDeviceExport(std::as_bytes(std::span(image.Buffer)), image.Length - 1);
+    WriteExport(bytes, KindOf(tr("Vekule Export File (*.VEX)"), deviceExportSuffix), ExistingTail::Keep);
+}
+
+void ExportCommands::WriteExport(std::span<const std::byte> bytes, const FileKind& kind, ExistingTail tail) {
+    const std::string proposed = ProposedExportName(CurrentFileName, kind.Suffix.toStdString());
+    const auto name = dialogs.SaveFile(&window, QString::fromStdString(proposed), kind);
+    if (!name || name->isEmpty())
+        return;
+    try {
+        WriteFileDurably(name->toStdString(), bytes, tail);
+    } catch (const FileError& error) {
+        Q_EMIT Failed(tr("Nothing was written: ") + QString::fromStdString(error.what()));
+        return;
+    }
+    dialogs.Message(&window, MessageIcon::None, tr("Successful"),
+                    *name + tr(" has been successfully exported"));
+}
+
+DownloadImage BuildImageFromConfig(ModelView& view) {
+    const EncodedImage encoded = EncodeImage(Config);
+    Config = encoded.Config;
+    view.ShowMode();
+    return encoded.Image;
+}
+
+} // namespace vek

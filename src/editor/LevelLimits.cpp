@@ -1,0 +1,82 @@
+#include "editor/LevelLimits.h"
+
+#include "controls/Dialogs.h"
+#include "controls/LevelTrim.h"
+#include "controls/dBText.h"
+#include "editor/LevelsPage.h"
+#include "editor/ModelView.h"
+#include "editor/TextConversion.h"
+
+#include <QCheckBox>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace vek {
+
+namespace {
+
+/// A limited level: its box, its field and the button that copies the slider into it.
+struct Limit {
+    LimitedLevel Level;
+    dBText* LevelsPage::*Box;
+    float OutputLevelRecord::*Field;
+    SliderTarget Button;
+};
+
+constexpr Limit limits[] = {
+    {LimitedLevel::Maximum, &LevelsPage::PanelMaximumLevel, &OutputLevelRecord::MaximumLevel, SetMaximum},
+    {LimitedLevel::Minimum, &LevelsPage::PanelMinimumLevel, &OutputLevelRecord::MinimumLevel, SetMinimum},
+    {LimitedLevel::Start, &LevelsPage::RemoteStartLevel, &OutputLevelRecord::StartLevel, SetStart},
+};
+
+const Limit& LimitOf(LimitedLevel level) { return limits[static_cast<std::size_t>(level)]; }
+
+} // namespace
+
+LevelLimits::LevelLimits(LevelsPage& page, ModelView& view, Dialogs& dialogs, QObject* parent)
+    : QObject(parent), page(page), view(view), dialogs(dialogs) {
+    for (const Limit& limit : limits) {
+        const LimitedLevel level = limit.Level;
+        connect(page.*limit.Box, &dBText::Change, this, [this, level] { LevelChanged(level); });
+        connect(page.UseSliderToSet[limit.Button], &QPushButton::clicked, this,
+                [this, level] { TakeFromSlider(level); });
+    }
+    for (QRadioButton* option : page.RemotePreviousNotSetStartLevel)
+        connect(option, &QRadioButton::clicked, this, &LevelLimits::StartChoiceClicked);
+    connect(page.RemoteStepLevel, &dBText::Change, this, [this] { this->view.StoreView(); });
+    connect(page.RemoteMuteOnMin, &QCheckBox::clicked, this, [this] { this->view.StoreView(); });
+}
+
+void LevelLimits::LevelChanged(LimitedLevel changed) {
+    if (refusing)
+        return;
+    const Limit& limit = LimitOf(changed);
+    dBText& box = *(page.*limit.Box);
+    const LimitedLevels levels = {page.PanelMaximumLevel->Level(), page.PanelMinimumLevel->Level(),
+                                  page.RemoteStartLevel->Level()};
+    const LevelDecision decision = DecideLevel(changed, levels, page.FixedStart());
+    const float stored = view.Levels().*limit.Field;
+    if (!decision.Accepted) {
+        refusing = true;
+        dialogs.Message(page.window(), MessageIcon::Exclamation, FromConstant(decision.Title),
+                        FromConstant(decision.Reason) + QStringLiteral("\r\nRestoring original value"));
+        refusing = false;
+        box.SetLevel(stored);
+        return;
+    }
+    if (decision.DragStart && box.Level() != stored)
+        page.RemoteStartLevel->SetLevel(box.Level());
+    view.StoreView();
+}
+
+void LevelLimits::TakeFromSlider(LimitedLevel target) {
+    (page.*LimitOf(target).Box)->SetLevel(page.LevelTrim1->Level());
+    LevelChanged(target);
+}
+
+void LevelLimits::StartChoiceClicked() {
+    page.ShowStartLevel(page.FixedStart());
+    view.StoreView();
+}
+
+} // namespace vek

@@ -1,0 +1,36 @@
+// The page "Online" (frame "Matrix Control"): the port table, search, disconnect and the diagnostic lines.
+#pragma once
+
+#include <QStringList>
+#include <QWidget>
+
+class QCheckBox;
+class QPlainTextEdit;
+class QPushButton;
+
+namespace vek {
+
+class PortRows;
+
+class OnlinePage : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// `portNames` are the devices of COM1 … COM4.
+    explicit OnlinePage(const QStringList& portNames, QWidget* parent = nullptr);
+
+    /// True while diagnostic lines are written, whichever page is in front.
+    bool DiagnosticsOn() const;
+    void AppendDiagnostics(const QString& text);
+
+    // Owned by this page.
+    PortRows* Ports;
+    QPushButton* OnlineSearch;
+    QPushButton* OnlineCancel;
+
+  private:
+    QCheckBox* showDiagnostics;
+    QPlainTextEdit* Text2;
+};
+
+} // namespace vek

@@ -1,0 +1,42 @@
+// The strip below the pages while online: what is listened to.
+#pragma once
+
+#include "model/Config.h"
+
+#include <QWidget>
+
+#include <array>
+
+class QCheckBox;
+class QLabel;
+class QRadioButton;
+
+namespace vek {
+
+class LevelTrim;
+
+class OnlineStrip : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit OnlineStrip(QWidget* parent = nullptr);
+
+    std::array<bool, outputCount> Muted() const;
+
+    // Owned by this widget.
+    std::array<QRadioButton*, inputCount> RouteOption;     ///< frame "Input"
+    std::array<QCheckBox*, outputCount> OutPutSelectCheck; ///< frame "Output", "Mute"
+    QLabel* OnlineLabel32;
+    LevelTrim* OnlineLevelOffset;
+
+  Q_SIGNALS:
+    void RouteClicked(std::size_t input);
+    void MuteClicked();
+    void OffsetChanged();
+
+  private:
+    QWidget* MakeInputs();
+    QWidget* MakeMutes();
+};
+
+} // namespace vek

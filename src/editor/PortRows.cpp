@@ -1,0 +1,111 @@
+#include "editor/PortRows.h"
+
+#include "editor/TextConversion.h"
+
+#include <QButtonGroup>
+#include <QFrame>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+
+namespace vek {
+
+namespace {
+
+void KeepPlaceWhenHidden(QWidget* widget) {
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+}
+
+} // namespace
+
+PortRows::PortRows(const PortRowNames& names, const QStringList& realNames, QWidget* parent)
+    : QWidget(parent) {
+    options = new QButtonGroup(this);
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setColumnStretch(2, 1);
+    for (std::size_t row = 0; row < portCount; ++row) {
+        const QString realName = realNames.value(static_cast<qsizetype>(row));
+        rows[row] = MakeRow(names, row, realName);
+        const int line = static_cast<int>(row);
+        auto* device = new QLabel(realName.isEmpty() ? tr("no port") : realName, this);
+        device->setEnabled(false);
+        grid->addWidget(rows[row].Option, line, 0);
+        grid->addWidget(device, line, 1);
+        grid->addWidget(rows[row].VekType, line, 2);
+        // The same cells: while it shows it covers the row.
+        grid->addWidget(rows[row].Blanking, line, 0, 1, 3);
+        rows[row].Blanking->raise();
+    }
+}
+
+PortRows::Row PortRows::MakeRow(const PortRowNames& names, std::size_t row, const QString& realName) {
+    const QString port = tr("COM%1").arg(row + 1);
+    auto* option = new QRadioButton(port, this);
+    option->setObjectName(ElementName(names.Option, row));
+    option->setToolTip(realName);
+    option->setVisible(false);
+    option->setEnabled(false);
+    options->addButton(option);
+    connect(option, &QRadioButton::toggled, this, [this, row](bool on) {
+        if (on)
+            Q_EMIT Chosen(row);
+    });
+
+    auto* type = new QLineEdit(this);
+    type->setObjectName(ElementName(names.Type, row));
+    type->setReadOnly(true);
+    type->setAccessibleName(tr("Device on %1").arg(port));
+    type->setToolTip(realName);
+    type->setVisible(false);
+
+    auto* blanking = new QFrame(this);
+    blanking->setObjectName(ElementName(names.Blanking, row));
+    blanking->setAutoFillBackground(true);
+    blanking->setFrameShape(QFrame::StyledPanel);
+    auto* label = new QLabel(tr("Please Wait Searching for Veks"), blanking);
+    label->setObjectName(names.NumberedBlankingLabel ? ElementName(names.BlankingLabel, row)
+                                                     : FromConstant(names.BlankingLabel));
+    auto* inside = new QHBoxLayout(blanking);
+    inside->setContentsMargins(8, 0, 8, 0);
+    inside->addWidget(label);
+    blanking->setVisible(false);
+
+    for (QWidget* widget : {static_cast<QWidget*>(option), static_cast<QWidget*>(type)})
+        KeepPlaceWhenHidden(widget);
+    return {option, type, blanking};
+}
+
+void PortRows::ShowBlanking(std::size_t row, bool visible) { rows[row].Blanking->setVisible(visible); }
+
+void PortRows::ShowOption(std::size_t row, bool visible) { rows[row].Option->setVisible(visible); }
+
+void PortRows::EnableOption(std::size_t row, bool enabled) { rows[row].Option->setEnabled(enabled); }
+
+void PortRows::SelectOption(std::size_t row, bool selected) {
+    const QSignalBlocker quiet(rows[row].Option);
+    // An exclusive group would not let go of its last selected button.
+    options->setExclusive(false);
+    rows[row].Option->setChecked(selected);
+    options->setExclusive(true);
+}
+
+bool PortRows::OptionSelected(std::size_t row) const { return rows[row].Option->isChecked(); }
+
+void PortRows::ShowVekType(std::size_t row, bool visible) { rows[row].VekType->setVisible(visible); }
+
+void PortRows::SetVekType(std::size_t row, const std::string& text) {
+    rows[row].VekType->setText(QString::fromStdString(text));
+}
+
+void PortRows::LockOptions(bool locked) {
+    for (const Row& row : rows) {
+        row.Option->setAttribute(Qt::WA_TransparentForMouseEvents, locked);
+        row.Option->setFocusPolicy(locked ? Qt::NoFocus : Qt::StrongFocus);
+    }
+}
+
+} // namespace vek

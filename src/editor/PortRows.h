@@ -1,0 +1,78 @@
+// The table of the serial ports COM1 to COM4 as the programming window and the online page show it.
+#pragma once
+
+#include "link/PortTable.h"
+
+#include <QStringList>
+#include <QWidget>
+
+#include <array>
+
+class QButtonGroup;
+class QFrame;
+class QLineEdit;
+class QRadioButton;
+
+namespace vek {
+
+/// Names of the controls; element i of each is Name_i, except for a blanking label that all rows share the
+/// name of.
+struct PortRowNames {
+    std::string_view Option;
+    std::string_view Type;
+    std::string_view Blanking;
+    std::string_view BlankingLabel;
+    bool NumberedBlankingLabel;
+};
+
+class PortRows : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// `realNames` holds the device of each port ("ttyUSB0"), empty where there is none.
+    PortRows(const PortRowNames& names, const QStringList& realNames, QWidget* parent = nullptr);
+
+    void ShowBlanking(std::size_t row, bool visible);
+    void ShowOption(std::size_t row, bool visible);
+    void EnableOption(std::size_t row, bool enabled);
+    void SelectOption(std::size_t row, bool selected);
+    bool OptionSelected(std::size_t row) const;
+    void ShowVekType(std::size_t row, bool visible);
+    void SetVekType(std::size_t row, const std::string& text);
+
+    /// While locked the user cannot choose a row.
+    void LockOptions(bool locked);
+
+  Q_SIGNALS:
+    /// The user chose a row; not raised by SelectOption().
+    void Chosen(std::size_t row);
+
+  private:
+    struct Row {
+        QRadioButton* Option;
+        QLineEdit* VekType;
+        QFrame* Blanking;
+    };
+    Row MakeRow(const PortRowNames& names, std::size_t row, const QString& realName);
+
+    std::array<Row, portCount> rows;
+    QButtonGroup* options;
+};
+
+/// Forwards the table part of a view of the link to PortRows.
+template <typename View>
+class WithPortRows : public View {
+  public:
+    void ShowBlanking(std::size_t row, bool visible) override { Ports().ShowBlanking(row, visible); }
+    void ShowOption(std::size_t row, bool visible) override { Ports().ShowOption(row, visible); }
+    void EnableOption(std::size_t row, bool enabled) override { Ports().EnableOption(row, enabled); }
+    void SelectOption(std::size_t row, bool selected) override { Ports().SelectOption(row, selected); }
+    bool OptionSelected(std::size_t row) const override { return Ports().OptionSelected(row); }
+    void ShowVekType(std::size_t row, bool visible) override { Ports().ShowVekType(row, visible); }
+    void SetVekType(std::size_t row, const std::string& text) override { Ports().SetVekType(row, text); }
+
+  protected:
+    virtual PortRows& Ports() const = 0;
+};
+
+} // namespace vek

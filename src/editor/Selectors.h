@@ -1,0 +1,42 @@
+// The column beside the pages that chooses what they show: the frames "Mode" and "Output".
+#pragma once
+
+#include "model/Config.h"
+
+#include <QWidget>
+
+#include <array>
+#include <string_view>
+
+class QRadioButton;
+
+namespace vek {
+
+class Selectors : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit Selectors(QWidget* parent = nullptr);
+
+    // Owned by this widget.
+    std::array<QRadioButton*, modeCount> Modes;
+    std::array<QRadioButton*, outputCount> UsePanel;
+
+  Q_SIGNALS:
+    void ModeChosen();
+    void OutputChosen();
+    /// Right click or menu key on a mode or an output (0 … 7).
+    void ModeMenuRequested(std::size_t mode, const QPoint& globalPosition);
+    void OutputMenuRequested(std::size_t output, const QPoint& globalPosition);
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    using ChosenSignal = void (Selectors::*)();
+    QWidget* MakeFrame(const QString& title, std::string_view name, std::array<QRadioButton*, 8>& options,
+                       ChosenSignal chosen);
+    void RequestMenu(QObject* option, const QPoint& globalPosition);
+};
+
+} // namespace vek
