@@ -1,6 +1,7 @@
 #include "editor/AddressesPage.h"
 
 #include "editor/AddressLabel.h"
+#include "editor/HintLabel.h"
 #include "editor/TextConversion.h"
 
 #include <QGridLayout>
@@ -100,12 +101,10 @@ QWidget* AddressesPage::MakeVolumeFrame() {
     int row = 1;
     for (std::size_t function = 0; function < std::size(volumeCaptions); ++function)
         AddPair(grid, row++, tr(volumeCaptions[function]), AddressGroup::Volume, function);
-    auto* hint = new QLabel(
-        tr("Click an address to switch it on or off. Right-click for many at once.\n\nInput select "
-           "and volume addresses are those of the output chosen on the left."),
-        frame);
-    hint->setWordWrap(true);
-    hint->setEnabled(false);
+    auto* hint =
+        MakeHint(tr("Click an address to switch it on or off. Right-click for many at once.\n\nInput select "
+                    "and volume addresses are those of the output chosen on the left."),
+                 frame);
     grid->setRowMinimumHeight(row++, 12);
     grid->addWidget(hint, row++, 0, 1, 3);
     grid->setRowStretch(row, 1);

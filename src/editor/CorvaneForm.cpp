@@ -131,7 +131,7 @@ void CorvaneForm::ConnectPages() {
             [this](std::size_t i) { online->SelectInput(i); });
     connect(pages.OutputTrims, &TrimPage::TextClicked, this,
             [this](std::size_t i) { pages.Selectors->UsePanel[i]->setChecked(true); });
-    connect(pages.Notes->Text1, &NotesBox::textChanged, this, [this] { view.StoreView(); });
+    connect(pages.Notes->Text1, &NotesBox::Edited, this, [this] { view.StoreView(); });
     connect(online, &OnlineControl::OnlineChanged, this, &CorvaneForm::ShowOnline);
     connect(online, &OnlineControl::Unwound, this, &QWidget::close, Qt::QueuedConnection);
 }

@@ -36,7 +36,7 @@ QString WithLineFeeds(QString raw) {
 
 NotesBox::NotesBox(QWidget* parent) : QPlainTextEdit(parent) {
     setTabChangesFocus(true);
-    connect(this, &QPlainTextEdit::textChanged, this, &NotesBox::CutToLength);
+    connect(this, &QPlainTextEdit::textChanged, this, &NotesBox::TextChanged);
 }
 
 std::string NotesBox::Bytes() const { return LinesToBytes(WithLineFeeds(document()->toRawText())); }
@@ -96,9 +96,14 @@ void NotesBox::insertFromMimeData(const QMimeData* source) {
     ensureCursorVisible();
 }
 
-void NotesBox::CutToLength() {
+void NotesBox::TextChanged() {
     if (loading)
         return;
+    CutToLength();
+    Q_EMIT Edited();
+}
+
+void NotesBox::CutToLength() {
     const QString text = WithLineFeeds(document()->toRawText());
     int room = static_cast<int>(notesLength);
     int fitting = 0;

@@ -23,6 +23,10 @@ class NotesBox : public QPlainTextEdit {
     /// Bytes left of `notesLength`.
     int Remaining() const;
 
+  Q_SIGNALS:
+    /// The user changed the text; not raised by SetBytes().
+    void Edited();
+
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
@@ -31,6 +35,7 @@ class NotesBox : public QPlainTextEdit {
   private:
     /// The part of a text that may replace the selection.
     QString Acceptable(const QString& text, bool replaceUnknown) const;
+    void TextChanged();
     /// Cuts a text that came in past the other checks, so that nothing shown is missing in the file.
     void CutToLength();
 

@@ -32,7 +32,6 @@ PortRows::PortRows(const PortRowNames& names, const QStringList& realNames, QWid
         rows[row] = MakeRow(names, row, realName);
         const int line = static_cast<int>(row);
         auto* device = new QLabel(realName.isEmpty() ? tr("no port") : realName, this);
-        device->setEnabled(false);
         grid->addWidget(rows[row].Option, line, 0);
         grid->addWidget(device, line, 1);
         grid->addWidget(rows[row].VekType, line, 2);

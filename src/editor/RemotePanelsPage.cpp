@@ -1,6 +1,7 @@
 #include "editor/RemotePanelsPage.h"
 
 #include "controls/RemoteNumberPanel.h"
+#include "editor/HintLabel.h"
 #include "editor/TextConversion.h"
 #include "model/Panels.h"
 
@@ -55,6 +56,7 @@ TakenMarks MarksFor(const ModeRecord& mode, PanelList list, std::size_t output) 
 RemotePanelsPage::RemotePanelsPage(QWidget* parent) : QWidget(parent) {
     auto* grid = new QGridLayout(this);
     grid->setHorizontalSpacing(16);
+    grid->setVerticalSpacing(10);
     int column = 1;
     for (const ListColumn& list : listColumns) {
         grid->addWidget(Heading(tr(list.Caption), this), 0, column);
@@ -86,11 +88,9 @@ RemotePanelsPage::RemotePanelsPage(QWidget* parent) : QWidget(parent) {
         UsePreviousRouteCheck[output] = check;
         grid->addWidget(check, row, column);
     }
-    auto* hint = new QLabel(tr("Inputs are 1 to 8, 0 is off. Remote panels are 1 to 9 and A to G. "
-                               "Right-click a box to link outputs."),
-                            this);
-    hint->setWordWrap(true);
-    hint->setEnabled(false);
+    auto* hint = MakeHint(tr("Inputs are 1 to 8, 0 is off. Remote panels are 1 to 9 and A to G. "
+                             "Right-click a box to link outputs."),
+                          this);
     grid->addWidget(hint, static_cast<int>(outputCount) + 1, 0, 1, column + 1);
     grid->setRowStretch(static_cast<int>(outputCount) + 2, 1);
 }

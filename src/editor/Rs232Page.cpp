@@ -1,6 +1,7 @@
 #include "editor/Rs232Page.h"
 
 #include "base/FixedText.h"
+#include "editor/HintLabel.h"
 #include "editor/TextConversion.h"
 #include "model/Config.h"
 #include "reports/Rs232Codes.h"
@@ -33,11 +34,9 @@ Rs232Page::Rs232Page(QWidget* parent) : QWidget(parent) {
         }
     }
     auto* hint =
-        new QLabel(tr("n stands for a digit that the host supplies: 0 to 9 for a volume level, 1 to 8 for an "
-                      "input. A mode is recalled with R and its number, R1 to R8."),
-                   this);
-    hint->setWordWrap(true);
-    hint->setEnabled(false);
+        MakeHint(tr("n stands for a digit that the host supplies: 0 to 9 for a volume level, 1 to 8 for an "
+                    "input. A mode is recalled with R and its number, R1 to R8."),
+                 this);
     const int below = static_cast<int>(outputCount) + 1;
     grid->addWidget(hint, below, 0, 1, static_cast<int>(commands.size()) + 1);
     grid->setRowStretch(below + 1, 1);

@@ -1,0 +1,69 @@
+// The Vorn Matrix Editor.
+
+#include "controls/Dialogs.h"
+#include "editor/CorvaneForm.h"
+#include "platform/ComPorts.h"
+#include "platform/JsonRegistryStore.h"
+#include "platform/QtOneShotTimer.h"
+#include "platform/QtSerialControl.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QApplication>
+#include <QIcon>
+
+namespace {
+
+using namespace vek;
+
+/// The devices behind COM1 … COM4 as the user knows them, empty where there is none.
+QStringList PortNames() {
+    QStringList names;
+    for (int number = 0; number < comPortCount; ++number)
+        names += QString();
+    for (const ComPort& port : FindComPorts())
+        names[port.Number - 1] = QString::fromStdString(port.ShownName);
+    return names;
+}
+
+/// Everything on the command line that is no option: a path may come in several words.
+QString Joined(const std::vector<std::string>& words) {
+    QStringList list;
+    for (const std::string& word : words)
+        list += QString::fromLocal8Bit(word.c_str());
+    return list.join(QLatin1Char(' '));
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("vorn-matrix-editor"));
+    QApplication::setApplicationDisplayName(QString());
+    QApplication::setApplicationVersion(QStringLiteral(VEK_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("vorn-matrix-editor"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/vorn-matrix-editor.svg")));
+
+    CLI::App commandLine("Configuration editor of the Matrix Vek", "vorn-matrix-editor");
+    std::vector<std::string> words;
+    commandLine.add_option("FILE", words, "Configuration file (*.VMC) to open");
+    commandLine.set_version_flag("--version", VEK_VERSION);
+    try {
+        commandLine.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        const int status = commandLine.exit(error);
+        return status == 0 ? 0 : 2;
+    }
+
+    JsonRegistryStore store = JsonRegistryStore::OfThisMachine();
+    const EditorServices services = {
+        .Boxes = ScreenDialogs(),
+        .Store = store,
+        .MakeSerialControl = [] { return std::make_unique<QtSerialControl>(); },
+        .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
+        .PortNames = PortNames,
+    };
+    CorvaneForm window(services, Joined(words));
+    window.show();
+    return QApplication::exec();
+}
