@@ -1,0 +1,165 @@
+#include "platform/JsonRegistryStore.h"
+
+#include "base/Bytes.h"
+#include "base/DurableFile.h"
+#include "base/Errors.h"
+
+#include <QStandardPaths>
+
+#include <cstdlib>
+#include <filesystem>
+#include <limits>
+#include <unistd.h>
+
+namespace vek {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+
+namespace {
+
+constexpr const char* machineFolder = "/etc/xdg/vorn-matrix-editor";
+constexpr const char* userFolder = "vorn-matrix-editor";
+constexpr const char* fileName = "registry.json";
+constexpr std::size_t largestFile = 16 * 1024 * 1024;
+
+/// The first step of a key's path; removed from it.
+std::string TakeStep(std::string_view& key) {
+    const std::size_t separator = key.find('\\');
+    const std::string step(key.substr(0, separator));
+    key = separator == std::string_view::npos ? std::string_view() : key.substr(separator + 1);
+    return step;
+}
+
+/// True when the file, or the nearest folder above it that exists, can be written.
+bool MayWrite(const fs::path& path) {
+    std::error_code error;
+    fs::path existing = path;
+    while (!existing.empty() && !fs::exists(existing, error))
+        existing = existing.parent_path();
+    return ::access(existing.c_str(), W_OK) == 0;
+}
+
+/// Gives a broken file a name under which nothing is lost; false when that fails.
+bool SetAside(const std::string& path) {
+    std::error_code error;
+    for (int number = 1; number < std::numeric_limits<int>::max(); ++number) {
+        const std::string aside = path + ".broken-" + std::to_string(number);
+        if (fs::exists(fs::symlink_status(aside, error)))
+            continue;
+        fs::rename(path, aside, error);
+        return !error;
+    }
+    return false;
+}
+
+/// The JSON object in a file; another kind of value when the file holds none. Throws FileError.
+json ReadJson(const std::string& path) {
+    const auto bytes = ReadRegularFile(path, largestFile);
+    const auto* text = reinterpret_cast<const char*>(bytes.data());
+    return json::parse(text, text + bytes.size(), nullptr, false);
+}
+
+} // namespace
+
+JsonRegistryStore::JsonRegistryStore(std::string given, const std::string& inherited)
+    : path(std::move(given)) {
+    std::error_code error;
+    const bool own = fs::exists(path, error);
+    if (!own && !fs::exists(inherited, error))
+        return;
+    try {
+        json content = ReadJson(own ? path : inherited);
+        if (content.is_object())
+            root = std::move(content);
+        else if (own)
+            writable = SetAside(path);
+    } catch (const FileError&) {
+        writable = !own;
+    }
+}
+
+JsonRegistryStore JsonRegistryStore::OfThisMachine() {
+    if (const char* named = std::getenv("VEK_STORE"); named != nullptr && *named != '\0')
+        return JsonRegistryStore(named);
+    const fs::path machineWide = fs::path(machineFolder) / fileName;
+    if (MayWrite(machineWide))
+        return JsonRegistryStore(machineWide);
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    return JsonRegistryStore(fs::path(folder.toStdString()) / userFolder / fileName, machineWide);
+}
+
+const json* JsonRegistryStore::FindKey(std::string_view key) const {
+    const json* found = &root;
+    while (!key.empty()) {
+        const auto next = found->find(TakeStep(key));
+        if (next == found->end() || !next->is_object())
+            return nullptr;
+        found = &*next;
+    }
+    return found;
+}
+
+bool JsonRegistryStore::KeyExists(std::string_view key) const { return FindKey(key) != nullptr; }
+
+void JsonRegistryStore::CreateKey(std::string_view key) {
+    if (KeyExists(key))
+        return;
+    json* place = &root;
+    while (!key.empty()) {
+        place = &(*place)[TakeStep(key)];
+        if (!place->is_object())
+            *place = json::object();
+    }
+    changed = true;
+}
+
+std::vector<std::string> JsonRegistryStore::SubkeyNames(std::string_view key) const {
+    std::vector<std::string> names;
+    if (const json* found = FindKey(key))
+        for (const auto& [name, value] : found->items())
+            if (value.is_object())
+                names.push_back(name);
+    return names;
+}
+
+std::optional<RegistryValue> JsonRegistryStore::Query(std::string_view key, std::string_view name) const {
+    const json* found = FindKey(key);
+    if (found == nullptr)
+        return std::nullopt;
+    const auto value = found->find(std::string(name));
+    if (value == found->end())
+        return std::nullopt;
+    if (value->is_string())
+        return value->get<std::string>();
+    if (value->is_number_unsigned() && *value <= std::numeric_limits<std::uint32_t>::max())
+        return value->get<std::uint32_t>();
+    return std::nullopt;
+}
+
+void JsonRegistryStore::Set(std::string_view key, std::string_view name, RegistryValue value) {
+    if (!KeyExists(key))
+        return;
+    json* place = &root;
+    while (!key.empty())
+        place = &(*place)[TakeStep(key)];
+    std::visit([&](const auto& content) { (*place)[std::string(name)] = content; }, value);
+    changed = true;
+}
+
+void JsonRegistryStore::Flush() {
+    if (!changed || !writable)
+        return;
+    // Texts that came from elsewhere may not be UTF-8; the file always is.
+    const std::string text = root.dump(4, ' ', false, json::error_handler_t::replace) + '\n';
+    try {
+        std::error_code error;
+        fs::create_directories(fs::path(path).parent_path(), error);
+        WriteFileDurably(path, AsBytes(text), ExistingTail::Drop);
+        changed = false;
+    } catch (const FileError&) {
+        writable = false;
+    }
+}
+
+} // namespace vek

@@ -1,0 +1,165 @@
+#include "platform/QtSerialControl.h"
+
+#include <QDeadlineTimer>
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <thread>
+
+namespace vek {
+
+namespace {
+
+using std::chrono::microseconds;
+using std::chrono::milliseconds;
+
+/// What a device that never stops sending can make the program hold.
+constexpr qint64 readBufferSize = 4096;
+/// How much is discarded at most when the input is emptied while a device never stops sending.
+constexpr std::size_t mostInput = 16 * readBufferSize;
+
+constexpr int wakePulseRate = 110;
+constexpr milliseconds breakLength(100);
+
+/// Start bit, data bits, parity and two stop bits at most.
+constexpr int longestByteBits = 12;
+/// What a driver may take on top of the time on the line.
+constexpr milliseconds driverPatience(500);
+
+microseconds LineTime(std::size_t bytes, const PortSettings& settings) {
+    constexpr std::int64_t second = 1'000'000;
+    const int baud = std::max(settings.Baud, 1);
+    return microseconds(static_cast<std::int64_t>(bytes) * longestByteBits * second / baud);
+}
+
+/// Path without links, so that two names of one device exclude each other.
+std::string ResolvedPath(const std::string& path) {
+    std::error_code error;
+    const auto resolved = std::filesystem::canonical(path, error);
+    return error ? path : resolved.string();
+}
+
+} // namespace
+
+QtSerialControl::QtSerialControl(DeviceLookup deviceOf, SettingsDriver applySettings)
+    : deviceOf(std::move(deviceOf)), applySettings(std::move(applySettings)) {
+    QObject::connect(&port, &QSerialPort::errorOccurred, &port,
+                     [this](QSerialPort::SerialPortError error) { OnError(error); });
+}
+
+void QtSerialControl::SetPortOpen(bool open) {
+    Close();
+    if (open)
+        Open();
+}
+
+void QtSerialControl::Open() {
+    const std::string device = ResolvedPath(deviceOf(commPort));
+    if (!IsSerialDevice(device))
+        return;
+    port.setPortName(QString::fromStdString(device));
+    port.setReadBufferSize(readBufferSize);
+    if (port.open(QIODevice::ReadWrite))
+        port.clear(QSerialPort::Input);
+}
+
+void QtSerialControl::Close() {
+    if (port.isOpen())
+        port.close();
+    failed = false;
+    pulseByBreak = false;
+}
+
+void QtSerialControl::OnError(QSerialPort::SerialPortError error) {
+    switch (error) {
+    case QSerialPort::ReadError:
+    case QSerialPort::WriteError:
+    case QSerialPort::ResourceError:
+    case QSerialPort::PermissionError:
+        Fail();
+        break;
+    default:
+        break; // an opening that failed, or a wait of Output that timed out
+    }
+}
+
+void QtSerialControl::Fail() {
+    if (!PortOpen())
+        return;
+    failed = true;
+    // Not from within the port's own signal. Until then the port reports its end over and over.
+    QMetaObject::invokeMethod(
+        &port,
+        [this] {
+            if (failed)
+                Close();
+        },
+        Qt::QueuedConnection);
+}
+
+void QtSerialControl::SetSettings(std::string_view settings) {
+    const auto parsed = ParsePortSettings(settings);
+    if (!parsed || !PortOpen())
+        return;
+    current = *parsed;
+    const int rate = applySettings(static_cast<int>(port.handle()), current);
+    pulseByBreak = current.Baud == wakePulseRate && !RatesAgree(rate, wakePulseRate);
+}
+
+void QtSerialControl::Output(std::span<const std::uint8_t> bytes) {
+    if (!PortOpen())
+        return;
+    if (pulseByBreak)
+        SendBreak();
+    else if (!WriteOut(bytes))
+        Fail();
+}
+
+/// False when the port does not take the bytes.
+bool QtSerialControl::WriteOut(std::span<const std::uint8_t> bytes) {
+    const auto size = static_cast<qint64>(bytes.size());
+    const QDeadlineTimer deadline(2 * LineTime(bytes.size(), current) + driverPatience, Qt::PreciseTimer);
+    if (port.write(reinterpret_cast<const char*>(bytes.data()), size) != size)
+        return false;
+    port.flush();
+    while (PortOpen() && port.bytesToWrite() > 0)
+        if (!port.waitForBytesWritten(static_cast<int>(deadline.remainingTime())))
+            return false;
+    // The driver has them all; now they go out.
+    while (PortOpen() && !deadline.hasExpired()) {
+        const int queued = QueuedOutput(static_cast<int>(port.handle()));
+        if (queued == 0)
+            break;
+        std::this_thread::sleep_for(LineTime(static_cast<std::size_t>(queued), current));
+    }
+    return true;
+}
+
+void QtSerialControl::SendBreak() {
+    port.setBreakEnabled(true);
+    std::this_thread::sleep_for(breakLength);
+    port.setBreakEnabled(false);
+}
+
+ByteVector QtSerialControl::Input() {
+    ByteVector input;
+    const auto take = [&] {
+        const QByteArray bytes = port.readAll();
+        input.insert(input.end(), bytes.begin(), bytes.end());
+    };
+    if (!PortOpen())
+        return input;
+    take();
+    // And what arrived since events last ran.
+    while (PortOpen() && input.size() < mostInput && QueuedInput(static_cast<int>(port.handle())) > 0 &&
+           port.waitForReadyRead(0))
+        take();
+    return input;
+}
+
+std::size_t QtSerialControl::InBufferCount() const {
+    return PortOpen() ? static_cast<std::size_t>(port.bytesAvailable()) : 0;
+}
+
+} // namespace vek
