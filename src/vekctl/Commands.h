@@ -10,12 +10,19 @@ class App;
 namespace vek {
 
 void AddNewCommand(CLI::App& app);
+void AddShowCommand(CLI::App& app);
+void AddFromJsonCommand(CLI::App& app);
+void AddDiffCommand(CLI::App& app);
+void AddCheckCommand(CLI::App& app);
+void AddReportCommand(CLI::App& app);
+void AddCsvCommand(CLI::App& app);
+void AddVexCommand(CLI::App& app);
 void AddSimulateCommand(CLI::App& app);
 
 /// In the order of the usage text.
 inline constexpr void (*commands[])(CLI::App&) = {
-    AddNewCommand,
-    AddSimulateCommand,
+    AddNewCommand,    AddShowCommand, AddFromJsonCommand, AddDiffCommand,     AddCheckCommand,
+    AddReportCommand, AddCsvCommand,  AddVexCommand,      AddSimulateCommand,
 };
 
 } // namespace vek

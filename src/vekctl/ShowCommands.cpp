@@ -1,0 +1,97 @@
+// show and from-json: a configuration for a person or a program to read, and back.
+#include "vekctl/Commands.h"
+
+#include "base/Bytes.h"
+#include "base/DurableFile.h"
+#include "vekctl/ConfigJson.h"
+#include "vekctl/ConfigSummary.h"
+#include "vekctl/EachFile.h"
+#include "vekctl/Json.h"
+#include "vekctl/Output.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <limits>
+#include <memory>
+
+namespace vek {
+
+namespace {
+
+struct ShowOptions {
+    std::vector<std::string> Files;
+    bool AsJson = false;
+};
+
+struct FromJsonOptions {
+    std::string Input;
+    std::string Destination;
+};
+
+void RunShow(const ShowOptions& options) {
+    ForEachFile(options.Files, [&](const std::string& file) {
+        const StoredConfig stored = LoadStoredConfig(file);
+        std::string text;
+        if (options.AsJson)
+            text = ConfigToJson(stored);
+        else if (options.Files.size() > 1)
+            text = "=== " + file + '\n' + SummaryOf(stored) + '\n';
+        else
+            text = SummaryOf(stored);
+        WriteOutput(std::string(standardStream), AsBytes(text));
+    });
+}
+
+std::string ReadStandardInput() {
+    std::string text;
+    char chunk[4096];
+    while (const std::size_t got = std::fread(chunk, 1, sizeof chunk, stdin))
+        text.append(chunk, got);
+    if (std::ferror(stdin))
+        throw FileError(std::string("standard input: ") + std::strerror(errno));
+    return text;
+}
+
+std::string ReadDocument(const std::string& path) {
+    if (path == standardStream)
+        return ReadStandardInput();
+    const auto bytes = ReadRegularFile(path, std::numeric_limits<std::size_t>::max());
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+void RunFromJson(const FromJsonOptions& options) {
+    const std::string text = ReadDocument(options.Input);
+    StoredConfig stored;
+    try {
+        stored = ConfigFromJson(text);
+    } catch (const JsonError& error) {
+        throw FileError((options.Input == standardStream ? "standard input" : options.Input) + ": " +
+                        error.what());
+    }
+    WriteOutput(options.Destination, EncodeStoredConfig(stored));
+}
+
+} // namespace
+
+void AddShowCommand(CLI::App& app) {
+    auto options = std::make_shared<ShowOptions>();
+    CLI::App* command = app.add_subcommand("show", "Show what each configuration holds (UTF-8)");
+    AddFilesOption(*command, options->Files);
+    command->add_flag("--json", options->AsJson, "As JSON that holds everything, for from-json");
+    command->callback([options] { RunShow(*options); });
+}
+
+void AddFromJsonCommand(CLI::App& app) {
+    auto options = std::make_shared<FromJsonOptions>();
+    CLI::App* command =
+        app.add_subcommand("from-json", "Make the configuration file that a JSON text describes");
+    command->add_option("IN.json", options->Input, "What show --json writes, - for standard input")
+        ->required();
+    command->add_option("-o", options->Destination, "The file to write, - for standard output")->required();
+    command->callback([options] { RunFromJson(*options); });
+}
+
+} // namespace vek

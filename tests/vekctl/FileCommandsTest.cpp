@@ -1,0 +1,131 @@
+// The commands that read and write files, run as a user runs them.
+#include "reports/GoldenCases.h"
+#include "vekctl/RunVekctl.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace vek::test;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+namespace {
+
+/// The samples are at hand as 01.VMC and so on.
+class FileCommands : public testing::Test {
+  protected:
+    FileCommands() {
+        for (const std::string& number : SampleNumbers())
+            std::filesystem::copy_file(DataPath(number + ".VMC"), folder.Path(number + ".VMC"));
+        WriteText(folder.Path("short.VMC"), "short");
+    }
+    RunResult Run(const std::string& arguments) const { return RunVekctl(folder, arguments); }
+
+    TemporaryFolder folder;
+};
+
+} // namespace
+
+TEST_F(FileCommands, DocumentsAreByteForByteTheSamples) {
+    for (const GoldenCase& golden : GoldenCases()) {
+        const std::string file = golden.Number + ".VMC";
+        const std::string output = " --output " + std::to_string(golden.Output + 1);
+        const std::string mode = " --mode " + std::to_string(golden.Mode + 1);
+        EXPECT_EQ(Run("report " + file + mode + output).Out, golden.Expected(".txt"));
+        EXPECT_EQ(Run("csv " + file + output).Out, golden.Expected(".csv"));
+        EXPECT_EQ(Run("csv --unused " + file + output + " -o a.csv").Out, "");
+        EXPECT_EQ(ReadText(folder.Path("a.csv")), golden.Expected(".unused.csv"));
+
+        EXPECT_EQ(Run("vex " + file + " -o a.vex").Status, 0);
+        const std::string vex = ReadText(folder.Path("a.vex"));
+        ASSERT_EQ(vex.size(), 268U + 2 * 8192);
+        EXPECT_EQ(vex.substr(268, 2177), golden.Expected(".image"));
+    }
+}
+
+TEST_F(FileCommands, JsonMakesTheIdenticalFileAgain) {
+    WriteText(folder.Path("07.VMC"), ReadText(folder.Path("07.VMC")) + std::string("tail\0", 5));
+    EXPECT_EQ(Run("show --json 07.VMC > a.json").Status, 0);
+    EXPECT_EQ(Run("from-json a.json -o a.VMC").Status, 0);
+    EXPECT_EQ(ReadText(folder.Path("a.VMC")), ReadText(folder.Path("07.VMC")));
+    WriteText(folder.Path("a.VMC"), std::string(7000, 'x'));
+    EXPECT_EQ(Run("from-json - -o a.VMC < a.json").Status, 0);
+    EXPECT_EQ(ReadText(folder.Path("a.VMC")), ReadText(folder.Path("07.VMC")));
+}
+
+TEST_F(FileCommands, SeveralFilesAreDoneOneAfterTheOther) {
+    const auto report = Run("report --sections input-trims,notes 02.VMC nowhere.VMC 03.VMC");
+    EXPECT_EQ(report.Status, 1);
+    EXPECT_EQ(report.Out, Run("report 02.VMC --sections input-trims,notes").Out +
+                              Run("report 03.VMC --sections notes,input-trims").Out);
+    EXPECT_THAT(report.Out, StartsWith("\r\n\r\nInput trims        \r\n"));
+    EXPECT_EQ(report.Err, "vekctl: nowhere.VMC: No such file or directory\n");
+    const auto show = Run("show 01.VMC 02.VMC");
+    EXPECT_THAT(show.Out, StartsWith("=== 01.VMC\nVekNet base address: 512\n"));
+    EXPECT_THAT(show.Out, HasSubstr("\n=== 02.VMC\nVekNet base address: 512\n"));
+}
+
+TEST_F(FileCommands, DiffAndCheckTellByTheirStatus) {
+    const auto equal = Run("diff 02.VMC 02.VMC");
+    EXPECT_EQ(equal.Status, 0);
+    EXPECT_EQ(equal.Out, "");
+    const auto different = Run("diff 01.VMC 02.VMC");
+    EXPECT_EQ(different.Status, 1);
+    EXPECT_THAT(different.Out, StartsWith("Mode 1, Output 1: Input sequence none -> OFF,1,2,3,4,5,6,7,8\n"));
+    EXPECT_EQ(Run("diff 01.VMC short.VMC").Status, 2);
+
+    EXPECT_EQ(Run("check 01.VMC 02.VMC").Status, 0);
+    const auto broken = Run("check 01.VMC short.VMC 03.VMC");
+    EXPECT_EQ(broken.Status, 1);
+    EXPECT_THAT(broken.Out, StartsWith("short.VMC: error: shorter than a configuration: 5 of 6238 bytes\n"));
+    EXPECT_THAT(broken.Out,
+                HasSubstr("\n03.VMC: error: Mode 1: Volume remote panel E is given to outputs 4, 7;"));
+    EXPECT_THAT(broken.Err, IsEmpty());
+}
+
+TEST_F(FileCommands, FailuresSayWhyAndEndWithTheirStatus) {
+    WriteText(folder.Path("bad.json"), "{\"vekNetBase\": 1e3}");
+    const struct {
+        const char* Arguments;
+        int Status;
+        const char* Error;
+    } cases[] = {
+        {"show short.VMC", 1, "vekctl: short.VMC: shorter than a configuration"},
+        {"report . ", 1, "vekctl: .: is a folder"},
+        {"csv 01.VMC -o nowhere/a.csv", 1, "vekctl: nowhere/a.csv: No such file or directory"},
+        {"from-json bad.json -o a.VMC", 1, "vekctl: bad.json: /vekNetBase: must be a whole number"},
+        {"from-json - -o a.VMC < bad.json", 1, "vekctl: standard input: /vekNetBase: must be a whole number"},
+        {"report 02.VMC > /dev/full", 1, "vekctl: standard output: No space left on device"},
+        {"show --json 02.VMC 03.VMC > /dev/full", 1, "vekctl: standard output: No space left on device\n"},
+        {"check 03.VMC > /dev/full", 1, "vekctl: standard output: "},
+        {"diff 02.VMC 03.VMC > /dev/full", 2, "vekctl: standard output: "},
+        {"--help > /dev/full", 1, "vekctl: standard output cannot be written"},
+        {"report 02.VMC >&-", 1, "vekctl: standard output: "},
+        {"report", 2, "FILE is required"},
+        {"report 01.VMC 02.VMC -o a.txt", 2, "-o: takes one FILE, not 2"},
+        {"report 01.VMC --mode 9", 2, "--mode: Value 9 not in range 1 to 8"},
+        {"report 01.VMC --output 0", 2, "--output: Value 0 not in range 1 to 8"},
+        {"report 01.VMC --sections notes,lyrics", 2, "--sections: lyrics not in "},
+        {"report 01.VMC --sections notes --all", 2, "--"},
+        {"vex 01.VMC", 2, "-o is required"},
+        {"diff 01.VMC", 2, "B is required"},
+        {"from-json bad.json", 2, "-o is required"},
+    };
+    for (const auto& test : cases) {
+        const auto result = Run(test.Arguments);
+        EXPECT_EQ(result.Status, test.Status) << test.Arguments;
+        EXPECT_THAT(result.Err, StartsWith(test.Error)) << test.Arguments;
+        EXPECT_EQ(result.Out, "") << test.Arguments;
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder.Path("a.VMC")));
+}
+
+TEST_F(FileCommands, ReaderThatWentAwayIsAFailureNotASignal) {
+    // The reader is gone before the first byte: the command starts when its end of the FIFO says so.
+    const auto result =
+        Run("--version > /dev/null; mkfifo gone; sh -c ': < gone' & exec 3> gone; wait; " VEKCTL
+            " report 02.VMC >&3");
+    EXPECT_EQ(result.Status, 1);
+    EXPECT_EQ(result.Err, "vekctl: standard output: Broken pipe\n");
+}
