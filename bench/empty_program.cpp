@@ -1,0 +1,2 @@
+// What any process costs before it does anything: the yardstick of process_ratio.
+int main() {}
