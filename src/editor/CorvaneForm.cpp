@@ -96,10 +96,7 @@ void CorvaneForm::MakeCommands() {
     connect(&Timer1, &QTimer::timeout, this, &CorvaneForm::Timer1_Tick);
     Timer4.setObjectName(QStringLiteral("Timer4"));
     Timer4.setSingleShot(true);
-    connect(&Timer4, &QTimer::timeout, this, [this] {
-        files->OpenFileAtStartup(commandLine);
-        Timer1_Tick();
-    });
+    connect(&Timer4, &QTimer::timeout, this, &CorvaneForm::Timer4_Tick);
 }
 
 void CorvaneForm::ConnectPages() {
@@ -197,6 +194,12 @@ void CorvaneForm::Timer1_Tick() {
     toolBar->Action("SAVE")->setEnabled(named);
     online->CheckPort();
     status->ShowState(online->IsOnline() ? online->PortName() : QString());
+}
+
+void CorvaneForm::Timer4_Tick() {
+    Timer4.stop();
+    files->OpenFileAtStartup(commandLine);
+    Timer1_Tick();
 }
 
 void CorvaneForm::closeEvent(QCloseEvent* event) {

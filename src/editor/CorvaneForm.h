@@ -40,6 +40,9 @@ class CorvaneForm : public QMainWindow {
     /// Title, SAVE button and status bar; every 500 ms.
     void Timer1_Tick();
 
+    /// Opens the file of the command line; once.
+    void Timer4_Tick();
+
   protected:
     void closeEvent(QCloseEvent* event) override;
 

@@ -1,6 +1,7 @@
 // Samples in tests/data and temporary folders.
 #pragma once
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -25,6 +26,15 @@ inline std::string ReadText(const std::string& path) {
 
 inline void WriteText(const std::string& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
+}
+
+/// Where two texts of bytes first differ, for a readable failure; empty when they are equal.
+inline std::string Differing(const std::string& a, const std::string& b) {
+    if (a == b)
+        return {};
+    const auto at = std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin();
+    return "byte " + std::to_string(at) + " of " + std::to_string(a.size()) + " and " +
+           std::to_string(b.size());
 }
 
 /// The numbers of the sample configurations: "01" … "08".

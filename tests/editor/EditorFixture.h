@@ -1,0 +1,103 @@
+// The main window with scripted boxes, a scripted serial port on a virtual clock and a store in memory.
+#pragma once
+
+#include "editor/CorvaneForm.h"
+#include "model/ProgramState.h"
+#include "model/RecordLayout.h"
+#include "support/MemoryStore.h"
+#include "support/ScriptedDialogs.h"
+#include "support/ScriptedPort.h"
+#include "support/TestData.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QLineEdit>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace vek::test {
+
+/// The port and the clock of a test outlive the windows that use them.
+class BorrowedPort : public SerialControl {
+  public:
+    explicit BorrowedPort(ScriptedPort& port) : port(port) {}
+    void SetCommPort(int number) override { port.SetCommPort(number); }
+    void SetPortOpen(bool open) override { port.SetPortOpen(open); }
+    bool PortOpen() const override { return port.PortOpen(); }
+    void SetSettings(std::string_view settings) override { port.SetSettings(settings); }
+    void Output(std::span<const std::uint8_t> bytes) override { port.Output(bytes); }
+    ByteVector Input() override { return port.Input(); }
+    std::size_t InBufferCount() const override { return port.InBufferCount(); }
+
+  private:
+    ScriptedPort& port;
+};
+
+class BorrowedTimer : public OneShotTimer {
+  public:
+    explicit BorrowedTimer(ScriptedPort& clock) : clock(clock) {}
+    void Start(int milliseconds) override { clock.Start(milliseconds); }
+    void Stop() override { clock.Stop(); }
+    bool Enabled() const override { return clock.Enabled(); }
+    void LetEventsRun() override { clock.LetEventsRun(); }
+
+  private:
+    ScriptedPort& clock;
+};
+
+class EditorTest : public testing::Test {
+  protected:
+    EditorTest()
+        : services{.Boxes = boxes,
+                   .Store = store,
+                   .MakeSerialControl = [this] { return std::make_unique<BorrowedPort>(port); },
+                   .MakeTimer = [this] { return std::make_unique<BorrowedTimer>(port); },
+                   .PortNames = [] { return QStringList{QStringLiteral("ttyUSB0")}; }} {
+        window = std::make_unique<CorvaneForm>(services, QString());
+        window->show();
+    }
+
+    /// A control of the window by its name.
+    template <typename Widget = QWidget>
+    Widget* Find(const QString& name) {
+        auto* found = window->findChild<Widget*>(name);
+        EXPECT_NE(found, nullptr) << name.toStdString();
+        return found;
+    }
+    /// A part of a custom control.
+    template <typename Widget = QWidget>
+    Widget* Part(const QString& control, const QString& part) {
+        return Find(control)->template findChild<Widget*>(part);
+    }
+    void Click(const QString& name) { Find<QAbstractButton>(name)->click(); }
+    void Trigger(const QString& action) { Find<QAction>(action)->trigger(); }
+    /// Replaces the text of a control's box by typing and Enter.
+    void Type(const QString& control, const QString& text) {
+        auto* box = Part<QLineEdit>(control, QStringLiteral("Text1"));
+        box->selectAll();
+        QTest::keyClick(box, Qt::Key_Backspace);
+        QTest::keyClicks(box, text);
+        QTest::keyClick(box, Qt::Key_Return);
+        QCoreApplication::processEvents();
+    }
+    void PressKnob(const QString& control, Qt::Key key) {
+        QTest::keyClick(Part(control, QStringLiteral("Command1")), key);
+    }
+    static std::string Bytes() {
+        const RecordBytes bytes = EncodeRecord(Config);
+        return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+    }
+
+    ScriptedDialogs boxes;
+    MemoryStore store;
+    ScriptedPort port;
+    EditorServices services;
+    std::unique_ptr<CorvaneForm> window;
+};
+
+inline QString Element(const char* name, std::size_t index) {
+    return QStringLiteral("%1_%2").arg(QString::fromLatin1(name)).arg(index);
+}
+
+} // namespace vek::test

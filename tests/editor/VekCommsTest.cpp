@@ -1,0 +1,137 @@
+// The programming window against a scripted device.
+#include "editor/EditorFixture.h"
+
+#include "editor/VekComms.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QRadioButton>
+
+using namespace vek;
+using namespace vek::test;
+
+namespace {
+
+/// Answers searches at 9600, acknowledges everything else and collects the blocks.
+class ObligingDevice {
+  public:
+    explicit ObligingDevice(ScriptedPort& port) : port(port) {
+        port.OnOutput = [this](const ByteVector& bytes) { Answer(bytes); };
+    }
+    ByteVector Image;
+    int Restarts = 0;
+    std::function<void(std::size_t block)> OnBlock;
+
+  private:
+    void Answer(const ByteVector& bytes) {
+        if (bytes == ByteVector{'K'} && port.Rate == "9600,n,8,2")
+            port.Reply(1, {39, 2, 5, 255 - 39 - 2 - 5, 0});
+        if (bytes.size() == 11) {
+            Image.insert(Image.end(), bytes.begin() + 2, bytes.begin() + 10);
+            port.Reply(1, {240, 0});
+            if (OnBlock)
+                OnBlock(Image.size() / 8);
+        }
+        if (bytes == ByteVector{255} && port.Rate == "9600,e,8,1") {
+            ++Restarts;
+            port.Reply(1, {240, 0});
+        }
+    }
+    ScriptedPort& port;
+};
+
+class Programming : public EditorTest {
+  protected:
+    Programming() {
+        port.Present = {1};
+        CheckDeviceTypes(store, types);
+        for (std::size_t i = 0; i < image.Buffer.size(); ++i)
+            image.Buffer[i] = static_cast<std::uint8_t>(i * 7);
+        image.Length = imageLength;
+    }
+    /// Shows the window and runs its search, which is over when this returns.
+    std::unique_ptr<VekComms> Searched() {
+        auto form = std::make_unique<VekComms>(services, types, image);
+        form->show();
+        QCoreApplication::processEvents();
+        return form;
+    }
+    static QString TypeText(VekComms& form) {
+        return form.findChild<QLineEdit*>(QStringLiteral("VekType_0"))->text();
+    }
+    static void Press(VekComms& form, const char* button) {
+        form.findChild<QAbstractButton*>(QString::fromLatin1(button))->click();
+    }
+
+    DeviceTypeList types;
+    DownloadImage image;
+    ObligingDevice device{port};
+};
+
+} // namespace
+
+TEST_F(Programming, FindsChoosesAndPrograms) {
+    const auto form = Searched();
+    auto* option = form->findChild<QRadioButton*>(QStringLiteral("Option1_0"));
+    auto* program = form->findChild<QAbstractButton*>(QStringLiteral("ProgramVek"));
+    EXPECT_TRUE(TypeText(*form).endsWith(QStringLiteral("2.5"))) << TypeText(*form).toStdString();
+    EXPECT_TRUE(option->isEnabled());
+    EXPECT_FALSE(option->isChecked());
+    EXPECT_FALSE(program->isEnabled());
+    EXPECT_TRUE(form->findChild<QWidget*>(QStringLiteral("VekType_1"))->isHidden()) << "there is no COM2";
+    EXPECT_FALSE(port.PortOpen());
+    option->click();
+    EXPECT_TRUE(program->isEnabled());
+
+    device.OnBlock = [&](std::size_t block) {
+        if (block == 100) {
+            EXPECT_EQ(form->findChild<QProgressBar*>(QStringLiteral("ProgressBar1"))->value(),
+                      98 * 1000 / 273);
+            EXPECT_FALSE(program->isEnabled());
+        }
+    };
+    boxes.ExpectYesNo(QStringLiteral("All sent ok"), QStringLiteral("Program another vek"), Answer::Yes,
+                      Answer::No);
+    boxes.ExpectYesNo(QStringLiteral("All sent ok"), QStringLiteral("Program another vek"), Answer::No,
+                      Answer::No);
+    Press(*form, "ProgramVek");
+    EXPECT_EQ(device.Image.size(), 2U * 273 * 8);
+    EXPECT_EQ(ByteVector(device.Image.begin(), device.Image.begin() + imageLength),
+              ByteVector(image.Buffer.begin(), image.Buffer.begin() + imageLength));
+    EXPECT_FALSE(form->isVisible()) << "the window closes when the user is done";
+    EXPECT_FALSE(port.PortOpen());
+    EXPECT_EQ(form->findChild<QLabel*>(QStringLiteral("Label2"))->text(), QStringLiteral("100%"));
+}
+
+TEST_F(Programming, ClosingEndsTheSearchAtOnce) {
+    port.OnOutput = {};
+    std::unique_ptr<VekComms> form;
+    bool closedInside = true;
+    bool searchLocked = false;
+    port.At(50, [&] {
+        searchLocked = !form->findChild<QWidget*>(QStringLiteral("Command1"))->isEnabled();
+        form->close();
+        closedInside = !form->isVisible();
+    });
+    form = std::make_unique<VekComms>(services, types, image);
+    form->show();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(searchLocked);
+    EXPECT_FALSE(closedInside) << "a window is not closed inside its own wait";
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_LE(port.Now, 50);
+    EXPECT_FALSE(port.PortOpen());
+}
+
+TEST_F(Programming, CancelDuringTheDownloadReportsNothing) {
+    const auto form = Searched();
+    form->findChild<QRadioButton*>(QStringLiteral("Option1_0"))->click();
+    device.OnBlock = [&](std::size_t block) {
+        if (block == 10)
+            Press(*form, "Command2");
+    };
+    Press(*form, "ProgramVek");
+    EXPECT_EQ(device.Image.size(), 80U);
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_FALSE(port.PortOpen());
+}
