@@ -26,6 +26,7 @@ PortRows::PortRows(const PortRowNames& names, const QStringList& realNames, QWid
     options = new QButtonGroup(this);
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(12);
     grid->setColumnStretch(2, 1);
     for (std::size_t row = 0; row < portCount; ++row) {
         const QString realName = realNames.value(static_cast<qsizetype>(row));
