@@ -8,8 +8,9 @@
 namespace vek {
 
 /// Typed keys, pasted text, dropped text and text from an input method pass one filter, character by
-/// character; a refused character is left out, the others go in. Text set from code is not filtered.
-/// Navigation, deletion, undo and the clipboard keys work as in any line of text.
+/// character; a refused character is left out, the others go in. Text set from code is not filtered. Getting
+/// the focus selects the whole text, by mouse too. Navigation, deletion, undo and the clipboard keys work as
+/// in any line of text.
 class KeyFilteredLineEdit : public QLineEdit {
     Q_OBJECT
 
@@ -30,9 +31,8 @@ class KeyFilteredLineEdit : public QLineEdit {
     void KeyTyped();
     /// Enter was pressed. The key goes no further, so it never reaches a dialog's default button.
     void EnterPressed();
-    /// The box got the focus, and its whole text was selected; or it lost the focus. Neither is raised for a
-    /// menu that opens over the box nor when another window comes to the front.
-    void Entered();
+    /// The box lost the focus; not raised for a menu that opens over it or another window that comes to the
+    /// front.
     void Left();
     /// A mouse button was pressed in the box.
     void MousePressed();
@@ -49,7 +49,7 @@ class KeyFilteredLineEdit : public QLineEdit {
 
   private:
     QString Accepted(const QString& arriving) const;
-    void InsertForeign(const QString& text);
+    void InsertFiltered(const QString& arriving);
 
     CharacterFilter filter;
     bool entering = false; ///< the mouse press that gave the focus has not been released or dragged yet

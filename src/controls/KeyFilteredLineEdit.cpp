@@ -1,0 +1,151 @@
+#include "controls/KeyFilteredLineEdit.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDropEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+
+#include <utility>
+
+namespace vek {
+
+namespace {
+
+bool TypesCharacters(const QKeyEvent& event) {
+    const Qt::KeyboardModifiers shortcutKeys = event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+    return !event.text().isEmpty() && event.text().front().isPrint() && shortcutKeys != Qt::ControlModifier;
+}
+
+/// A menu over the box or another window in front takes the keyboard, but the user has not left the box.
+bool IsPassing(const QFocusEvent& event) {
+    return event.reason() == Qt::PopupFocusReason || event.reason() == Qt::ActiveWindowFocusReason;
+}
+
+} // namespace
+
+KeyFilteredLineEdit::KeyFilteredLineEdit(CharacterFilter filter, QWidget* parent)
+    : QLineEdit(parent), filter(std::move(filter)) {}
+
+QString KeyFilteredLineEdit::Accepted(const QString& arriving) const {
+    QString rest = text();
+    if (hasSelectedText())
+        rest.remove(selectionStart(), selectionLength());
+    QString accepted;
+    for (const QChar character : arriving) {
+        if (!filter(character, rest))
+            continue;
+        accepted += character;
+        rest += character;
+    }
+    return accepted;
+}
+
+void KeyFilteredLineEdit::InsertFiltered(const QString& arriving) {
+    if (isReadOnly())
+        return;
+    // Inserting nothing would still delete the selection.
+    if (const QString accepted = Accepted(arriving); !accepted.isEmpty())
+        insert(accepted);
+}
+
+void KeyFilteredLineEdit::paste() {
+    Q_EMIT KeyTyped();
+    InsertFiltered(QGuiApplication::clipboard()->text());
+}
+
+void KeyFilteredLineEdit::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Paste)) {
+        paste();
+        event->accept();
+        return;
+    }
+    if (!event->text().isEmpty())
+        Q_EMIT KeyTyped();
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        event->accept();
+        Q_EMIT EnterPressed();
+    } else if (TypesCharacters(*event)) {
+        InsertFiltered(event->text());
+        event->accept();
+    } else {
+        QLineEdit::keyPressEvent(event);
+    }
+}
+
+void KeyFilteredLineEdit::inputMethodEvent(QInputMethodEvent* event) {
+    QInputMethodEvent filtered(event->preeditString(), event->attributes());
+    if (!event->commitString().isEmpty())
+        Q_EMIT KeyTyped();
+    filtered.setCommitString(Accepted(event->commitString()), event->replacementStart(),
+                             event->replacementLength());
+    QLineEdit::inputMethodEvent(&filtered);
+    event->setAccepted(filtered.isAccepted());
+}
+
+void KeyFilteredLineEdit::dropEvent(QDropEvent* event) {
+    if (isReadOnly() || !event->mimeData()->hasText())
+        return;
+    Q_EMIT KeyTyped();
+    deselect(); // a drop goes beside the selection, it does not replace it
+    QMimeData accepted;
+    accepted.setText(Accepted(event->mimeData()->text()));
+    QDropEvent filtered(event->position(), event->possibleActions(), &accepted, event->buttons(),
+                        event->modifiers());
+    QLineEdit::dropEvent(&filtered);
+    // Always a copy: the source must not lose characters that were refused here.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void KeyFilteredLineEdit::mousePressEvent(QMouseEvent* event) {
+    QLineEdit::mousePressEvent(event);
+    if (entering && event->button() == Qt::LeftButton) {
+        entryPoint = event->position().toPoint();
+        selectAll();
+    }
+    Q_EMIT MousePressed();
+}
+
+void KeyFilteredLineEdit::mouseMoveEvent(QMouseEvent* event) {
+    if (entering) {
+        const QPoint way = event->position().toPoint() - entryPoint;
+        if (way.manhattanLength() < QApplication::startDragDistance())
+            return;
+        entering = false;
+        setCursorPosition(cursorPositionAt(entryPoint));
+    }
+    QLineEdit::mouseMoveEvent(event);
+}
+
+void KeyFilteredLineEdit::mouseReleaseEvent(QMouseEvent* event) {
+    entering = false;
+    const QClipboard* clipboard = QGuiApplication::clipboard();
+    if (event->button() == Qt::MiddleButton && clipboard->supportsSelection()) {
+        Q_EMIT KeyTyped();
+        deselect();
+        InsertFiltered(clipboard->text(QClipboard::Selection));
+        event->accept();
+        return;
+    }
+    QLineEdit::mouseReleaseEvent(event);
+}
+
+void KeyFilteredLineEdit::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    if (IsPassing(*event))
+        return;
+    entering = event->reason() == Qt::MouseFocusReason;
+    selectAll();
+}
+
+void KeyFilteredLineEdit::focusOutEvent(QFocusEvent* event) {
+    QLineEdit::focusOutEvent(event);
+    entering = false;
+    if (!IsPassing(*event))
+        Q_EMIT Left();
+}
+
+} // namespace vek
