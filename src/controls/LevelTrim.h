@@ -22,6 +22,7 @@ class LevelTrim : public QWidget {
 
   public:
     explicit LevelTrim(QWidget* parent = nullptr);
+    ~LevelTrim() override;
 
     /// dB; initially 0. A level set from code is kept as it is, also outside the limits or between whole
     /// decibels; the knob then stands at the nearest end. Must be finite.
@@ -33,6 +34,10 @@ class LevelTrim : public QWidget {
     /// dB at the bottom of the track; initially -18.
     float MinLevel() const { return range.Min; }
     void SetMinLevel(float value);
+
+    /// Moves the fader as a user who enters a level: whole decibels within the limits, and Change() when the
+    /// level differs from the former one.
+    void MoveTo(double value);
 
     /// Names the knob and the read-out for assistive technology ("Input 3 trim").
     void SetAccessibleTitle(const QString& title);
@@ -53,16 +58,16 @@ class LevelTrim : public QWidget {
     void changeEvent(QEvent* event) override;
 
   private:
-    void DragKnob(int knobTop);
-    void StepKnob(float newLevel);
+    void DragKnob(int wantedTop);
     void AcceptText();
-    void TextLeft();
-    void ShowLevel();
+    void StoreLevel(float value);
+    void LimitsChanged();
     void PlaceKnob();
     void Arrange();
     FaderTrack Track() const;
-    QFont ScaleFont() const;
     int TrackCentre() const;
+    QFont ScaleFont() const;
+    QSize SizeForTravel(int travel) const;
 
     float level = 0.0F;
     LevelRange range;

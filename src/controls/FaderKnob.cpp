@@ -1,0 +1,133 @@
+#include "controls/FaderKnob.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOptionButton>
+
+#include <limits>
+
+namespace vek {
+
+namespace {
+
+// Odd height: the line across the middle stands on a whole pixel.
+constexpr QSize knobSize(26, 15);
+
+struct KnobKey {
+    int Key;
+    float Decibels;
+};
+
+constexpr float toEnd = std::numeric_limits<float>::infinity();
+constexpr KnobKey knobKeys[] = {
+    {Qt::Key_Up, 1.0F},        {Qt::Key_Down, -1.0F},  {Qt::Key_PageUp, 6.0F},
+    {Qt::Key_PageDown, -6.0F}, {Qt::Key_Home, -toEnd}, {Qt::Key_End, toEnd},
+};
+
+const KnobKey* FindKnobKey(int key) {
+    for (const KnobKey& entry : knobKeys)
+        if (entry.Key == key)
+            return &entry;
+    return nullptr;
+}
+
+} // namespace
+
+FaderKnob::FaderKnob(QWidget* parent) : QWidget(parent) {
+    setFocusPolicy(Qt::StrongFocus);
+    setCursor(Qt::SizeVerCursor);
+    setAttribute(Qt::WA_Hover);
+    resize(knobSize);
+}
+
+QSize FaderKnob::sizeHint() const { return knobSize; }
+
+bool FaderKnob::event(QEvent* event) {
+    const bool disabled = event->type() == QEvent::EnabledChange && !isEnabled();
+    if (disabled || event->type() == QEvent::Hide || event->type() == QEvent::WindowDeactivate)
+        Interrupt();
+    return QWidget::event(event);
+}
+
+void FaderKnob::Interrupt() {
+    if (!dragging && !repeating)
+        return;
+    dragging = repeating = false;
+    update();
+    QMetaObject::invokeMethod(this, &FaderKnob::Released, Qt::QueuedConnection);
+}
+
+void FaderKnob::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton)
+        return;
+    grabOffset = event->position().toPoint().y();
+    dragging = true;
+    update();
+}
+
+void FaderKnob::mouseMoveEvent(QMouseEvent* event) {
+    if (dragging)
+        Q_EMIT Dragged(mapToParent(event->position().toPoint()).y() - grabOffset);
+}
+
+void FaderKnob::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || !dragging)
+        return;
+    dragging = false;
+    update();
+    Q_EMIT Released();
+}
+
+void FaderKnob::keyPressEvent(QKeyEvent* event) {
+    const KnobKey* found = FindKnobKey(event->key());
+    if (found == nullptr) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    Q_EMIT Stepped(found->Decibels);
+    if (event->isAutoRepeat())
+        repeating = true;
+    else
+        Q_EMIT Released();
+}
+
+void FaderKnob::keyReleaseEvent(QKeyEvent* event) {
+    if (event->isAutoRepeat() || FindKnobKey(event->key()) == nullptr)
+        QWidget::keyReleaseEvent(event);
+    else
+        EndRepeat();
+}
+
+void FaderKnob::focusOutEvent(QFocusEvent* event) {
+    QWidget::focusOutEvent(event);
+    EndRepeat();
+}
+
+void FaderKnob::EndRepeat() {
+    if (!repeating)
+        return;
+    repeating = false;
+    Q_EMIT Released();
+}
+
+void FaderKnob::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    QStyleOptionButton option;
+    option.initFrom(this);
+    option.state |= dragging ? QStyle::State_Sunken : QStyle::State_Raised;
+    style()->drawControl(QStyle::CE_PushButtonBevel, &option, &painter, this);
+
+    const QColor mark = palette().color(hasFocus() ? QPalette::Highlight : QPalette::ButtonText);
+    constexpr int inset = 4;
+    painter.fillRect(inset, height() / 2, width() - 2 * inset, 1, mark);
+    if (hasFocus()) {
+        constexpr double penWidth = 2.0;
+        constexpr double radius = 2.0;
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(mark, penWidth));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), radius, radius);
+    }
+}
+
+} // namespace vek

@@ -1,0 +1,46 @@
+// The knob of a fader: dragged by the mouse, stepped by keys.
+#pragma once
+
+#include <QWidget>
+
+namespace vek {
+
+/// The knob only says where it is wanted; the fader that owns it moves it.
+class FaderKnob : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit FaderKnob(QWidget* parent);
+
+    QSize sizeHint() const override;
+
+  Q_SIGNALS:
+    /// While dragged: where the pointer wants the knob's top edge, in the parent's coordinates, not limited.
+    void Dragged(int top);
+    /// A key asks for a step in dB; infinite to go to an end.
+    void Stepped(float decibels);
+    /// The mouse button was released, or the key that stepped. A key that repeats counts once more when it is
+    /// released. A drag that ends because the knob is disabled or hidden or another window comes to the front
+    /// counts as released once the event loop runs again.
+    void Released();
+
+  protected:
+    bool event(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    void Interrupt();
+    void EndRepeat();
+
+    bool dragging = false;
+    bool repeating = false; ///< a held key has moved the knob since the last Released
+    int grabOffset = 0;     ///< from the knob's top edge to the pointer, logical pixels
+};
+
+} // namespace vek

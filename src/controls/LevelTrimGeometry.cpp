@@ -1,0 +1,42 @@
+#include "controls/LevelTrimGeometry.h"
+
+#include "base/Numbers.h"
+
+#include <cmath>
+
+namespace vek {
+
+float LimitKnobTop(const FaderTrack& track, float top) {
+    if (top + track.KnobHeight > track.Bottom)
+        top = track.Bottom - track.KnobHeight;
+    return top < track.Top ? track.Top : top;
+}
+
+float LevelAtKnobTop(const FaderTrack& track, const LevelRange& range, float top) {
+    const float travel = std::fabs(track.Span());
+    if (travel == 0.0F)
+        return static_cast<float>(RoundHalfEven(range.Max));
+    const float level = range.Max - ((top - track.Top) / travel) * (range.Max - range.Min);
+    return static_cast<float>(RoundHalfEven(level));
+}
+
+float KnobTopAtLevel(const FaderTrack& track, const LevelRange& range, float level) {
+    const float height = range.Max - range.Min;
+    if (height == 0.0F)
+        return track.Top;
+    return LimitKnobTop(track, track.Top + track.Span() * (range.Max - level) / height);
+}
+
+float WholeLevel(const LevelRange& range, double level) {
+    const double whole = RoundHalfEven(level);
+    if (whole > range.Max)
+        return range.Max;
+    return whole < range.Min ? range.Min : static_cast<float>(whole);
+}
+
+std::array<float, 4> ScaleLevels(const LevelRange& range) {
+    const float step = (range.Max - range.Min) / 3.0F;
+    return {range.Max, range.Max - step, range.Max - 2.0F * step, range.Min};
+}
+
+} // namespace vek

@@ -1,0 +1,216 @@
+#include "controls/LevelTrim.h"
+
+#include "Windows.h"
+
+#include <QAccessible>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QVBoxLayout>
+
+namespace vek {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr FaderTrack track = {30.0F, 145.0F, 15.0F}; // 100 units of travel
+constexpr LevelRange usual = {6.0F, -18.0F};
+
+TEST(LevelTrimGeometry, LevelAndKnobPositionAreLinearAndInverse) {
+    struct Case {
+        LevelRange Range;
+        float Top;
+        float Level;
+    };
+    const Case cases[] = {
+        {usual, 30.0F, 6.0F},           {usual, 130.0F, -18.0F},         {usual, 55.0F, 0.0F},
+        {usual, 80.0F, -6.0F},          {{10.0F, -62.0F}, 30.0F, 10.0F}, {{10.0F, -62.0F}, 130.0F, -62.0F},
+        {{10.0F, -62.0F}, 55.0F, -8.0F}};
+    for (const Case& c : cases) {
+        EXPECT_EQ(LevelAtKnobTop(track, c.Range, c.Top), c.Level) << c.Top;
+        EXPECT_EQ(KnobTopAtLevel(track, c.Range, c.Level), c.Top) << c.Level;
+    }
+    const LevelRange tenths = {5.0F, -5.0F}; // a tenth of a dB per unit: 2.5, 1.5, -2.5, -2.6 dB
+    const std::pair<float, float> halvesToEven[] = {{55, 2}, {65, 2}, {105, -2}, {106, -3}};
+    for (const auto& [top, level] : halvesToEven)
+        EXPECT_EQ(LevelAtKnobTop(track, tenths, top), level);
+}
+
+TEST(LevelTrimGeometry, StaysOnTheTrackAndWithinTheLimits) {
+    EXPECT_EQ(LimitKnobTop(track, -5.0F), 30.0F);
+    EXPECT_EQ(LimitKnobTop(track, 77.5F), 77.5F);
+    EXPECT_EQ(LimitKnobTop(track, 131.0F), 130.0F);
+    EXPECT_EQ(KnobTopAtLevel(track, usual, 40.0F), 30.0F);
+    EXPECT_EQ(KnobTopAtLevel(track, usual, -96.0F), 130.0F);
+    EXPECT_EQ(WholeLevel(usual, 12), 6.0F);
+    EXPECT_EQ(WholeLevel(usual, -1e300), -18.0F);
+    EXPECT_EQ(WholeLevel(usual, -3.5), -4.0F);
+    // Nothing to travel, no range to show: still a position and a level.
+    EXPECT_EQ(KnobTopAtLevel(track, {4.0F, 4.0F}, 4.0F), 30.0F);
+    EXPECT_EQ(LevelAtKnobTop({30.0F, 45.0F, 15.0F}, usual, 30.0F), 6.0F);
+}
+
+TEST(LevelTrimGeometry, PrintsFourLevelsInEqualSteps) {
+    EXPECT_EQ(ScaleLevels(usual), (std::array{6.0F, -2.0F, -10.0F, -18.0F}));
+    EXPECT_EQ(ScaleLevels({10.0F, -62.0F}), (std::array{10.0F, -14.0F, -38.0F, -62.0F}));
+}
+
+struct LevelTrimTest : testing::Test {
+    LevelTrimTest() {
+        auto* column = new QVBoxLayout(&window);
+        column->addWidget(&other);
+        column->addWidget(&fader);
+        window.resize(120, 300);
+        ShowActive(window);
+    }
+
+    void Enter(const QString& text) {
+        readOut.setFocus();
+        readOut.selectAll();
+        QTest::keyClicks(&readOut, text);
+        QTest::keyClick(&readOut, Qt::Key_Return);
+    }
+
+    QWidget window;
+    QLineEdit other;
+    LevelTrim fader;
+    QWidget& knob = Child<QWidget>(fader, "Command1");
+    QLineEdit& readOut = Child<QLineEdit>(fader, "Text2");
+    QSignalSpy changes{&fader, &LevelTrim::Change};
+};
+
+TEST_F(LevelTrimTest, PropertiesMoveTheKnobWithoutEvents) {
+    EXPECT_EQ(readOut.text(), "0dB"_L1);
+    fader.setProperty("Level", 6.0F);
+    const int top = knob.y();
+    fader.setProperty("Level", -18.0F);
+    EXPECT_GT(knob.y(), top);
+    EXPECT_EQ(knob.geometry().bottom(), fader.height() - 2) << "the bottom of the track";
+    fader.setProperty("MinLevel", -30.0F);
+    fader.setProperty("MaxLevel", -18.0F);
+    EXPECT_EQ(knob.y(), top);
+    fader.SetLevel(12.25F); // beyond the limits and between decibels: kept as it is
+    EXPECT_EQ(fader.Level(), 12.25F);
+    EXPECT_EQ(readOut.text(), "+12.25dB"_L1);
+    EXPECT_EQ(knob.y(), top);
+    EXPECT_EQ(changes.count(), 0);
+}
+
+TEST_F(LevelTrimTest, DragFollowsThePointerAndRaisesChangeOnRelease) {
+    DragBy(knob, {0, -1000});
+    EXPECT_EQ(readOut.text(), "+6dB"_L1);
+    EXPECT_EQ(changes.count(), 1);
+    DragBy(knob, {40, 2000});
+    EXPECT_EQ(fader.Level(), -18.0F);
+    EXPECT_EQ(changes.count(), 2);
+
+    QTest::mousePress(&knob, Qt::LeftButton, {}, {5, 3});
+    QTest::mouseMove(&knob, {5, 3 - 40});
+    EXPECT_EQ(knob.geometry().bottom(), fader.height() - 2 - 40)
+        << "the grabbed point stays under the pointer";
+    const double travel = fader.height() - 1 - readOut.height() - 8 - knob.height();
+    EXPECT_EQ(fader.Level(), static_cast<float>(std::nearbyint(-18 + 24 * 40 / travel)));
+    EXPECT_EQ(changes.count(), 2) << "no event during the drag";
+    QTest::mouseRelease(&knob, Qt::LeftButton);
+    QTest::mouseClick(&knob, Qt::LeftButton);
+    EXPECT_EQ(changes.count(), 4) << "a release without a move counts too";
+}
+
+TEST_F(LevelTrimTest, AnInterruptedDragEndsWithItsChange) {
+    QTest::mousePress(&knob, Qt::LeftButton);
+    QTest::mouseMove(&knob, knob.rect().center() - QPoint(0, 30));
+    const float level = fader.Level();
+    fader.setEnabled(false);
+    QTest::mouseMove(&knob, knob.rect().center() + QPoint(0, 60));
+    QApplication::processEvents();
+    EXPECT_EQ(fader.Level(), level);
+    EXPECT_EQ(changes.count(), 1);
+}
+
+TEST_F(LevelTrimTest, KeysMoveTheKnob) {
+    const struct {
+        int Key;
+        float Level;
+    } cases[] = {{Qt::Key_Up, 1.0F},         {Qt::Key_PageUp, 6.0F}, {Qt::Key_Up, 6.0F},
+                 {Qt::Key_PageDown, 0.0F},   {Qt::Key_Down, -1.0F},  {Qt::Key_Home, -18.0F},
+                 {Qt::Key_PageDown, -18.0F}, {Qt::Key_End, 6.0F}};
+    for (const auto& c : cases) {
+        changes.clear();
+        QTest::keyClick(&knob, static_cast<Qt::Key>(c.Key));
+        EXPECT_EQ(fader.Level(), c.Level);
+        EXPECT_EQ(changes.count(), 1);
+    }
+    fader.SetLevel(2.5F);
+    QTest::keyClick(&knob, Qt::Key_Up);
+    EXPECT_EQ(fader.Level(), 4.0F) << "whole decibels, halves to even";
+}
+
+TEST_F(LevelTrimTest, AHeldKeyRaisesChangeWhenPressedAndWhenReleased) {
+    QTest::keyPress(&knob, Qt::Key_Down);
+    EXPECT_EQ(changes.count(), 1);
+    for (int i = 0; i < 5; ++i) {
+        QKeyEvent again(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier, {}, true);
+        QApplication::sendEvent(&knob, &again);
+    }
+    EXPECT_EQ(fader.Level(), -6.0F);
+    EXPECT_EQ(changes.count(), 1);
+    QTest::keyRelease(&knob, Qt::Key_Down);
+    EXPECT_EQ(changes.count(), 2);
+}
+
+TEST_F(LevelTrimTest, TypedLevelsAreWholeAndLimited) {
+    struct Case {
+        const char* Typed;
+        float Level;
+        const char* Text;
+        int Changes;
+    };
+    const Case cases[] = {{"12", 6.0F, "+6dB", 1},      {"8", 6.0F, "+6dB", 0},  {"-3.5", -18.0F, "-18dB", 1},
+                          {"-9", 0.0F, "0dB", 1},       {"+4", 4.0F, "+4dB", 1}, {"4", 4.0F, "+4dB", 0},
+                          {"9.e x-1", -1.0F, "-1dB", 1}};
+    for (const Case& c : cases) {
+        changes.clear();
+        Enter(QLatin1StringView(c.Typed));
+        EXPECT_EQ(fader.Level(), c.Level) << c.Typed;
+        EXPECT_EQ(readOut.text(), QLatin1StringView(c.Text)) << c.Typed;
+        EXPECT_EQ(changes.count(), c.Changes) << c.Typed;
+    }
+}
+
+TEST_F(LevelTrimTest, LeavingTheReadOutAcceptsOnlyAnEdit) {
+    fader.SetLevel(-3.5F);
+    readOut.setFocus();
+    other.setFocus();
+    EXPECT_EQ(fader.Level(), -3.5F);
+    EXPECT_EQ(changes.count(), 0);
+    readOut.setFocus();
+    QTest::keyClicks(&readOut, u"-4"_s);
+    other.setFocus();
+    EXPECT_EQ(fader.Level(), -4.0F);
+    EXPECT_EQ(changes.count(), 1);
+}
+
+TEST_F(LevelTrimTest, EventsComeAfterTheLevelAndForEveryClickIntoTheReadOut) {
+    std::vector<float> seen;
+    QObject::connect(&fader, &LevelTrim::Change, &fader, [&] { seen.push_back(fader.Level()); });
+    QSignalSpy clicks(&fader, &LevelTrim::TextClicked);
+    QTest::mouseClick(&readOut, Qt::LeftButton);
+    QTest::mouseClick(&readOut, Qt::LeftButton);
+    Enter(u"3"_s);
+    DragBy(knob, {0, -1000});
+    EXPECT_EQ(seen, (std::vector{3.0F, 6.0F}));
+    EXPECT_EQ(clicks.count(), 2);
+}
+
+TEST_F(LevelTrimTest, IsASliderForAssistiveTechnology) {
+    fader.SetAccessibleTitle(u"Input 3 trim"_s);
+    QAccessibleInterface* slider = QAccessible::queryAccessibleInterface(&knob);
+    ASSERT_NE(slider->valueInterface(), nullptr);
+    EXPECT_EQ(slider->role(), QAccessible::Slider);
+    EXPECT_EQ(slider->text(QAccessible::Name), "Input 3 trim"_L1);
+    slider->valueInterface()->setCurrentValue(-60);
+    EXPECT_EQ(slider->valueInterface()->currentValue().toFloat(), -18.0F);
+    EXPECT_EQ(changes.count(), 1);
+}
+
+} // namespace
+} // namespace vek
