@@ -28,12 +28,12 @@ class UpDownButtons : public QWidget {
     void Pressed();
     /// One step: direction is +1 or -1.
     void Step(int direction);
-    /// The button was released, or the hold ended otherwise (disabled, hidden, another window in front).
+    /// The button was released, or the hold ended otherwise (disabled, hidden, another window in front; the
+    /// last two are told once the event loop runs again).
     void Released();
 
   protected:
-    void changeEvent(QEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
+    bool event(QEvent* event) override;
 
   private:
     QAbstractButton* MakeButton(const QString& name, Qt::ArrowType arrow, bool& held, int direction);
@@ -43,7 +43,7 @@ class UpDownButtons : public QWidget {
 
     QAbstractButton* up;
     QAbstractButton* down;
-    QTimer timer;
+    QTimer timer{this};
     bool upHeld = false;
     bool downHeld = false;
 };

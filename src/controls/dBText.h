@@ -18,6 +18,7 @@ class dBText : public QWidget {
 
   public:
     explicit dBText(QWidget* parent = nullptr);
+    ~dBText() override;
 
     /// dB; a level that is set is snapped to half decibels and limited. Initially 0.
     float Level() const { return level; }

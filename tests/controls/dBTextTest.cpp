@@ -1,0 +1,198 @@
+#include "controls/dBText.h"
+
+#include "Windows.h"
+#include "controls/HalfDecibels.h"
+
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <cmath>
+#include <limits>
+
+namespace vek {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr float infinity = std::numeric_limits<float>::infinity();
+
+TEST(HalfDecibels, SnapsWholeTenthsTowardsZeroAndKeepsFinerParts) {
+    const struct {
+        float Level;
+        float Snapped;
+    } cases[] = {{0.0F, 0.0F},   {1.3F, 1.0F},         {1.7F, 1.5F},          {-1.7F, -1.5F},
+                 {2.3F, 2.0F},   {2.7F, 2.5F},         {2.5F, 2.5F},          {-0.5F, -0.5F},
+                 {0.44F, 0.04F}, {2.26F, 1.96F},       {1.96F, 1.96F},        {-96.0F, -96.0F},
+                 {1e30F, 1e30F}, {infinity, infinity}, {-infinity, -infinity}};
+    for (const auto& c : cases)
+        EXPECT_FLOAT_EQ(SnapHalfDecibels(c.Level), c.Snapped) << c.Level;
+    EXPECT_FALSE(std::signbit(SnapHalfDecibels(-0.3F))) << "no negative zero";
+    EXPECT_EQ(SnapHalfDecibels(std::nanf("")), 0.0F);
+}
+
+struct dBTextTest : testing::Test {
+    dBTextTest() {
+        auto* column = new QVBoxLayout(&window);
+        column->addWidget(&other);
+        column->addWidget(&box);
+        ShowActive(window);
+        box.SetMaxLevel(6.0F);
+        box.SetMinLevel(-18.0F);
+    }
+
+    void Type(const QString& text) {
+        edit.setFocus();
+        edit.selectAll();
+        QTest::keyClicks(&edit, text);
+    }
+
+    QWidget window;
+    QLineEdit other;
+    dBText box;
+    QLineEdit& edit = Child<QLineEdit>(box, "Text1");
+    QWidget& up = Child<QWidget>(box, "Up");
+    QWidget& down = Child<QWidget>(box, "Down");
+    QTimer& timer = Child<QTimer>(box, "Timer1");
+    QSignalSpy changes{&box, &dBText::Change};
+};
+
+TEST_F(dBTextTest, PropertiesSnapLimitAndRaiseNothing) {
+    box.setProperty("Level", -12.7F);
+    EXPECT_EQ(edit.text(), "-12.5dB"_L1);
+    box.setProperty("MinLevel", -6.0F);
+    EXPECT_EQ(edit.text(), "-6dB"_L1);
+    box.setProperty("MaxLevel", -8.0F);
+    EXPECT_EQ(box.Level(), -8.0F);
+    EXPECT_EQ(box.Snapped(3.3F), -8.0F);
+    box.SetMaxLevel(6.0F);
+    EXPECT_EQ(box.Snapped(3.3F), 3.0F);
+    EXPECT_EQ(box.Level(), -6.0F);
+    EXPECT_EQ(changes.count(), 0);
+}
+
+TEST_F(dBTextTest, EnterTakesTheNumber) {
+    const struct {
+        const char* Typed;
+        const char* Text;
+    } cases[] = {{"-3", "-3dB"}, {"2.3", "+2dB"}, {"2.7", "+2.5dB"},  {"29.7", "+2.5dB"}, {"", "0dB"},
+                 {"--", "0dB"},  {"88", "+6dB"},  {"-88.8", "-18dB"}, {"dB1", "+1dB"},    {"+.5", "+0.5dB"}};
+    for (const auto& c : cases) {
+        Type(QLatin1StringView(c.Typed));
+        if (*c.Typed == '\0')
+            QTest::keyClick(&edit, Qt::Key_Delete);
+        changes.clear();
+        QTest::keyClick(&edit, Qt::Key_Return);
+        EXPECT_EQ(edit.text(), QLatin1StringView(c.Text)) << c.Typed;
+        EXPECT_EQ(changes.count(), 1) << c.Typed;
+    }
+    const QString huge(60, u'8');
+    Type(huge);
+    QTest::keyClick(&edit, Qt::Key_Enter);
+    EXPECT_EQ(box.Level(), 6.0F);
+}
+
+TEST_F(dBTextTest, LeavingComparesWithTheFormerWholeDecibels) {
+    const struct {
+        float Before;
+        const char* Typed; ///< empty: untouched
+        float After;
+        int Changes;
+    } cases[] = {{3.0F, "", 3.0F, 0},
+                 {1.5F, "", 1.5F, 1},
+                 {1.5F, "2", 2.0F, 0},
+                 {2.5F, "3", 3.0F, 1},
+                 {3.0F, "3.5", 3.5F, 1}};
+    for (const auto& c : cases) {
+        box.SetLevel(c.Before);
+        edit.setFocus();
+        EXPECT_EQ(edit.selectedText(), edit.text());
+        if (*c.Typed != '\0')
+            Type(QLatin1StringView(c.Typed));
+        changes.clear();
+        other.setFocus();
+        EXPECT_EQ(box.Level(), c.After);
+        EXPECT_EQ(changes.count(), c.Changes) << c.Before << " " << c.Typed;
+    }
+}
+
+TEST_F(dBTextTest, HeldButtonsRepeatAndRaiseOneChange) {
+    box.SetLevel(4.5F);
+    QTest::mousePress(&up, Qt::LeftButton);
+    EXPECT_EQ(box.Level(), 5.0F);
+    EXPECT_EQ(timer.interval(), 1000);
+    QTest::mouseMove(&up, {-50, -50}); // slipping off the button does not end the hold
+    auto& buttons = *qobject_cast<QWidget*>(timer.parent());
+    for (const float expected : {5.5F, 6.0F, 6.0F}) {
+        QMetaObject::invokeMethod(&buttons, "Timer1_Tick");
+        EXPECT_EQ(timer.interval(), 100);
+        EXPECT_EQ(box.Level(), expected);
+    }
+    EXPECT_TRUE(timer.isActive());
+    EXPECT_EQ(changes.count(), 0);
+    QTest::mouseRelease(&up, Qt::LeftButton, {}, {-50, -50});
+    EXPECT_FALSE(timer.isActive());
+    EXPECT_EQ(changes.count(), 1);
+    QMetaObject::invokeMethod(&buttons, "Timer1_Tick");
+    QTest::mouseClick(&down, Qt::LeftButton);
+    EXPECT_EQ(box.Level(), 5.5F);
+    EXPECT_EQ(changes.count(), 2);
+}
+
+TEST_F(dBTextTest, AHoldEndsWhenTheBoxIsDisabledHiddenOrCovered) {
+    const std::function<void()> endings[] = {
+        [&] { box.setEnabled(false); },
+        [&] { box.hide(); },
+        [&] {
+            QEvent deactivate(QEvent::WindowDeactivate);
+            QApplication::sendEvent(&window, &deactivate);
+        },
+    };
+    for (const auto& end : endings) {
+        box.SetLevel(1.5F);
+        changes.clear();
+        QTest::mousePress(&down, Qt::LeftButton);
+        end();
+        EXPECT_FALSE(timer.isActive());
+        QTest::mouseRelease(&down, Qt::LeftButton);
+        QApplication::processEvents();
+        EXPECT_EQ(changes.count(), 1);
+        box.setEnabled(true);
+        box.show();
+    }
+}
+
+TEST_F(dBTextTest, ButtonsTakeWhatWasTypedAndFinishTheBoxBefore) {
+    dBText before;
+    window.layout()->addWidget(&before);
+    auto& beforeEdit = Child<QLineEdit>(before, "Text1");
+    QSignalSpy beforeChanges(&before, &dBText::Change);
+    Type(u"3"_s);
+    QTest::mouseClick(&up, Qt::LeftButton);
+    EXPECT_EQ(box.Level(), 3.5F);
+    EXPECT_EQ(changes.count(), 1);
+
+    beforeEdit.setFocus();
+    QTest::keyClicks(&beforeEdit, u"-4"_s);
+    changes.clear();
+    QTest::mousePress(&up, Qt::LeftButton);
+    EXPECT_EQ(before.Level(), -4.0F);
+    EXPECT_EQ(beforeChanges.count(), 1);
+    EXPECT_TRUE(edit.hasFocus());
+    QTest::mouseRelease(&up, Qt::LeftButton);
+    EXPECT_EQ(changes.count(), 1);
+}
+
+TEST_F(dBTextTest, ArrowKeysStepFromWhatWasTyped) {
+    Type(u"-2"_s);
+    QTest::keyClick(&edit, Qt::Key_Up);
+    EXPECT_EQ(edit.text(), "-1.5dB"_L1);
+    QTest::keyClick(&edit, Qt::Key_Down);
+    EXPECT_EQ(box.Level(), -2.0F);
+    EXPECT_EQ(changes.count(), 2);
+    EXPECT_EQ(edit.selectedText(), edit.text()) << "the next digit starts a new level";
+}
+
+} // namespace
+} // namespace vek
