@@ -5,6 +5,7 @@
 
 #include <array>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace vek {
@@ -31,5 +32,8 @@ int LongestList(NumberList list);
 /// Decides whether a typed character may join the list. At most 9 inputs or 4 panels can be typed, none
 /// twice; letters count the same in either case.
 KeyVerdict CheckListKey(NumberList list, char16_t key, std::u16string_view rest, const TakenMarks& taken);
+
+/// The list in upper case; panels in ascending order, inputs in the user's order.
+std::u16string OrderedList(NumberList list, std::u16string_view text);
 
 } // namespace vek

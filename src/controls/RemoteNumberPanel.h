@@ -21,6 +21,7 @@ class RemoteNumberPanel : public QWidget {
 
   public:
     explicit RemoteNumberPanel(QWidget* parent = nullptr);
+    ~RemoteNumberPanel() override;
 
     /// 0 volume panels, 1 input sequence, 2 selector panels: the values of NumberList.
     int Mode() const { return static_cast<int>(list); }
@@ -54,12 +55,11 @@ class RemoteNumberPanel : public QWidget {
 
   private:
     bool TakesKey(QChar key, const QString& rest);
-    void TextChanged();
+    void ShowOnly(QWidget* display);
+    void ShowTaken(QChar panel);
+    void NoteEdit();
     void Tidy();
-    void Left();
-    void UndoUntilTidy(bool redo);
-    void ShowLinked(const QString& value);
-    void ShowList(const QString& value);
+    void Undo(bool redo);
 
     NumberList list = NumberList::VolumePanels;
     TakenMarks taken;
