@@ -29,11 +29,11 @@ struct PixelRect {
 /// True when the inner rectangle does not reach beyond the outer one; touching edges count as inside.
 bool Contains(const PixelRect& outer, const PixelRect& inner);
 
-/// The dialog's drawing, laid out in twentieths of a point and scaled to pixels as a whole, so that its
-/// proportions are the same at any size.
+/// The dialog's drawing, designed in twips (15 to a pixel) and scaled as a whole, so that its proportions are
+/// the same at any size.
 class GroupingLayout {
   public:
-    /// `scale` is pixels per design pixel of 15 twips; 1 at the size of the design.
+    /// `scale` is 1 at the design's own size of 15 twips to a pixel.
     explicit GroupingLayout(double scale) : scale(scale) {}
 
     PixelRect Frame(std::size_t frame) const;
@@ -44,7 +44,7 @@ class GroupingLayout {
     std::array<PixelRect, outputCount> Labels(const LinkGroups& groups) const;
     /// The first frame that contains the rectangle.
     std::optional<std::size_t> FrameAround(const PixelRect& label) const;
-    /// Size of the drawing, frames and captions.
+    /// The whole drawing, frames and captions, from the origin.
     PixelRect Bounds() const;
 
   private:

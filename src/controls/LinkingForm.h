@@ -25,11 +25,11 @@ class LinkingForm : public QDialog {
     const LinkGroups& Groups() const { return groups; }
 
   private:
-    void MakeFrames();
-    void MakeLabels();
-    void MakeButtons();
+    void MakeFrames(QWidget* drawing);
+    void MakeLabels(QWidget* drawing);
     void LayOutLabels();
-    void Dragged(std::size_t output);
+    std::optional<std::size_t> TargetOf(std::size_t output) const;
+    void ShowTarget(std::optional<std::size_t> target);
     void Drop(std::size_t output);
     void MoveTo(std::size_t output, std::size_t group);
 

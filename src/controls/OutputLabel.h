@@ -1,0 +1,45 @@
+// The number of an output that is dragged between the frames of the grouping dialog.
+#pragma once
+
+#include <QLabel>
+
+namespace vek {
+
+/// Follows the pointer while the left button drags it, within its parent. Has the keyboard focus like a
+/// button.
+class OutputLabel : public QLabel {
+    Q_OBJECT
+
+  public:
+    OutputLabel(int number, QWidget* parent);
+
+    /// Back to where it was grabbed.
+    void PutBack();
+
+  Q_SIGNALS:
+    void Moved();
+    /// The drag ended: the mouse button was released, or Escape put the label back.
+    void Dropped();
+    /// A key 0 … 4 was pressed.
+    void GroupTyped(int group);
+    /// An arrow key asks for the next (+1) or previous (-1) number.
+    void FocusWanted(int direction);
+
+  protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    void EndDrag();
+
+    bool dragging = false;
+    QPoint grab; ///< the pointer within the label when it was grabbed
+    QPoint home; ///< where the label stood then
+};
+
+} // namespace vek
