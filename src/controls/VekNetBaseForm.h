@@ -36,6 +36,7 @@ class VekNetBaseForm : public QDialog {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
+    double TypedNumber() const;
     void LeaveBox();
     void Store();
     void ShowBlock();
