@@ -171,7 +171,7 @@ void LevelTrim::paintEvent(QPaintEvent*) {
     painter.setFont(ScaleFont());
     const FaderTrack track = Track();
     const QPalette& colours = palette();
-    const auto knobCentre = static_cast<float>(Command1->height() / 2);
+    const int knobCentre = Command1->height() / 2; // a whole pixel: the height is odd
 
     const QRect groove(TrackCentre() - trackWidth / 2, static_cast<int>(track.Top), trackWidth,
                        static_cast<int>(track.Bottom - track.Top));
@@ -182,9 +182,9 @@ void LevelTrim::paintEvent(QPaintEvent*) {
     const int labelLeft = tickLeft + tickLength + tickGap;
     painter.setPen(colours.color(QPalette::WindowText));
     for (const float mark : ScaleLevels(range)) {
-        const int y = static_cast<int>(RoundHalfEven(KnobTopAtLevel(track, range, mark) + knobCentre));
+        const int y = static_cast<int>(RoundHalfEven(KnobTopAtLevel(track, range, mark))) + knobCentre;
         painter.fillRect(tickLeft, y, tickLength, 1, colours.color(QPalette::WindowText));
-        const QRect label(labelLeft, y - Command1->height() / 2, width() - labelLeft, Command1->height());
+        const QRect label(labelLeft, y - knobCentre, width() - labelLeft, Command1->height());
         painter.drawText(label, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, LevelText(mark));
     }
 }

@@ -47,7 +47,7 @@ PrintingOptionsForm::PrintingOptionsForm(const PrintingOptions& options, bool op
     }
 
     const DialogButtons buttons = MakeDialogButtons(this, optionsForPrinting ? u"&Print"_s : u"&Export"_s);
-    connect(buttons.Done, &QPushButton::clicked, this, &PrintingOptionsForm::Accept);
+    connect(buttons.Done, &QPushButton::clicked, this, &PrintingOptionsForm::TakeChoices);
     auto* column = new QVBoxLayout(this);
     column->setSizeConstraint(QLayout::SetFixedSize);
     column->addWidget(frame);
@@ -55,7 +55,7 @@ PrintingOptionsForm::PrintingOptionsForm(const PrintingOptions& options, bool op
     checks.front()->setFocus();
 }
 
-void PrintingOptionsForm::Accept() {
+void PrintingOptionsForm::TakeChoices() {
     cancelled = false;
     for (std::size_t i = 0; i < sections.size(); ++i)
         options.*sections[i].Flag = checks[i]->checkState() == Qt::Checked;

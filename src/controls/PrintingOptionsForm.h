@@ -26,7 +26,7 @@ class PrintingOptionsForm : public QDialog {
     bool OptionsCancelled() const { return cancelled; }
 
   private:
-    void Accept();
+    void TakeChoices();
 
     PrintingOptions options;
     bool cancelled = true;

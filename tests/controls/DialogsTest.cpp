@@ -20,6 +20,7 @@ namespace vek {
 namespace {
 
 using namespace Qt::StringLiterals;
+using test::ScriptedDialogs;
 
 /// Acts on the dialogs that open one after the other.
 void WithDialogs(std::vector<std::function<void(QWidget&)>> acts) {

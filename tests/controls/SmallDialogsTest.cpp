@@ -14,6 +14,7 @@ namespace vek {
 namespace {
 
 using namespace Qt::StringLiterals;
+using test::ScriptedDialogs;
 
 struct VekNetBaseFormTest : testing::Test {
     /// A dialog on the screen with a text typed into its box.

@@ -9,7 +9,7 @@
 #include <functional>
 #include <utility>
 
-namespace vek {
+namespace vek::test {
 
 /// Fails the test when a box appears that the script does not hold next, and at its end when boxes are left.
 class ScriptedDialogs final : public Dialogs {
@@ -109,4 +109,4 @@ class ScriptedDialogs final : public Dialogs {
     std::deque<Expected> script;
 };
 
-} // namespace vek
+} // namespace vek::test
