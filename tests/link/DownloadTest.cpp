@@ -1,0 +1,148 @@
+#include "link/LinkFixture.h"
+
+using namespace vek;
+using namespace vek::test;
+
+namespace {
+
+const std::string programFailed =
+    "Error!|Program failed, Vekule will fail to operate correctly until reprogrammmed, Try powering the vek "
+    "off/wait/on and reprogram again;";
+const std::string noRestart = "Error!|No reply to restart;";
+
+class Download : public LinkFixture {
+  protected:
+    Download() {
+        for (std::size_t i = 0; i < image.Buffer.size(); ++i)
+            image.Buffer[i] = static_cast<std::uint8_t>(i * 7);
+        image.Length = 20;
+        view.Rows[0].optionSelected = true;
+    }
+    bool SendDownload() {
+        bool success = false;
+        link.send_download(image, success);
+        return success;
+    }
+    DownloadImage image;
+};
+
+} // namespace
+
+TEST_F(Download, BytesAndSettingsInOrder) {
+    OpenPort();
+    commandReplies = "+.++.";
+    EXPECT_TRUE(SendDownload());
+    EXPECT_TRUE(link.restart_unit());
+    EXPECT_EQ(port.Story(),
+              "0 input, 0 set 9600,o,8,1, 0 send 11, 10 set 9600,e,8,1, "
+              "10 send 00 00 00 07 0E 15 1C 23 2A 31 3B, 11 input, "
+              "11 set 9600,o,8,1, 11 send 11, 21 set 9600,e,8,1, "
+              "21 send 00 01 38 3F 46 4D 54 5B 62 69 7A, "
+              "521 set 9600,o,8,1, 521 send 11, 531 set 9600,e,8,1, "
+              "531 send 00 01 38 3F 46 4D 54 5B 62 69 7A, 532 input, "
+              "532 set 9600,o,8,1, 532 send 11, 542 set 9600,e,8,1, "
+              "542 send 00 02 70 77 7E 85 8C 93 9A A1 B9, 543 input, "
+              "543 input, 543 set 9600,o,8,1, 543 send 33, 553 set 9600,e,8,1, 553 send FF, "
+              "1053 input, 1053 set 9600,o,8,1, 1053 send 33, 1063 set 9600,e,8,1, 1063 send FF, "
+              "1064 input");
+    EXPECT_EQ(view.Percentages, "0.0% 33.3% 66.6% 100% ");
+    EXPECT_EQ(view.Progress, (std::vector<int>{0, 333, 666, 1000}));
+}
+
+TEST_F(Download, WholeImageTakesItsFixedWaits) {
+    OpenPort();
+    image.Length = imageLength;
+    EXPECT_TRUE(SendDownload());
+    EXPECT_EQ(port.Now, 273 * 11);
+    EXPECT_EQ(view.Percentages.substr(0, 20), "0.0% 0.3% 0.7% 1.0% ");
+    view.Percentages.clear();
+    image.Length = 0;
+    EXPECT_TRUE(SendDownload());
+    EXPECT_EQ(view.Percentages, "100% ");
+}
+
+TEST_F(Download, RestartRepliesAndRetries) {
+    const struct {
+        const char* replies;
+        int attempts;
+        std::string boxes;
+        long time;
+    } cases[] = {
+        {"+", 1, "", 11},
+        {".1-+", 4, "", 2 * 510 + 2 * 11},
+        {".-..", 4, noRestart, 3 * 510 + 11},
+        {"1111", 4, noRestart, 4 * 510},
+        {"...-", 4, "Error!|Reply fail to restart;", 3 * 510 + 11},
+    };
+    for (const auto& c : cases) {
+        OpenPort();
+        const long start = port.Now;
+        commandReplies = c.replies;
+        EXPECT_EQ(link.restart_unit(), c.boxes.empty());
+        EXPECT_EQ(port.Count("33"), c.attempts);
+        EXPECT_EQ(view.Boxes, c.boxes);
+        EXPECT_EQ(port.Now - start, c.time);
+    }
+}
+
+TEST_F(Download, OutcomesOfAnAttempt) {
+    using enum ConfigureResult;
+    const struct {
+        const char* rate; ///< empty: no port
+        const char* replies;
+        ConfigureResult result;
+        std::string boxes;
+    } cases[] = {
+        {"", "", PortNotOpen, "Error!|Port not open;"},
+        {"none", "", NotResponding, "Error!|Vek not responding;"},
+        {"4800,n,8,2", "+.-1.", Finished, "Error!  1|No reply to download;"},
+        {"9600,n,8,2", "...-", Finished, "Error!  0|Reply to download failed;"},
+        {"9600,n,8,2", "...+...+", Finished, "All sent ok|Program another vek;"},
+        {"9600,n,8,2", "+++....", RestartFailed, noRestart + programFailed},
+    };
+    for (const auto& c : cases) {
+        view.Boxes.clear();
+        rate = c.rate;
+        port.Present = {rate.empty() ? 2 : 1};
+        commandReplies = c.replies;
+        EXPECT_EQ(link.ProgramVek(image), c.result) << c.boxes;
+        EXPECT_EQ(view.Boxes, c.boxes);
+        EXPECT_FALSE(port.PortOpen());
+    }
+}
+
+TEST_F(Download, ProgramsOneAfterTheOther) {
+    view.yesAnswers = 1;
+    EXPECT_EQ(link.ProgramVek(image), ConfigureResult::Finished);
+    EXPECT_EQ(port.Story("open"), "0 open 1, 414 open 1");
+    EXPECT_EQ(port.Events.back(), "828 close");
+    EXPECT_EQ(port.Events[1], "100 set 110,n,8,2");
+    EXPECT_EQ(view.Activities, "Please wait programing vek Please wait programing vek ");
+    EXPECT_EQ(view.Percentages.substr(0, 8), "0% 0.0% ");
+    EXPECT_TRUE(view.pleaseWait);
+}
+
+TEST_F(Download, ALostPortIsToldAndCancelIsSilent) {
+    // 100 ms for the port, 200 ms wake pulse, 70 ms wake word, then 11 ms for each block.
+    const std::pair<long, std::string> cases[] = {
+        {50, "Error!|Port not open;"},
+        {250, "Error!|Vek not responding;"},
+        {335, "Error!|Vek not responding;"},
+        {375, "Error!  0|No reply to download;"},
+        {387, "Error!  1|No reply to download;"},
+        {408, noRestart + programFailed},
+    };
+    for (const auto& [when, boxes] : cases) {
+        for (const bool cancel : {false, true}) {
+            VekLink other(port, port, types, view);
+            port.Present = {1};
+            view.Boxes.clear();
+            const long end = port.Now + when;
+            port.At(when, [&] { cancel ? other.Cancel() : port.Vanish(); });
+            other.ProgramVek(image);
+            EXPECT_EQ(view.Boxes, cancel ? "" : boxes) << when;
+            EXPECT_EQ(port.Now, end) << when;
+            EXPECT_FALSE(port.PortOpen());
+        }
+    }
+}
