@@ -19,21 +19,6 @@ constexpr int findRestWait = 20;
 
 } // namespace
 
-/// The operation that is under way. Calls made meanwhile leave their wishes, which end with it.
-class OnlineSession::Operation {
-  public:
-    explicit Operation(OnlineSession& session) : session(session), running(session.busy) {
-        session.lossReported = false;
-    }
-    ~Operation() { session.ForgetWishes(); }
-    Operation(const Operation&) = delete;
-    Operation& operator=(const Operation&) = delete;
-
-  private:
-    OnlineSession& session;
-    RunningScope running;
-};
-
 OnlineSession::OnlineSession(SerialControl& port, OneShotTimer& timer, const DeviceTypeList& types,
                              const OnlineLevels& levels, OnlineView& view)
     : exchange(port, timer), types(types), levels(levels), view(view) {}
@@ -41,7 +26,7 @@ OnlineSession::OnlineSession(SerialControl& port, OneShotTimer& timer, const Dev
 void OnlineSession::Online_search_for_vek() {
     if (busy || online)
         return;
-    const Operation operation(*this);
+    const RunningScope running(busy);
     SearchPorts(exchange, types, view, [this] {
         exchange.SetSettings(onlineSettings);
         return OnlineFind_vek(true);
@@ -52,7 +37,7 @@ void OnlineSession::Online_search_for_vek() {
 void OnlineSession::ChoosePort() {
     if (busy || online)
         return;
-    const Operation operation(*this);
+    const RunningScope running(busy);
     if (Online_set_active_port() && IsMatrixVek(OnlineFind_vek(false)))
         GoOnline();
     else
@@ -97,16 +82,10 @@ bool OnlineSession::Shutdown() {
     return true;
 }
 
-void OnlineSession::ForgetWishes() {
-    levelsWanted = false;
-    routesWanted = false;
-    disconnectWanted = false;
-}
-
 void OnlineSession::ServeUnlessBusy() {
     if (busy)
         return;
-    const Operation operation(*this);
+    const RunningScope running(busy);
     Serve();
 }
 
@@ -149,7 +128,10 @@ void OnlineSession::DisconnectNow() {
         OnlineRestart_unit();
     online = false;
     exchange.Close();
-    ForgetWishes();
+    lossReported = false;
+    disconnectWanted = false;
+    routesWanted = false;
+    levelsWanted = false;
     view.ShowOnlineCancel(false);
     view.ShowOnlineLevelOffset(false);
     view.UpdateTabs();
@@ -170,7 +152,7 @@ ByteVector OnlineSession::Request(std::span<const std::uint8_t> packet, std::siz
 
 std::uint32_t OnlineSession::OnlineFind_vek(bool restart) {
     constexpr auto noLimit = std::numeric_limits<std::size_t>::max();
-    for (int attempt = 0; attempt < findAttempts && !exchange.Ended(); ++attempt) {
+    for (int attempt = 0; attempt < findAttempts; ++attempt) {
         ByteVector reply = Request(onlineFindRequest, findReplyLength);
         if (reply.empty())
             continue;
@@ -188,7 +170,7 @@ std::uint32_t OnlineSession::OnlineFind_vek(bool restart) {
 
 bool OnlineSession::OnlineRestart_unit() {
     ByteVector reply;
-    for (int attempt = 0; attempt < restartAttempts && !exchange.Ended(); ++attempt) {
+    for (int attempt = 0; attempt < restartAttempts; ++attempt) {
         reply = Request(RestartPacket(), onlineReplyLength);
         if (IsAccepted(reply))
             return true;

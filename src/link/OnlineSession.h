@@ -109,8 +109,6 @@ class OnlineSession {
     bool Shutdown();
 
   private:
-    class Operation;
-
     // The connection.
     bool Online_set_active_port();
     std::uint32_t OnlineFind_vek(bool restart);
@@ -131,7 +129,6 @@ class OnlineSession {
     // Serving what was called for, one after the other.
     void ServeUnlessBusy();
     void Serve();
-    void ForgetWishes();
 
     Exchange exchange;
     const DeviceTypeList& types;

@@ -131,8 +131,6 @@ std::uint32_t VekLink::Find_vek(bool restart) {
             return 0;
         if (restart)
             dumb_restart_unit();
-        if (exchange.Ended())
-            return 0;
     }
     return 0;
 }
@@ -162,7 +160,7 @@ VekLink::Reply VekLink::Command(std::uint8_t command, std::span<const std::uint8
 
 bool VekLink::restart_unit() {
     Reply reply = Reply::None;
-    for (int attempt = 0; attempt < commandAttempts && !exchange.Ended(); ++attempt) {
+    for (int attempt = 0; attempt < commandAttempts; ++attempt) {
         exchange.DiscardInput();
         reply = Command(restartCommand, restartArgument);
         if (reply == Reply::Accepted)
@@ -177,7 +175,7 @@ bool VekLink::restart_unit() {
 bool VekLink::SendBlock(const DownloadImage& image, int number) {
     const DownloadBlock block = BuildBlock(image, number);
     Reply reply = Reply::None;
-    for (int attempt = 0; attempt < commandAttempts && !exchange.Ended(); ++attempt) {
+    for (int attempt = 0; attempt < commandAttempts; ++attempt) {
         reply = Command(downloadCommand, block);
         if (reply == Reply::Accepted)
             return true;

@@ -102,6 +102,7 @@ TEST_F(OnlineConnection, RestartHasFourAttempts) {
 TEST_F(OnlineConnection, ClosingWhileAReplyIsAwaitedRestartsTheUnitFirst) {
     GoOnline();
     const long start = port.Now;
+    view.text2Visible = true;
     replies = Replies(5, std::nullopt);
     port.At(50, [&] {
         EXPECT_TRUE(session.Busy());
@@ -109,6 +110,7 @@ TEST_F(OnlineConnection, ClosingWhileAReplyIsAwaitedRestartsTheUnitFirst) {
     });
     session.ApplyOnlineLevels();
     EXPECT_EQ(port.Now, start + 50);
+    EXPECT_EQ(view.text2, "\r\n" + VolumeLine(0, 0));
     EXPECT_TRUE(port.PortOpen() && session.Shutdown());
     EXPECT_EQ(Packets(), "V0=210 R R R R ");
     EXPECT_EQ(port.Now, start + 50 + 4 * 500) << "also when the device no longer answers";
@@ -116,7 +118,7 @@ TEST_F(OnlineConnection, ClosingWhileAReplyIsAwaitedRestartsTheUnitFirst) {
     EXPECT_FALSE(port.PortOpen() || session.IsOnline());
 }
 
-TEST_F(OnlineConnection, ClosingDuringASearchClosesThePort) {
+TEST_F(OnlineConnection, ClosingIsSilentWhateverRuns) {
     replies = Replies(3, std::nullopt);
     port.At(700, [&] { session.Shutdown(); });
     session.Online_search_for_vek();
@@ -125,6 +127,20 @@ TEST_F(OnlineConnection, ClosingDuringASearchClosesThePort) {
     EXPECT_TRUE(session.Shutdown());
     EXPECT_EQ(port.Count(findPacket), 2);
     EXPECT_EQ(port.Count(restartPacket), 0) << "it was not online";
+
+    OnlineSession other(port, port, types, view, view);
+    replies.clear();
+    view.Rows[0].optionSelected = true;
+    other.ChoosePort();
+    Forget();
+    const long start = port.Now;
+    replies = Replies(2, std::nullopt);
+    port.At(700, [&] { other.Shutdown(); });
+    other.Disconnect();
+    EXPECT_EQ(port.Now - start, 700);
+    EXPECT_EQ(port.Count(restartPacket), 2);
+    EXPECT_FALSE(port.PortOpen() || other.IsOnline());
+    EXPECT_EQ(view.Boxes, "");
 }
 
 TEST_F(OnlineConnection, ALostPortIsToldOnce) {

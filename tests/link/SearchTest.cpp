@@ -12,17 +12,21 @@ TEST_F(Search, BytesAndSettingsInOrder) {
                             "210 send 53, 220 send 45, 230 send 54, 240 send 56, 250 send 45, 260 input, "
                             "260 send 4B, 270 input");
     OpenPort();
+    findReplies = {{{39, 2, 5, 209}}};
+    EXPECT_EQ(link.Find_vek(false), 0x050227U);
+    EXPECT_EQ(port.Now, 270 + 370) << "a fifth byte is waited for";
+    OpenPort();
     rate = "none";
     EXPECT_EQ(link.Find_vek(true), 0U) << "every rate once when nothing answers";
-    EXPECT_EQ(port.Story("set"), "270 set 110,n,8,2, 470 set 9600,n,8,2, 640 set 38400,n,8,2, "
-                                 "810 set 28800,n,8,2, 980 set 19200,n,8,2, 1150 set 14400,n,8,2, "
-                                 "1320 set 4800,n,8,2, 1490 set 2400,n,8,2");
-    EXPECT_EQ(port.Now, 1660);
+    EXPECT_EQ(port.Story("set"), "640 set 110,n,8,2, 840 set 9600,n,8,2, 1010 set 38400,n,8,2, "
+                                 "1180 set 28800,n,8,2, 1350 set 19200,n,8,2, 1520 set 14400,n,8,2, "
+                                 "1690 set 4800,n,8,2, 1860 set 2400,n,8,2");
+    EXPECT_EQ(port.Now, 2030);
     OpenPort();
     EXPECT_FALSE(link.dumb_restart_unit());
     EXPECT_EQ(port.Story(),
-              "1660 input, 1660 set 9600,o,8,1, 1660 send 33, 1670 set 9600,e,8,1, 1670 send FF");
-    EXPECT_EQ(port.Now, 4670);
+              "2030 input, 2030 set 9600,o,8,1, 2030 send 33, 2040 set 9600,e,8,1, 2040 send FF");
+    EXPECT_EQ(port.Now, 5040);
 }
 
 TEST_F(Search, RepliesPassesAndRestarts) {
@@ -91,6 +95,8 @@ TEST_F(Search, CancelOrALostPortEndAnyWaitAtOnce) {
             EXPECT_EQ(port.Now, end);
             EXPECT_FALSE(port.PortOpen() || search.Busy());
             EXPECT_EQ(view.Rows[0].blanking, cancel) << "a lost port is a row without a device";
+            EXPECT_EQ(view.Rows[0].type, cancel ? "" : "--------------");
+            view.Rows[0].type = "";
         }
     }
     EXPECT_EQ(view.Boxes, "");
