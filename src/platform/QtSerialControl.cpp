@@ -24,6 +24,8 @@ constexpr milliseconds breakLength(100);
 
 /// Start bit, data bits, parity and two stop bits at most.
 constexpr int longestByteBits = 12;
+/// Bytes pass a pseudo-terminal at once, but who reads them sees the settings of the moment of reading.
+constexpr microseconds pseudoTerminalTime(150);
 /// What a driver may take on top of the time on the line.
 constexpr milliseconds driverPatience(500);
 
@@ -60,6 +62,7 @@ void QtSerialControl::Open() {
         return;
     port.setPortName(QString::fromStdString(device));
     port.setReadBufferSize(readBufferSize);
+    lineFree = {};
     if (port.open(QIODevice::ReadWrite))
         port.clear(QSerialPort::Input);
 }
@@ -102,6 +105,9 @@ void QtSerialControl::SetSettings(std::string_view settings) {
     const auto parsed = ParsePortSettings(settings);
     if (!parsed || !PortOpen())
         return;
+    // Hardware sends on from its own buffer when the driver's is empty. A device that answers what it was
+    // asked has everything already; one that answers something older may not.
+    std::this_thread::sleep_until(lineFree);
     current = *parsed;
     const int rate = applySettings(static_cast<int>(port.handle()), current);
     pulseByBreak = current.Baud == wakePulseRate && !RatesAgree(rate, wakePulseRate);
@@ -119,6 +125,7 @@ void QtSerialControl::Output(std::span<const std::uint8_t> bytes) {
 /// False when the port does not take the bytes.
 bool QtSerialControl::WriteOut(std::span<const std::uint8_t> bytes) {
     const auto size = static_cast<qint64>(bytes.size());
+    const auto start = std::chrono::steady_clock::now();
     const QDeadlineTimer deadline(2 * LineTime(bytes.size(), current) + driverPatience, Qt::PreciseTimer);
     if (port.write(reinterpret_cast<const char*>(bytes.data()), size) != size)
         return false;
@@ -133,8 +140,12 @@ bool QtSerialControl::WriteOut(std::span<const std::uint8_t> bytes) {
             break;
         std::this_thread::sleep_for(LineTime(static_cast<std::size_t>(queued), current));
     }
+    lineFree = OnPseudoTerminal() ? std::chrono::steady_clock::now() + pseudoTerminalTime
+                                  : start + LineTime(bytes.size(), current);
     return true;
 }
+
+bool QtSerialControl::OnPseudoTerminal() const { return port.portName().startsWith(QLatin1String("pts/")); }
 
 void QtSerialControl::SendBreak() {
     port.setBreakEnabled(true);

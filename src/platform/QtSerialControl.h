@@ -7,6 +7,7 @@
 
 #include <QSerialPort>
 
+#include <chrono>
 #include <functional>
 #include <string>
 
@@ -41,12 +42,14 @@ class QtSerialControl final : public SerialControl {
     void Fail();
     bool WriteOut(std::span<const std::uint8_t> bytes);
     void SendBreak();
+    bool OnPseudoTerminal() const;
 
     DeviceLookup deviceOf;
     SettingsDriver applySettings;
     QSerialPort port;
     int commPort = 1;
     PortSettings current;
+    std::chrono::steady_clock::time_point lineFree = {}; ///< when the last output has left the line
     bool failed = false;       ///< the device is gone; the port is about to be closed
     bool pulseByBreak = false; ///< the port cannot do the rate of the wake pulse, to which it is set
 };
