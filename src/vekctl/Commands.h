@@ -17,12 +17,15 @@ void AddCheckCommand(CLI::App& app);
 void AddReportCommand(CLI::App& app);
 void AddCsvCommand(CLI::App& app);
 void AddVexCommand(CLI::App& app);
+void AddImageCommand(CLI::App& app);
+/// The commands that use a serial port: ports, find and program.
+void AddPortCommands(CLI::App& app);
 void AddSimulateCommand(CLI::App& app);
 
 /// In the order of the usage text.
 inline constexpr void (*commands[])(CLI::App&) = {
-    AddNewCommand,    AddShowCommand, AddFromJsonCommand, AddDiffCommand,     AddCheckCommand,
-    AddReportCommand, AddCsvCommand,  AddVexCommand,      AddSimulateCommand,
+    AddNewCommand, AddShowCommand, AddFromJsonCommand, AddDiffCommand,  AddCheckCommand,    AddReportCommand,
+    AddCsvCommand, AddVexCommand,  AddImageCommand,    AddPortCommands, AddSimulateCommand,
 };
 
 } // namespace vek

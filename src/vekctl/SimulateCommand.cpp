@@ -1,8 +1,8 @@
 #include "vekctl/Commands.h"
 
-#include "base/Descriptor.h"
 #include "base/Errors.h"
 #include "simulator/SimulatedVek.h"
+#include "vekctl/EndingSignals.h"
 #include "vekctl/Output.h"
 
 #include <CLI/CLI.hpp>
@@ -14,7 +14,6 @@
 #include <filesystem>
 #include <memory>
 #include <set>
-#include <sys/signalfd.h>
 
 namespace vek {
 
@@ -60,16 +59,6 @@ class PortLink {
     std::string target;
 };
 
-/// Readable when the program should end, a closed standard output included.
-Descriptor EndingSignals() {
-    sigset_t signals;
-    sigemptyset(&signals);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE})
-        sigaddset(&signals, signal);
-    sigprocmask(SIG_BLOCK, &signals, nullptr);
-    return Descriptor(::signalfd(-1, &signals, SFD_CLOEXEC));
-}
-
 std::string Hex(const std::vector<std::uint8_t>& bytes) {
     std::string text;
     for (const std::uint8_t byte : bytes) {
@@ -97,7 +86,8 @@ void Print(const DeviceEvent& event, const std::string& fault, bool timestamp) {
 
 void RunSimulate(SimulateOptions options) {
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
-    const Descriptor ending = EndingSignals();
+    // When nobody reads the lines any more, the link still gets removed.
+    const Descriptor ending = BlockSignals({SIGINT, SIGTERM, SIGHUP, SIGPIPE});
     options.Vek.OnEvent = [&](const DeviceEvent& event, const std::string& fault) {
         Print(event, fault, options.Timestamps);
     };

@@ -1,0 +1,13 @@
+// Ending in order on a signal.
+#pragma once
+
+#include "base/Descriptor.h"
+
+#include <initializer_list>
+
+namespace vek {
+
+/// Blocks the signals; the result is readable as soon as one of them has come.
+Descriptor BlockSignals(std::initializer_list<int> signals);
+
+} // namespace vek

@@ -1,0 +1,31 @@
+#include "vekctl/Commands.h"
+
+#include "vekctl/ImageOfFile.h"
+#include "vekctl/Output.h"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+#include <span>
+
+namespace vek {
+
+void AddImageCommand(CLI::App& app) {
+    struct Options {
+        std::string File;
+        std::string Output;
+    };
+    auto options = std::make_shared<Options>();
+    CLI::App* command =
+        app.add_subcommand("image", "Write the image that a download of a configuration sends");
+    command->add_option("FILE.VMC", options->File, "The configuration")->required();
+    command->add_option("-o,--output", options->Output, "The file to write, - for standard output")
+        ->required()
+        ->type_name("OUT");
+    command->callback([options] {
+        const DownloadImage image = ImageOfFile(options->File);
+        WriteOutput(options->Output, std::as_bytes(std::span(image.Buffer).first(imageLength)));
+    });
+}
+
+} // namespace vek

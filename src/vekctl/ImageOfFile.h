@@ -1,0 +1,13 @@
+// The download image of a configuration file.
+#pragma once
+
+#include "link/DownloadImage.h"
+
+#include <string>
+
+namespace vek {
+
+/// Throws FileError, naming the file, when it cannot be read or when no image can be built of it.
+DownloadImage ImageOfFile(const std::string& path);
+
+} // namespace vek
