@@ -99,12 +99,20 @@ TEST(SimulatedVek, FloodsAndListensOn) {
     EXPECT_TRUE(vek->WaitForEvents(DeviceEventKind::OnlineFind, 2, milliseconds(2000)));
 }
 
-TEST(SimulatedVek, HangsUp) {
-    RunningVek vek({.Faults = {ParseFault("hang-up@find")}});
-    Program program(vek->PortPath());
+TEST(SimulatedVek, EndsWhenItHangsUp) {
+    SimulatedVek vek({.Faults = {ParseFault("hang-up@find")}});
+    Program program(vek.PortPath());
     program.Set(B9600, CSTOPB);
     ASSERT_TRUE(program.Send("DiReCt"));
+    vek.Run();
     EXPECT_TRUE(program.HungUp());
+}
+
+TEST(SimulatedVek, EndsWhenItsStopDescriptorIsReadable) {
+    SimulatedVek vek({});
+    const Descriptor stop(::open("/dev/null", O_RDONLY));
+    vek.Run(stop.Get());
+    EXPECT_TRUE(vek.Events().empty());
 }
 
 TEST(ReplySchedule, GivesBytesWhenTheyAreDue) {
