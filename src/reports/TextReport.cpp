@@ -15,7 +15,7 @@ namespace {
 constexpr std::string_view lineEnd = "\r\n";
 constexpr std::string_view line4 = "\r\n    ";
 constexpr std::string_view line8 = "\r\n        ";
-constexpr std::size_t usualLength = 48 * 1024;
+constexpr std::size_t usualLength = std::size_t{48} * 1024;
 
 /// The number (1 … 8) of the first output of each link group, 0 while none is known.
 using FirstOutputs = std::array<std::size_t, linkGroupCount + 1>;

@@ -87,7 +87,7 @@ class JsonReader {
   public:
     /// An object, entered with `body` and left with every one of its names known.
     template <typename Body>
-    void Within(Located object, Body body) {
+    void Within(const Located& object, Body body) {
         if (!object.Value.is_object())
             object.Fail("must be an object");
         Scope scope = {object, {}};

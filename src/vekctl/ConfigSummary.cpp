@@ -20,7 +20,9 @@ struct Column {
     std::string (*Text)(const OutputOfMode&);
 };
 
-std::string InBrackets(std::string word, const std::string& inner) { return word + " (" + inner + ")"; }
+std::string InBrackets(const std::string& word, const std::string& inner) {
+    return word + " (" + inner + ")";
+}
 
 std::string StartText(const OutputLevelRecord& levels) {
     const std::string level = ExactLevelText(levels.StartLevel);
