@@ -1,5 +1,7 @@
 #include "simulator/SimulatedVek.h"
 
+#include "simulator/Promptness.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -34,6 +36,7 @@ SimulatedVek::SimulatedVek(SimulatedVekOptions given)
 }
 
 void SimulatedVek::Run(int stopDescriptor) {
+    AskForPromptness();
     while (!hungUp) {
         const auto next = replies.NextTime();
         std::array<pollfd, 3> watched = {{
@@ -54,7 +57,7 @@ void SimulatedVek::Run(int stopDescriptor) {
 }
 
 void SimulatedVek::Receive(DeviceTime now) {
-    // The settings belong to the bytes only because both are read promptly: senders change them 10 ms later.
+    // The settings are those of the bytes only when both are read promptly: senders change them 10 ms later.
     const auto bytes = line.Read();
     const LineSettings settings = line.Settings();
     for (const std::uint8_t byte : bytes)
