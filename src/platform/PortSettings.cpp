@@ -74,10 +74,12 @@ int ApplyPortSettings(int descriptor, const PortSettings& settings) {
         return 0;
     const auto rate = static_cast<speed_t>(settings.Baud);
     const tcflag_t flags = ControlFlags(line.c_cflag, settings);
+    const tcflag_t inputFlags = line.c_iflag & ~static_cast<tcflag_t>(IGNPAR | PARMRK | INPCK);
     const bool sameRate = line.c_ospeed == rate && line.c_ispeed == rate;
-    if (sameRate && line.c_cflag == flags)
+    if (sameRate && line.c_cflag == flags && line.c_iflag == inputFlags)
         return settings.Baud;
     line.c_cflag = flags;
+    line.c_iflag = inputFlags;
     line.c_ospeed = rate;
     line.c_ispeed = rate;
     if (::ioctl(descriptor, TCSETS2, &line) != 0 || ::ioctl(descriptor, TCGETS2, &line) != 0)

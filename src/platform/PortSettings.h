@@ -19,8 +19,9 @@ struct PortSettings {
 std::optional<PortSettings> ParsePortSettings(std::string_view text);
 
 /// Sets an open serial port, at once and in one step, so that the line is never set to a mixture of old and
-/// new. Nothing happens when it is set like this already. Returns the rate that the driver really uses, which
-/// differs when the hardware cannot do the one asked for; 0 when the port is gone.
+/// new. Parity is for sending only: received bytes are taken whatever theirs is. Nothing happens when it is
+/// set like this already. Returns the rate that the driver really uses, which differs when the hardware
+/// cannot do the one asked for; 0 when the port is gone.
 int ApplyPortSettings(int descriptor, const PortSettings& settings);
 
 /// True when bytes sent at one rate can be read at the other.

@@ -19,6 +19,7 @@ constexpr qint64 readBufferSize = 4096;
 /// How much is discarded at most when the input is emptied while a device never stops sending.
 constexpr std::size_t mostInput = 16 * readBufferSize;
 
+constexpr PortSettings settingsOfNewPort = {9600, 'n', 8, 1};
 constexpr int wakePulseRate = 110;
 constexpr milliseconds breakLength(100);
 
@@ -31,8 +32,7 @@ constexpr milliseconds driverPatience(500);
 
 microseconds LineTime(std::size_t bytes, const PortSettings& settings) {
     constexpr std::int64_t second = 1'000'000;
-    const int baud = std::max(settings.Baud, 1);
-    return microseconds(static_cast<std::int64_t>(bytes) * longestByteBits * second / baud);
+    return microseconds(static_cast<std::int64_t>(bytes) * longestByteBits * second / settings.Baud);
 }
 
 /// Path without links, so that two names of one device exclude each other.
@@ -63,6 +63,7 @@ void QtSerialControl::Open() {
     port.setPortName(QString::fromStdString(device));
     port.setReadBufferSize(readBufferSize);
     lineFree = {};
+    current = settingsOfNewPort;
     if (port.open(QIODevice::ReadWrite))
         port.clear(QSerialPort::Input);
 }

@@ -48,7 +48,7 @@ class QtSerialControl final : public SerialControl {
     SettingsDriver applySettings;
     QSerialPort port;
     int commPort = 1;
-    PortSettings current;
+    PortSettings current;                                ///< of the open port
     std::chrono::steady_clock::time_point lineFree = {}; ///< when the last output has left the line
     bool failed = false;       ///< the device is gone; the port is about to be closed
     bool pulseByBreak = false; ///< the port cannot do the rate of the wake pulse, to which it is set

@@ -30,9 +30,13 @@ TEST(PortSettings, ArriveAtTheOtherEndExactly) {
             EXPECT_EQ(ApplyPortSettings(port.Get(), {baud, parity, 8, stopBits}), baud);
             EXPECT_EQ(line.Settings(), (LineSettings{baud, stopBits, odd})) << baud << parity;
         }
-    ApplyPortSettings(port.Get(), {9600, 'n', 8, 1});
     termios settings = {};
     ASSERT_EQ(tcgetattr(port.Get(), &settings), 0);
+    settings.c_iflag |= IGNPAR | INPCK;
+    ASSERT_EQ(tcsetattr(port.Get(), TCSANOW, &settings), 0);
+    ApplyPortSettings(port.Get(), {9600, 'n', 8, 1});
+    ASSERT_EQ(tcgetattr(port.Get(), &settings), 0);
+    EXPECT_EQ(settings.c_iflag & (IGNPAR | INPCK), 0U) << "replies are taken whatever their parity";
     EXPECT_EQ(cfgetospeed(&settings), speed_t{B9600}) << "programs that know standard rates only";
     EXPECT_EQ(ApplyPortSettings(-1, {9600, 'n', 8, 1}), 0);
 }
