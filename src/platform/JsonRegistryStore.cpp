@@ -21,12 +21,12 @@ namespace {
 constexpr const char* machineFolder = "/etc/xdg/vorn-matrix-editor";
 constexpr const char* userFolder = "vorn-matrix-editor";
 constexpr const char* fileName = "registry.json";
-constexpr std::size_t largestFile = 16 * 1024 * 1024;
+constexpr std::size_t largestFile = std::size_t{16} * 1024 * 1024;
 
 /// The first step of a key's path; removed from it.
 std::string TakeStep(std::string_view& key) {
     const std::size_t separator = key.find('\\');
-    const std::string step(key.substr(0, separator));
+    std::string step(key.substr(0, separator));
     key = separator == std::string_view::npos ? std::string_view() : key.substr(separator + 1);
     return step;
 }

@@ -202,7 +202,7 @@ void MatrixVek::OnBlock() {
     if (number >= deviceBlockCount || (number != nextBlock && number + 1 != nextBlock))
         return Refuse(Text("block %d where block %d was due", number, nextBlock));
     const auto content = frame.subspan(blockHeaderSize, deviceBlockSize);
-    std::copy(content.begin(), content.end(), received.begin() + number * int{deviceBlockSize});
+    std::copy(content.begin(), content.end(), &received[static_cast<std::size_t>(number) * deviceBlockSize]);
     const bool repeated = number != nextBlock;
     nextBlock = number + 1;
     Report(DeviceEventKind::Block, Text("block %d%s", number, repeated ? " (repeated)" : ""),

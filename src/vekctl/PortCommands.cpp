@@ -20,6 +20,7 @@ constexpr std::array<const char*, 2> helperFolders = {".", "../libexec/vorn-matr
 /// Becomes the program with the serial port; the user sees one program only.
 [[noreturn]] void Become(std::vector<std::string> arguments) {
     std::vector<char*> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (std::string& argument : arguments)
         pointers.push_back(argument.data());
     pointers.push_back(nullptr);
