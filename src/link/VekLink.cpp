@@ -112,8 +112,8 @@ ByteVector VekLink::SearchAt(std::string_view settings) {
 
 std::uint32_t VekLink::Find_vek(bool restart) {
     send_wake_pulse();
+    bool replySeen = false;
     for (int pass = 0; pass < searchPasses; ++pass) {
-        bool replySeen = false;
         for (const char* settings : searchSettings) {
             const ByteVector reply = SearchAt(settings);
             if (exchange.Ended())

@@ -45,7 +45,7 @@ TEST_F(Search, RepliesPassesAndRestarts) {
         {"noise that is a known type", {{{19, 1, 39, 2, 5, 209, 0}}}, 0x050227, 1, 1},
         {"other noise", {{{1, 1, 39, 2, 5, 209, 0}}}, 0x050227, 8, 2},
         {"always wrong", {wrong, wrong, wrong}, 0, 21, 3},
-        {"silent in the second pass", {wrong, std::nullopt}, 0, 14, 1},
+        {"once seen, looked for in every pass", {wrong, std::nullopt}, 0x050227, 15, 3},
     };
     for (const bool restart : {false, true}) {
         for (const auto& c : cases) {
