@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QStyleOptionFrame>
 #include <QToolTip>
@@ -161,6 +162,13 @@ void RemoteNumberPanel::Undo(bool redo) {
 }
 
 bool RemoteNumberPanel::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress) {
+        const auto* press = static_cast<QMouseEvent*>(event);
+        if (press->button() == Qt::RightButton) {
+            mnuHidden->popup(press->globalPosition().toPoint());
+            return true;
+        }
+    }
     if (watched == Label1) {
         if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
             update(); // the frame around the label shows the focus
@@ -182,7 +190,9 @@ bool RemoteNumberPanel::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void RemoteNumberPanel::contextMenuEvent(QContextMenuEvent* event) {
-    mnuHidden->popup(event->globalPos());
+    // The mouse has been served by its press already.
+    if (event->reason() != QContextMenuEvent::Mouse)
+        mnuHidden->popup(event->globalPos());
     event->accept();
 }
 
