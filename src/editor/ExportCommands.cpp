@@ -48,10 +48,11 @@ void ExportCommands::PrintCommand() {
     const std::string report = ChosenReport(true);
     if (report.empty())
         return;
+    const QString name = CurrentFileName.empty() ? tr("New configuration")
+                                                 : QString::fromStdString(FileNameOf(CurrentFileName));
     QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(QString::fromStdString(FileNameOf(CurrentFileName)));
-    if (dialogs.ChoosePrinter(&window, printer) &&
-        !PrintReport(printer, LinesFromBytes(report), QString::fromStdString(FileNameOf(CurrentFileName))))
+    printer.setDocName(name);
+    if (dialogs.ChoosePrinter(&window, printer) && !PrintReport(printer, LinesFromBytes(report), name))
         Q_EMIT Failed(tr("Nothing was printed: the printer could not be started"));
 }
 

@@ -11,7 +11,8 @@ namespace {
 
 constexpr double marginMillimetres = 18;
 constexpr double fontPoints = 9;
-constexpr int headerLines = 3; ///< the header, a rule and an empty line
+constexpr qsizetype tabWidth = 8; ///< characters
+constexpr int headerLines = 3;    ///< the header, a rule and an empty line
 
 QPageLayout WithMargins(QPageLayout layout) {
     layout.setUnits(QPageLayout::Millimeter);
@@ -53,11 +54,24 @@ void DrawHeader(QPainter& painter, const PageGeometry& page, const QString& file
     painter.drawLine(QPointF(0, rule), QPointF(page.Width, rule));
 }
 
+/// Columns of the address list are separated by tabs.
+QString ExpandTabs(const QString& line) {
+    QString expanded;
+    for (const QChar character : line) {
+        if (character == QLatin1Char('\t'))
+            expanded += QString(tabWidth - expanded.size() % tabWidth, QLatin1Char(' '));
+        else
+            expanded += character;
+    }
+    return expanded;
+}
+
 } // namespace
 
 QStringList WrapLines(const QString& text, int columns) {
     QStringList wrapped;
-    for (QString line : text.split(QLatin1Char('\n'))) {
+    for (const QString& original : text.split(QLatin1Char('\n'))) {
+        QString line = ExpandTabs(original);
         // Blanks that pad the end of a line would only make empty lines.
         while (line.endsWith(QLatin1Char(' ')))
             line.chop(1);

@@ -20,6 +20,7 @@ TEST(ReportPrinter, WrapsLongLinesAtBlanks) {
         {"one two three", {QStringLiteral("one two"), QStringLiteral("three")}},
         {"abcdefghijklmn", {QStringLiteral("abcdefghij"), QStringLiteral("klmn")}},
         {"ab            ", {QStringLiteral("ab")}},
+        {"1\tb", {QStringLiteral("1       b")}},
         {"a\n\nb", {QStringLiteral("a"), QString(), QStringLiteral("b")}},
         {"a bcdefghijklm", {QStringLiteral("a bcdefghi"), QStringLiteral("jklm")}},
     };
