@@ -4,6 +4,7 @@
 # Each icon is drawn once, in the two colours below. The light rendering is the drawing itself; the dark one is made
 # here with the colours for dark palettes.
 
+set(VEK_ICONS new open save saveas print text csv export default link base online download about)
 set(VEK_ICON_INK "#1b1b1b")
 set(VEK_ICON_ACCENT "#1f66d1")
 set(VEK_ICON_DARK_INK "#e8e8e8")
@@ -12,9 +13,9 @@ set(VEK_ICON_DARK_ACCENT "#7cb4ff")
 function(vek_icons target)
     set(folder ${PROJECT_SOURCE_DIR}/src/editor/icons)
     set(program_icon ${PROJECT_SOURCE_DIR}/packaging/icons/vorn-matrix-editor.svg)
-    file(GLOB drawings CONFIGURE_DEPENDS ${folder}/*.svg)
-    foreach(drawing IN LISTS drawings)
-        get_filename_component(name ${drawing} NAME)
+    foreach(icon IN LISTS VEK_ICONS)
+        set(name ${icon}.svg)
+        set(drawing ${folder}/${name})
         set(dark ${CMAKE_CURRENT_BINARY_DIR}/icons/dark/${name})
         file(READ ${drawing} text)
         string(REPLACE ${VEK_ICON_INK} ${VEK_ICON_DARK_INK} text "${text}")
