@@ -1,0 +1,228 @@
+// The editor online with a device that answers at once: how long a released slider takes to be heard,
+// compared with the bare round trips on the same pseudo-terminal, and what ten idle seconds cost.
+#include "controls/Dialogs.h"
+#include "editor/CorvaneForm.h"
+#include "editor/EditorPages.h"
+#include "platform/QtOneShotTimer.h"
+#include "platform/QtSerialControl.h"
+#include "simulator/RunningVek.h"
+#include "support/MemoryStore.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QEventLoop>
+#include <QMouseEvent>
+#include <QTabWidget>
+#include <QTimer>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <fcntl.h>
+#include <stdexcept>
+#include <sys/resource.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace vek;
+using Clock = std::chrono::steady_clock;
+using Microseconds = std::chrono::duration<double, std::micro>;
+
+constexpr int rounds = 10;
+constexpr int runsPerRound = 50;
+constexpr std::chrono::seconds idleTime(10);
+constexpr auto patience = std::chrono::seconds(2);
+
+/// Nothing may fail here; the news of being online needs no answer.
+class NoDialogs final : public Dialogs {
+  public:
+    void Message(QWidget*, MessageIcon icon, const QString&, const QString& text) override {
+        if (icon != MessageIcon::None)
+            throw std::runtime_error(text.toStdString());
+    }
+    Answer AskYesNo(QWidget*, const QString&, const QString&, Answer) override { return Answer::No; }
+    Answer AskYesNoCancel(QWidget*, const QString&, const QString&) override { return Answer::Cancel; }
+    std::optional<QString> OpenFile(QWidget*, const QString&, const FileKind&) override { return {}; }
+    std::optional<QString> SaveFile(QWidget*, const QString&, const FileKind&) override { return {}; }
+    bool ChoosePrinter(QWidget*, QPrinter&) override { return false; }
+};
+
+void Require(bool condition, const char* what) {
+    if (!condition)
+        throw std::runtime_error(what);
+}
+
+/// Eight volume packets and their acknowledgements with nothing but the system's calls.
+class BareLine {
+  public:
+    explicit BareLine(const std::string& path) : port(::open(path.c_str(), O_RDWR | O_NOCTTY)) {
+        termios settings = {};
+        ::tcgetattr(port.Get(), &settings);
+        ::cfmakeraw(&settings);
+        settings.c_cflag |= CSTOPB;
+        ::cfsetspeed(&settings, B9600);
+        Require(::tcsetattr(port.Get(), TCSANOW, &settings) == 0, "cannot set the line");
+        RoundTrip(std::array<std::uint8_t, 6>{'D', 'i', 'R', 'e', 'C', 't'}, 4);
+    }
+    void SendEight() {
+        for (std::uint8_t output = 0; output < 8; ++output) {
+            const int sum = 'V' + output + code;
+            RoundTrip(std::array<std::uint8_t, 4>{'V', output, code, static_cast<std::uint8_t>(255 - sum)},
+                      1);
+        }
+    }
+
+  private:
+    static constexpr std::uint8_t code = 210;
+
+    template <std::size_t Size>
+    void RoundTrip(const std::array<std::uint8_t, Size>& request, std::size_t replyLength) {
+        Require(::write(port.Get(), request.data(), Size) == Size, "cannot write to the line");
+        std::array<std::uint8_t, 16> reply;
+        for (std::size_t got = 0; got < replyLength;) {
+            const ssize_t more = ::read(port.Get(), reply.data(), reply.size());
+            Require(more > 0, "cannot read from the line");
+            got += static_cast<std::size_t>(more);
+        }
+    }
+
+    Descriptor port;
+};
+
+class Editor {
+  public:
+    explicit Editor(std::string path)
+        : path(std::move(path)), services{.Boxes = boxes,
+                                          .Store = store,
+                                          .MakeSerialControl =
+                                              [this] {
+                                                  return std::make_unique<QtSerialControl>(
+                                                      [this](int n) { return n == 1 ? this->path : ""; });
+                                              },
+                                          .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
+                                          .PortNames = [] { return QStringList(); }},
+          window(services, QString()), tabs(window.findChild<QTabWidget*>(QStringLiteral("SSTab1"))),
+          knob(window.findChild<QWidget*>(QStringLiteral("InputLevelTrim_0"))
+                   ->findChild<QWidget*>(QStringLiteral("Command1"))) {
+        window.show();
+    }
+    void GoOnline() {
+        tabs->setCurrentIndex(OnlineTab);
+        Click("OnlineSearch");
+        Click("OnlinePort_0");
+        tabs->setCurrentIndex(InputTrimsTab);
+    }
+    void Disconnect() { Click("OnlineCancel"); }
+    /// Lets go of the dragged slider; returns when all eight packets are acknowledged.
+    void MoveSlider(int direction) {
+        const QPoint centre = knob->rect().center();
+        Mouse(QEvent::MouseButtonPress, Qt::LeftButton, centre);
+        Mouse(QEvent::MouseMove, Qt::NoButton, centre + QPoint(0, direction * knob->height()));
+    }
+    void ReleaseSlider() { Mouse(QEvent::MouseButtonRelease, Qt::LeftButton, knob->rect().center()); }
+
+  private:
+    void Click(const char* button) {
+        window.findChild<QAbstractButton*>(QString::fromLatin1(button))->click();
+    }
+    void Mouse(QEvent::Type type, Qt::MouseButton button, const QPoint& at) {
+        QMouseEvent event(type, at, knob->mapToGlobal(at), button,
+                          type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(knob, &event);
+    }
+
+    std::string path;
+    NoDialogs boxes;
+    test::MemoryStore store;
+    EditorServices services;
+    CorvaneForm window;
+    QTabWidget* tabs;
+    QWidget* knob;
+};
+
+template <typename Operation>
+double TimeOf(Operation operation) {
+    const auto start = Clock::now();
+    operation();
+    return Microseconds(Clock::now() - start).count();
+}
+
+double Median(std::vector<double>& times) {
+    const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
+    std::nth_element(times.begin(), middle, times.end());
+    return *middle;
+}
+
+void MeasureSlider(RunningVek& device, Editor& editor) {
+    std::vector<double> editorTimes;
+    std::vector<double> bareTimes;
+    int packets = 0;
+    const auto requireEight = [&] {
+        packets += 8;
+        Require(device->WaitForEvents(DeviceEventKind::Volume, packets, patience), "the device heard less");
+    };
+    // In turn, so that whatever else the machine does meets both alike.
+    for (int round = 0; round < rounds; ++round) {
+        editor.GoOnline();
+        packets += 8;
+        requireEight();
+        for (int run = 0; run < runsPerRound; ++run) {
+            editor.MoveSlider(run % 2 == 0 ? 1 : -1);
+            editorTimes.push_back(TimeOf([&] { editor.ReleaseSlider(); }));
+            QCoreApplication::processEvents();
+            requireEight();
+        }
+        editor.Disconnect();
+        BareLine bare(device->PortPath());
+        for (int run = 0; run < runsPerRound; ++run) {
+            bareTimes.push_back(TimeOf([&] { bare.SendEight(); }));
+            requireEight();
+        }
+    }
+    const double editorTime = Median(editorTimes);
+    const double bareTime = Median(bareTimes);
+    std::printf("slider release to the eighth acknowledgement: %.3f ms, bare round trips %.3f ms, ratio %.2f "
+                "(medians of %d)\n",
+                editorTime / 1000, bareTime / 1000, editorTime / bareTime, rounds * runsPerRound);
+}
+
+rusage Usage() {
+    rusage usage = {};
+    ::getrusage(RUSAGE_THREAD, &usage);
+    return usage;
+}
+
+double ProcessorMilliseconds(const rusage& usage) {
+    return static_cast<double>(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1000 +
+           static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1000;
+}
+
+void MeasureIdle(Editor& editor) {
+    editor.GoOnline();
+    QEventLoop events;
+    const auto run = [&](std::chrono::milliseconds length) {
+        QTimer::singleShot(length, &events, &QEventLoop::quit);
+        events.exec();
+    };
+    run(std::chrono::seconds(1));
+    const rusage before = Usage();
+    run(idleTime);
+    const rusage after = Usage();
+    editor.Disconnect();
+    std::printf(
+        "%d s idle online: %.1f ms of processor time, %ld wake-ups\n", static_cast<int>(idleTime.count()),
+        ProcessorMilliseconds(after) - ProcessorMilliseconds(before), after.ru_nvcsw - before.ru_nvcsw);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    RunningVek device;
+    Editor editor(device->PortPath());
+    MeasureSlider(device, editor);
+    MeasureIdle(editor);
+}
