@@ -8,6 +8,12 @@ namespace vek {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr int titleCharacters = 44; // room for the title beside the buttons of the window's frame
+
+} // namespace
+
 AboutForm::AboutForm(const QString& version, QWidget* parent) : QDialog(parent) {
     setWindowTitle(u"About Vorn Matrix Editor"_s);
     auto* name = new QLabel(u"Vorn Matrix Editor"_s, this);
@@ -19,6 +25,7 @@ AboutForm::AboutForm(const QString& version, QWidget* parent) : QDialog(parent) 
     number->setObjectName("Version"_L1);
     number->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto* purpose = new QLabel(u"Configuration editor of the Matrix Vek"_s, this);
+    purpose->setMinimumWidth(fontMetrics().averageCharWidth() * titleCharacters);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
 

@@ -22,6 +22,7 @@ namespace {
 
 constexpr int lowestAddress = 1;
 constexpr int highestAddress = 2047;
+constexpr int titleCharacters = 48; // room for the title beside the buttons of the window's frame
 constexpr int blockLength = 256; ///< addresses that a unit occupies from its base on
 
 bool IsDigit(QChar key, const QString&) { return key >= u'0' && key <= u'9'; }
@@ -33,6 +34,7 @@ VekNetBaseForm::VekNetBaseForm(std::int16_t base, Dialogs& dialogs, QWidget* par
       Text1(new KeyFilteredLineEdit(IsDigit, this)), buttons(new UpDownButtons(this)),
       block(new QLabel(this)) {
     setWindowTitle(u"VekNet Base Address"_s);
+    setMinimumWidth(fontMetrics().averageCharWidth() * titleCharacters);
     Text1->setObjectName("Text1"_L1);
     Text1->setContextMenuPolicy(Qt::PreventContextMenu);
     Text1->setAccessibleName(u"Base address"_s);

@@ -1,15 +1,15 @@
 #include "editor/EditorStatusBar.h"
 
+#include "editor/ElidedLabel.h"
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"
-
-#include <QLabel>
 
 namespace vek {
 
 namespace {
 
 constexpr int lastOffset = 255;
+constexpr int stateCharacters = 48; // of the online state: the name of a device leaves room for the file's
 
 /// Labels are laid out anew when their text is set, so an unchanged text is left alone.
 void SetText(QLabel* label, const QString& text) {
@@ -20,14 +20,15 @@ void SetText(QLabel* label, const QString& text) {
 } // namespace
 
 EditorStatusBar::EditorStatusBar(QWidget* parent) : QStatusBar(parent) {
-    file = AddField(QStringLiteral("StatusFile"), 1);
-    changes = AddField(QStringLiteral("StatusChanges"), 0);
-    addresses = AddField(QStringLiteral("StatusAddresses"), 0);
-    onlineState = AddField(QStringLiteral("StatusOnline"), 0);
+    file = AddField(QStringLiteral("StatusFile"), 1, true);
+    changes = AddField(QStringLiteral("StatusChanges"), 0, false);
+    addresses = AddField(QStringLiteral("StatusAddresses"), 0, false);
+    onlineState = AddField(QStringLiteral("StatusOnline"), 0, true);
+    onlineState->setMaximumWidth(fontMetrics().averageCharWidth() * stateCharacters);
 }
 
-QLabel* EditorStatusBar::AddField(const QString& name, int stretch) {
-    auto* field = new QLabel(this);
+QLabel* EditorStatusBar::AddField(const QString& name, int stretch, bool elided) {
+    auto* field = elided ? new ElidedLabel(QString(), this) : new QLabel(this);
     field->setObjectName(name);
     field->setTextFormat(Qt::PlainText);
     field->setContentsMargins(6, 0, 6, 0);
@@ -47,6 +48,8 @@ void EditorStatusBar::ShowState(const QString& onlinePort) {
     SetText(changes, ConfigDiffers() ? tr("Unsaved changes") : tr("No unsaved changes"));
     SetText(addresses, tr("Base %1-%2").arg(Config.VekNetBase).arg(Config.VekNetBase + lastOffset));
     SetText(onlineState, onlinePort.isEmpty() ? tr("Offline") : tr("Online on %1").arg(onlinePort));
+    if (onlineState->toolTip() != onlinePort)
+        onlineState->setToolTip(onlinePort);
 }
 
 } // namespace vek

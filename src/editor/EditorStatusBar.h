@@ -17,7 +17,7 @@ class EditorStatusBar : public QStatusBar {
     void ShowState(const QString& onlinePort);
 
   private:
-    QLabel* AddField(const QString& name, int stretch);
+    QLabel* AddField(const QString& name, int stretch, bool elided);
 
     QLabel* file;
     QLabel* changes;

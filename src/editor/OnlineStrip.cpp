@@ -14,8 +14,9 @@ namespace vek {
 
 OnlineStrip::OnlineStrip(QWidget* parent) : QWidget(parent) {
     auto* frames = new QVBoxLayout;
-    frames->addWidget(MakeInputs());
-    frames->addWidget(MakeMutes());
+    const QString muteCaption = tr("Mute");
+    frames->addWidget(MakeInputs(muteCaption));
+    frames->addWidget(MakeMutes(muteCaption));
     frames->addStretch(1);
 
     OnlineLabel32 = new QLabel(tr("Online Level Offset"), this);
@@ -36,32 +37,42 @@ OnlineStrip::OnlineStrip(QWidget* parent) : QWidget(parent) {
     layout->addLayout(offset);
 }
 
-QWidget* OnlineStrip::MakeInputs() {
+int OnlineStrip::CaptionWidth(const QString& caption) const {
+    return fontMetrics().horizontalAdvance(caption) + fontMetrics().height();
+}
+
+QWidget* OnlineStrip::MakeInputs(const QString& muteCaption) {
     auto* frame = new QGroupBox(tr("Input"), this);
     auto* row = new QHBoxLayout(frame);
+    // Input and mute of the same number stand below each other.
+    auto* margin = new QWidget(frame);
+    margin->setFixedWidth(CaptionWidth(muteCaption));
+    row->addWidget(margin);
     for (std::size_t input = 0; input < inputCount; ++input) {
         auto* option = new QRadioButton(QString::number(input + 1), frame);
         option->setObjectName(ElementName("RouteOption", input));
         option->setAccessibleName(tr("Listen to input %1").arg(input + 1));
         connect(option, &QRadioButton::clicked, this, [this, input] { Q_EMIT RouteClicked(input); });
         RouteOption[input] = option;
-        row->addWidget(option);
+        row->addWidget(option, 1);
     }
     RouteOption[0]->setChecked(true);
     return frame;
 }
 
-QWidget* OnlineStrip::MakeMutes() {
+QWidget* OnlineStrip::MakeMutes(const QString& muteCaption) {
     auto* frame = new QGroupBox(tr("Output"), this);
     auto* row = new QHBoxLayout(frame);
-    row->addWidget(new QLabel(tr("Mute"), frame));
+    auto* caption = new QLabel(muteCaption, frame);
+    caption->setFixedWidth(CaptionWidth(muteCaption));
+    row->addWidget(caption);
     for (std::size_t output = 0; output < outputCount; ++output) {
         auto* check = new QCheckBox(QString::number(output + 1), frame);
         check->setObjectName(ElementName("OutPutSelectCheck", output));
         check->setAccessibleName(tr("Mute output %1").arg(output + 1));
         connect(check, &QCheckBox::clicked, this, &OnlineStrip::MuteClicked);
         OutPutSelectCheck[output] = check;
-        row->addWidget(check);
+        row->addWidget(check, 1);
     }
     return frame;
 }

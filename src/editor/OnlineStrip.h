@@ -35,8 +35,9 @@ class OnlineStrip : public QWidget {
     void OffsetChanged();
 
   private:
-    QWidget* MakeInputs();
-    QWidget* MakeMutes();
+    int CaptionWidth(const QString& caption) const;
+    QWidget* MakeInputs(const QString& muteCaption);
+    QWidget* MakeMutes(const QString& muteCaption);
 };
 
 } // namespace vek

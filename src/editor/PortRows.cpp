@@ -1,5 +1,6 @@
 #include "editor/PortRows.h"
 
+#include "editor/ElidedLabel.h"
 #include "editor/TextConversion.h"
 
 #include <QButtonGroup>
@@ -8,10 +9,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QStyleOption>
 
 namespace vek {
 
 namespace {
+
+constexpr int deviceCharacters = 34; // of a name that is shown in full
 
 void KeepPlaceWhenHidden(QWidget* widget) {
     QSizePolicy policy = widget->sizePolicy();
@@ -32,7 +36,10 @@ PortRows::PortRows(const PortRowNames& names, const QStringList& realNames, QWid
         const QString realName = realNames.value(static_cast<qsizetype>(row));
         rows[row] = MakeRow(names, row, realName);
         const int line = static_cast<int>(row);
-        auto* device = new QLabel(realName.isEmpty() ? tr("no port") : realName, this);
+        auto* device = new ElidedLabel(realName.isEmpty() ? tr("no port") : realName, this);
+        device->setMaximumWidth(fontMetrics().averageCharWidth() * deviceCharacters);
+        device->setToolTip(realName);
+        grid->addWidget(rows[row].Number, line, 0);
         grid->addWidget(rows[row].Option, line, 0);
         grid->addWidget(device, line, 1);
         grid->addWidget(rows[row].VekType, line, 2);
@@ -74,14 +81,26 @@ PortRows::Row PortRows::MakeRow(const PortRowNames& names, std::size_t row, cons
     inside->addWidget(label);
     blanking->setVisible(false);
 
-    for (QWidget* widget : {static_cast<QWidget*>(option), static_cast<QWidget*>(type)})
+    // Stands where the button does not.
+    auto* number = new QLabel(port, this);
+    QStyleOption metrics;
+    metrics.initFrom(option);
+    const QStyle& look = *style();
+    number->setIndent(look.pixelMetric(QStyle::PM_ExclusiveIndicatorWidth, &metrics, option) +
+                      look.pixelMetric(QStyle::PM_RadioButtonLabelSpacing, &metrics, option));
+
+    for (QWidget* widget :
+         {static_cast<QWidget*>(option), static_cast<QWidget*>(type), static_cast<QWidget*>(blanking)})
         KeepPlaceWhenHidden(widget);
-    return {option, type, blanking};
+    return {number, option, type, blanking};
 }
 
 void PortRows::ShowBlanking(std::size_t row, bool visible) { rows[row].Blanking->setVisible(visible); }
 
-void PortRows::ShowOption(std::size_t row, bool visible) { rows[row].Option->setVisible(visible); }
+void PortRows::ShowOption(std::size_t row, bool visible) {
+    rows[row].Option->setVisible(visible);
+    rows[row].Number->setVisible(!visible);
+}
 
 void PortRows::EnableOption(std::size_t row, bool enabled) { rows[row].Option->setEnabled(enabled); }
 

@@ -10,6 +10,7 @@
 
 class QButtonGroup;
 class QFrame;
+class QLabel;
 class QLineEdit;
 class QRadioButton;
 
@@ -49,6 +50,7 @@ class PortRows : public QWidget {
 
   private:
     struct Row {
+        QLabel* Number;
         QRadioButton* Option;
         QLineEdit* VekType;
         QFrame* Blanking;
