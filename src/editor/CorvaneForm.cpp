@@ -41,7 +41,7 @@ constexpr QSize usualSize(1040, 700);
 
 CorvaneForm::CorvaneForm(const EditorServices& services, const QString& commandLine, QWidget* parent)
     : QMainWindow(parent), services(services), commandLine(commandLine), toolBar(new EditorToolBar(this)),
-      SSTab1(new QTabWidget(this)), pages(MakeEditorPages(*SSTab1, services.PortNames())),
+      SSTab1(new QTabWidget(this)), pages(MakeEditorPages(*SSTab1, services.PortNames)),
       strip(new OnlineStrip(this)), view(pages), files(new FileCommands(*this, view, services.Boxes)),
       exports(new ExportCommands(*this, view, services.Boxes)),
       dispatch(*this, view, *files, *exports, services, types), status(new EditorStatusBar(this)) {

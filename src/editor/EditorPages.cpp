@@ -13,7 +13,7 @@
 
 namespace vek {
 
-EditorPages MakeEditorPages(QTabWidget& tabs, const QStringList& portNames) {
+EditorPages MakeEditorPages(QTabWidget& tabs, std::function<QStringList()> deviceNames) {
     const EditorPages pages = {
         .Selectors = new Selectors(tabs.parentWidget()),
         .RemotePanels = new RemotePanelsPage,
@@ -22,7 +22,7 @@ EditorPages MakeEditorPages(QTabWidget& tabs, const QStringList& portNames) {
         .InputTrims = new TrimPage("InputLevelTrim", QObject::tr("Input Trims"), QObject::tr("Input %1")),
         .OutputTrims = new TrimPage("OutputLevelTrim", QObject::tr("Output Trims"), QObject::tr("Output %1")),
         .Notes = new NotesPage,
-        .Online = new OnlinePage(portNames),
+        .Online = new OnlinePage(std::move(deviceNames)),
     };
     tabs.addTab(pages.RemotePanels, QObject::tr("Remote Panels"));
     tabs.addTab(pages.Levels, QObject::tr("Levels"));

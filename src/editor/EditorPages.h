@@ -3,6 +3,8 @@
 
 #include <QStringList>
 
+#include <functional>
+
 class QTabWidget;
 class QWidget;
 
@@ -40,7 +42,8 @@ struct EditorPages {
     OnlinePage* Online;
 };
 
-/// Makes the selectors (without a place yet) and the pages, which become the tabs.
-EditorPages MakeEditorPages(QTabWidget& tabs, const QStringList& portNames);
+/// Makes the selectors (without a place yet) and the pages, which become the tabs. `deviceNames` tells the
+/// devices of COM1 … COM4.
+EditorPages MakeEditorPages(QTabWidget& tabs, std::function<QStringList()> deviceNames);
 
 } // namespace vek

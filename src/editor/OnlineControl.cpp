@@ -45,7 +45,7 @@ std::optional<LevelSource> LevelsOf(int page) {
 
 OnlineControl::OnlineControl(QWidget& window, const OnlineParts& parts, const EditorServices& services,
                              const DeviceTypeList& types)
-    : QObject(&window), window(window), parts(parts), dialogs(services.Boxes), portNames(services.PortNames),
+    : QObject(&window), window(window), parts(parts), dialogs(services.Boxes),
       OnlineMSComm(services.MakeSerialControl()), OnlineTimer(services.MakeTimer()),
       session(*OnlineMSComm, *OnlineTimer, types, *this, *this) {
     parts.Strip.setVisible(false);
@@ -55,8 +55,10 @@ OnlineControl::OnlineControl(QWidget& window, const OnlineParts& parts, const Ed
 OnlineControl::~OnlineControl() = default;
 
 void OnlineControl::Connect() {
-    connect(parts.Page.OnlineSearch, &QPushButton::clicked, this,
-            [this] { Run([this] { session.Online_search_for_vek(); }); });
+    connect(parts.Page.OnlineSearch, &QPushButton::clicked, this, [this] {
+        parts.Page.Ports->RefreshDevices();
+        Run([this] { session.Online_search_for_vek(); });
+    });
     connect(parts.Page.OnlineCancel, &QPushButton::clicked, this,
             [this] { Run([this] { session.Disconnect(); }); });
     connect(parts.Page.Ports, &PortRows::Chosen, this, [this] { Run([this] { session.ChoosePort(); }); });
@@ -81,11 +83,8 @@ void OnlineControl::Run(Operation operation) {
 
 QString OnlineControl::PortName() const {
     for (std::size_t row = 0; row < portCount; ++row) {
-        if (!OptionSelected(row))
-            continue;
-        const QString device = portNames().value(static_cast<qsizetype>(row));
-        const QString port = tr("COM%1").arg(row + 1);
-        return device.isEmpty() ? port : port + QStringLiteral(" (%1)").arg(device);
+        if (OptionSelected(row))
+            return Ports().PortName(row);
     }
     return {};
 }

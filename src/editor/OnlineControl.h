@@ -91,7 +91,6 @@ class OnlineControl : public QObject, private WithPortRows<OnlineView>, private 
     QWidget& window;
     OnlineParts parts;
     Dialogs& dialogs;
-    std::function<QStringList()> portNames;
     std::unique_ptr<SerialControl> OnlineMSComm;
     std::unique_ptr<OneShotTimer> OnlineTimer;
     OnlineSession session;

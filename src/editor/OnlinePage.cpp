@@ -18,9 +18,9 @@ constexpr int mostDiagnosticLines = 5000;
 
 } // namespace
 
-OnlinePage::OnlinePage(const QStringList& portNames, QWidget* parent) : QWidget(parent) {
+OnlinePage::OnlinePage(std::function<QStringList()> deviceNames, QWidget* parent) : QWidget(parent) {
     auto* frame = new QGroupBox(tr("Matrix Control"), this);
-    Ports = new PortRows(rowNames, portNames, frame);
+    Ports = new PortRows(rowNames, std::move(deviceNames), frame);
     OnlineSearch = new QPushButton(tr("Search for Matrix Vek"), frame);
     OnlineSearch->setObjectName(QStringLiteral("OnlineSearch"));
     OnlineCancel = new QPushButton(tr("Disconnect"), frame);

@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <QWidget>
 
+#include <functional>
+
 class QCheckBox;
 class QPlainTextEdit;
 class QPushButton;
@@ -16,8 +18,8 @@ class OnlinePage : public QWidget {
     Q_OBJECT
 
   public:
-    /// `portNames` are the devices of COM1 … COM4.
-    explicit OnlinePage(const QStringList& portNames, QWidget* parent = nullptr);
+    /// `deviceNames` tells the devices of COM1 … COM4.
+    explicit OnlinePage(std::function<QStringList()> deviceNames, QWidget* parent = nullptr);
 
     /// True while diagnostic lines are written, whichever page is in front.
     bool DiagnosticsOn() const;

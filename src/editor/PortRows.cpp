@@ -23,25 +23,23 @@ void KeepPlaceWhenHidden(QWidget* widget) {
     widget->setSizePolicy(policy);
 }
 
+QString ComName(std::size_t row) { return PortRows::tr("COM%1").arg(row + 1); }
+
 } // namespace
 
-PortRows::PortRows(const PortRowNames& names, const QStringList& realNames, QWidget* parent)
-    : QWidget(parent) {
+PortRows::PortRows(const PortRowNames& names, DeviceNames deviceNames, QWidget* parent)
+    : QWidget(parent), deviceNames(std::move(deviceNames)) {
     options = new QButtonGroup(this);
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(12);
     grid->setColumnStretch(2, 1);
     for (std::size_t row = 0; row < portCount; ++row) {
-        const QString realName = realNames.value(static_cast<qsizetype>(row));
-        rows[row] = MakeRow(names, row, realName);
+        rows[row] = MakeRow(names, row);
         const int line = static_cast<int>(row);
-        auto* device = new ElidedLabel(realName.isEmpty() ? tr("no port") : realName, this);
-        device->setMaximumWidth(fontMetrics().averageCharWidth() * deviceCharacters);
-        device->setToolTip(realName);
         grid->addWidget(rows[row].Number, line, 0);
         grid->addWidget(rows[row].Option, line, 0);
-        grid->addWidget(device, line, 1);
+        grid->addWidget(rows[row].Device, line, 1);
         grid->addWidget(rows[row].VekType, line, 2);
         // The same cells: while it shows it covers the row.
         grid->addWidget(rows[row].Blanking, line, 0, 1, 3);
@@ -49,11 +47,35 @@ PortRows::PortRows(const PortRowNames& names, const QStringList& realNames, QWid
     }
 }
 
-PortRows::Row PortRows::MakeRow(const PortRowNames& names, std::size_t row, const QString& realName) {
-    const QString port = tr("COM%1").arg(row + 1);
+void PortRows::RefreshDevices() {
+    devices = deviceNames();
+    for (std::size_t row = 0; row < portCount; ++row)
+        ShowDevice(row, devices.value(static_cast<qsizetype>(row)));
+}
+
+void PortRows::ShowDevice(std::size_t row, const QString& device) {
+    rows[row].Device->setText(device.isEmpty() ? tr("no port") : device);
+    for (QWidget* widget : {static_cast<QWidget*>(rows[row].Device), static_cast<QWidget*>(rows[row].Option),
+                            static_cast<QWidget*>(rows[row].VekType)})
+        widget->setToolTip(device);
+}
+
+QString PortRows::PortName(std::size_t row) const {
+    const QString device = devices.value(static_cast<qsizetype>(row));
+    return device.isEmpty() ? ComName(row) : ComName(row) + QStringLiteral(" (%1)").arg(device);
+}
+
+void PortRows::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    RefreshDevices();
+}
+
+PortRows::Row PortRows::MakeRow(const PortRowNames& names, std::size_t row) {
+    const QString port = ComName(row);
+    auto* device = new ElidedLabel(QString(), this);
+    device->setMaximumWidth(fontMetrics().averageCharWidth() * deviceCharacters);
     auto* option = new QRadioButton(port, this);
     option->setObjectName(ElementName(names.Option, row));
-    option->setToolTip(realName);
     option->setVisible(false);
     option->setEnabled(false);
     options->addButton(option);
@@ -66,7 +88,6 @@ PortRows::Row PortRows::MakeRow(const PortRowNames& names, std::size_t row, cons
     type->setObjectName(ElementName(names.Type, row));
     type->setReadOnly(true);
     type->setAccessibleName(tr("Device on %1").arg(port));
-    type->setToolTip(realName);
     type->setVisible(false);
 
     auto* blanking = new QFrame(this);
@@ -92,7 +113,7 @@ PortRows::Row PortRows::MakeRow(const PortRowNames& names, std::size_t row, cons
     for (QWidget* widget :
          {static_cast<QWidget*>(option), static_cast<QWidget*>(type), static_cast<QWidget*>(blanking)})
         KeepPlaceWhenHidden(widget);
-    return {number, option, type, blanking};
+    return {number, device, option, type, blanking};
 }
 
 void PortRows::ShowBlanking(std::size_t row, bool visible) { rows[row].Blanking->setVisible(visible); }

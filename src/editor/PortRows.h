@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include <array>
+#include <functional>
 
 class QButtonGroup;
 class QFrame;
@@ -26,12 +27,22 @@ struct PortRowNames {
     bool NumberedBlankingLabel;
 };
 
+class ElidedLabel;
+
 class PortRows : public QWidget {
     Q_OBJECT
 
   public:
-    /// `realNames` holds the device of each port ("ttyUSB0"), empty where there is none.
-    PortRows(const PortRowNames& names, const QStringList& realNames, QWidget* parent = nullptr);
+    /// Tells the device of each port ("ttyUSB0"), empty where there is none. Asking takes a look at all
+    /// ports, so it is done when the table is shown and by RefreshDevices(), not before.
+    using DeviceNames = std::function<QStringList()>;
+
+    PortRows(const PortRowNames& names, DeviceNames deviceNames, QWidget* parent = nullptr);
+
+    /// Looks anew which devices there are: adapters come and go.
+    void RefreshDevices();
+    /// The port of a row as the user reads it: "COM1 (ttyUSB0)".
+    QString PortName(std::size_t row) const;
 
     void ShowBlanking(std::size_t row, bool visible);
     void ShowOption(std::size_t row, bool visible);
@@ -48,15 +59,22 @@ class PortRows : public QWidget {
     /// The user chose a row; not raised by SelectOption().
     void Chosen(std::size_t row);
 
+  protected:
+    void showEvent(QShowEvent* event) override;
+
   private:
     struct Row {
         QLabel* Number;
+        ElidedLabel* Device;
         QRadioButton* Option;
         QLineEdit* VekType;
         QFrame* Blanking;
     };
-    Row MakeRow(const PortRowNames& names, std::size_t row, const QString& realName);
+    Row MakeRow(const PortRowNames& names, std::size_t row);
+    void ShowDevice(std::size_t row, const QString& device);
 
+    DeviceNames deviceNames;
+    QStringList devices; ///< by row
     std::array<Row, portCount> rows;
     QButtonGroup* options;
 };

@@ -21,7 +21,7 @@ constexpr int progressMaximum = 1000;
 VekComms::VekComms(const EditorServices& services, const DeviceTypeList& types, const DownloadImage& image,
                    QWidget* parent)
     : QDialog(parent), dialogs(services.Boxes), image(image), MSComm1(services.MakeSerialControl()),
-      Timer1(services.MakeTimer()), ports(new PortRows(rowNames, services.PortNames(), this)),
+      Timer1(services.MakeTimer()), ports(new PortRows(rowNames, services.PortNames, this)),
       link(*MSComm1, *Timer1, types, *this) {
     setObjectName(QStringLiteral("VekComms"));
     setWindowTitle(tr("Vek program"));
@@ -108,7 +108,10 @@ void VekComms::Run(Operation operation) {
 }
 
 void VekComms::Search() {
-    Run([this] { link.search_for_vek(); });
+    Run([this] {
+        ports->RefreshDevices();
+        link.search_for_vek();
+    });
 }
 
 void VekComms::Program() {
