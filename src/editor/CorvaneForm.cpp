@@ -16,6 +16,7 @@
 #include "editor/NotesPage.h"
 #include "editor/OnlineControl.h"
 #include "editor/OnlineStrip.h"
+#include "editor/PageTabs.h"
 #include "editor/RemotePanelsPage.h"
 #include "editor/Selectors.h"
 #include "editor/TrimPage.h"
@@ -27,7 +28,6 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QRadioButton>
-#include <QTabWidget>
 
 namespace vek {
 
@@ -41,7 +41,7 @@ constexpr QSize usualSize(1040, 700);
 
 CorvaneForm::CorvaneForm(const EditorServices& services, const QString& commandLine, QWidget* parent)
     : QMainWindow(parent), services(services), commandLine(commandLine), toolBar(new EditorToolBar(this)),
-      SSTab1(new QTabWidget(this)), pages(MakeEditorPages(*SSTab1, services.PortNames)),
+      SSTab1(new PageTabs(this)), pages(MakeEditorPages(*SSTab1, services.PortNames)),
       strip(new OnlineStrip(this)), view(pages), files(new FileCommands(*this, view, services.Boxes)),
       exports(new ExportCommands(*this, view, services.Boxes)),
       dispatch(*this, view, *files, *exports, services, types), status(new EditorStatusBar(this)) {

@@ -16,6 +16,7 @@ namespace vek {
 namespace {
 
 constexpr int deviceCharacters = 34; // of a name that is shown in full
+constexpr int deviceMargin = 12;
 
 void KeepPlaceWhenHidden(QWidget* widget) {
     QSizePolicy policy = widget->sizePolicy();
@@ -32,7 +33,6 @@ PortRows::PortRows(const PortRowNames& names, DeviceNames deviceNames, QWidget* 
     options = new QButtonGroup(this);
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(12);
     grid->setColumnStretch(2, 1);
     for (std::size_t row = 0; row < portCount; ++row) {
         rows[row] = MakeRow(names, row);
@@ -73,7 +73,9 @@ void PortRows::showEvent(QShowEvent* event) {
 PortRows::Row PortRows::MakeRow(const PortRowNames& names, std::size_t row) {
     const QString port = ComName(row);
     auto* device = new ElidedLabel(QString(), this);
-    device->setMaximumWidth(fontMetrics().averageCharWidth() * deviceCharacters);
+    // The frame that covers the row takes the grid's own spacing away.
+    device->setContentsMargins(deviceMargin, 0, deviceMargin, 0);
+    device->setMaximumWidth(fontMetrics().averageCharWidth() * deviceCharacters + 2 * deviceMargin);
     auto* option = new QRadioButton(port, this);
     option->setObjectName(ElementName(names.Option, row));
     option->setVisible(false);

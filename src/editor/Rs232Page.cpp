@@ -29,7 +29,7 @@ Rs232Page::Rs232Page(QWidget* parent) : QWidget(parent) {
             code->setObjectName(ElementName("RS232Label", commands.size() * output + j));
             code->setAlignment(Qt::AlignCenter);
             code->setFrameShape(QFrame::StyledPanel);
-            code->setTextInteractionFlags(Qt::TextSelectableByMouse);
+            codes.push_back(code);
             grid->addWidget(code, row, static_cast<int>(j) + 1);
         }
     }
@@ -40,6 +40,13 @@ Rs232Page::Rs232Page(QWidget* parent) : QWidget(parent) {
     const int below = static_cast<int>(outputCount) + 1;
     grid->addWidget(hint, below, 0, 1, static_cast<int>(commands.size()) + 1);
     grid->setRowStretch(below + 1, 1);
+}
+
+void Rs232Page::showEvent(QShowEvent* event) {
+    // A text that can be selected is a whole document; these wait until they are looked at.
+    for (QLabel* code : codes)
+        code->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    QWidget::showEvent(event);
 }
 
 } // namespace vek

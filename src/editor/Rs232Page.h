@@ -4,6 +4,10 @@
 
 #include <QWidget>
 
+#include <vector>
+
+class QLabel;
+
 namespace vek {
 
 class Rs232Page : public QWidget {
@@ -11,6 +15,12 @@ class Rs232Page : public QWidget {
 
   public:
     explicit Rs232Page(QWidget* parent = nullptr);
+
+  protected:
+    void showEvent(QShowEvent* event) override;
+
+  private:
+    std::vector<QLabel*> codes; // owned by this widget
 };
 
 } // namespace vek
