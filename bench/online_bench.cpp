@@ -170,6 +170,7 @@ void MeasureSlider(RunningVek& device, Editor& editor) {
         requireEight();
         for (int run = 0; run < runsPerRound; ++run) {
             editor.MoveSlider(run % 2 == 0 ? 1 : -1);
+            QCoreApplication::processEvents();
             editorTimes.push_back(TimeOf([&] { editor.ReleaseSlider(); }));
             QCoreApplication::processEvents();
             requireEight();

@@ -3,9 +3,12 @@
 #include <QDeadlineTimer>
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
+#include <poll.h>
 #include <thread>
+#include <unistd.h>
 
 namespace vek {
 
@@ -33,6 +36,25 @@ constexpr milliseconds driverPatience(500);
 microseconds LineTime(std::size_t bytes, const PortSettings& settings) {
     constexpr std::int64_t second = 1'000'000;
     return microseconds(static_cast<std::int64_t>(bytes) * longestByteBits * second / settings.Baud);
+}
+
+/// Hands all the bytes to the driver of a port that never blocks; false when it does not take them in time.
+/// QSerialPort would have its event loop watch for room in the driver at each output, which costs more than
+/// the exchange with the device.
+bool WriteAll(int descriptor, std::span<const std::uint8_t> bytes, const QDeadlineTimer& deadline) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+        if (written >= 0) {
+            bytes = bytes.subspan(static_cast<std::size_t>(written));
+            continue;
+        }
+        if (errno != EAGAIN && errno != EINTR)
+            return false;
+        pollfd room = {descriptor, POLLOUT, 0};
+        if (::poll(&room, 1, static_cast<int>(deadline.remainingTime())) == 0)
+            return false;
+    }
+    return true;
 }
 
 /// Path without links, so that two names of one device exclude each other.
@@ -84,7 +106,7 @@ void QtSerialControl::OnError(QSerialPort::SerialPortError error) {
         Fail();
         break;
     default:
-        break; // an opening that failed, or a wait of Output that timed out
+        break; // an opening that failed, or the end of Input's look for more
     }
 }
 
@@ -125,15 +147,10 @@ void QtSerialControl::Output(std::span<const std::uint8_t> bytes) {
 
 /// False when the port does not take the bytes.
 bool QtSerialControl::WriteOut(std::span<const std::uint8_t> bytes) {
-    const auto size = static_cast<qint64>(bytes.size());
     const auto start = std::chrono::steady_clock::now();
     const QDeadlineTimer deadline(2 * LineTime(bytes.size(), current) + driverPatience, Qt::PreciseTimer);
-    if (port.write(reinterpret_cast<const char*>(bytes.data()), size) != size)
+    if (!WriteAll(static_cast<int>(port.handle()), bytes, deadline))
         return false;
-    port.flush();
-    while (PortOpen() && port.bytesToWrite() > 0)
-        if (!port.waitForBytesWritten(static_cast<int>(deadline.remainingTime())))
-            return false;
     // The driver has them all; now they go out.
     while (PortOpen() && !deadline.hasExpired()) {
         const int queued = QueuedOutput(static_cast<int>(port.handle()));
