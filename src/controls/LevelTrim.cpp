@@ -8,6 +8,7 @@
 
 #include <QAccessible>
 #include <QEvent>
+#include <QPaintEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -166,7 +167,7 @@ QFont LevelTrim::ScaleFont() const {
     return scaled;
 }
 
-void LevelTrim::paintEvent(QPaintEvent*) {
+void LevelTrim::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setFont(ScaleFont());
     const FaderTrack track = Track();
@@ -179,6 +180,9 @@ void LevelTrim::paintEvent(QPaintEvent*) {
     painter.fillRect(groove.adjusted(1, 1, -1, -1), colours.color(QPalette::Dark));
 
     const int tickLeft = Command1->width() + tickGap;
+    // A knob that moves has no more than the groove repainted; the texts would be most of the work.
+    if (event->rect().right() < tickLeft)
+        return;
     const int labelLeft = tickLeft + tickLength + tickGap;
     painter.setPen(colours.color(QPalette::WindowText));
     for (const float mark : ScaleLevels(range)) {
