@@ -1,6 +1,7 @@
 // The editor online with a device that answers at once: how long a released slider takes to be heard,
 // compared with the bare round trips on the same pseudo-terminal, and what ten idle seconds cost.
 #include "controls/Dialogs.h"
+#include "controls/LevelTrim.h"
 #include "editor/CorvaneForm.h"
 #include "editor/EditorPages.h"
 #include "platform/QtOneShotTimer.h"
@@ -104,8 +105,8 @@ class Editor {
                                           .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
                                           .PortNames = [] { return QStringList(); }},
           window(services, QString()), tabs(window.findChild<QTabWidget*>(QStringLiteral("SSTab1"))),
-          knob(window.findChild<QWidget*>(QStringLiteral("InputLevelTrim_0"))
-                   ->findChild<QWidget*>(QStringLiteral("Command1"))) {
+          fader(window.findChild<LevelTrim*>(QStringLiteral("InputLevelTrim_0"))),
+          knob(fader->findChild<QWidget*>(QStringLiteral("Command1"))) {
         window.show();
     }
     void GoOnline() {
@@ -115,12 +116,14 @@ class Editor {
         tabs->setCurrentIndex(InputTrimsTab);
     }
     void Disconnect() { Click("OnlineCancel"); }
-    /// Lets go of the dragged slider; returns when all eight packets are acknowledged.
     void MoveSlider(int direction) {
         const QPoint centre = knob->rect().center();
         Mouse(QEvent::MouseButtonPress, Qt::LeftButton, centre);
         Mouse(QEvent::MouseMove, Qt::NoButton, centre + QPoint(0, direction * knob->height()));
     }
+    /// The same packets without anything to be painted.
+    void SendLevels() { Q_EMIT fader->Change(); }
+    /// Lets go of the dragged slider; returns when all eight packets are acknowledged.
     void ReleaseSlider() { Mouse(QEvent::MouseButtonRelease, Qt::LeftButton, knob->rect().center()); }
 
   private:
@@ -139,6 +142,7 @@ class Editor {
     EditorServices services;
     CorvaneForm window;
     QTabWidget* tabs;
+    LevelTrim* fader;
     QWidget* knob;
 };
 
@@ -157,6 +161,7 @@ double Median(std::vector<double>& times) {
 
 void MeasureSlider(RunningVek& device, Editor& editor) {
     std::vector<double> editorTimes;
+    std::vector<double> unseenTimes;
     std::vector<double> bareTimes;
     int packets = 0;
     const auto requireEight = [&] {
@@ -174,6 +179,8 @@ void MeasureSlider(RunningVek& device, Editor& editor) {
             editorTimes.push_back(TimeOf([&] { editor.ReleaseSlider(); }));
             QCoreApplication::processEvents();
             requireEight();
+            unseenTimes.push_back(TimeOf([&] { editor.SendLevels(); }));
+            requireEight();
         }
         editor.Disconnect();
         BareLine bare(device->PortPath());
@@ -182,11 +189,15 @@ void MeasureSlider(RunningVek& device, Editor& editor) {
             requireEight();
         }
     }
-    const double editorTime = Median(editorTimes);
-    const double bareTime = Median(bareTimes);
-    std::printf("slider release to the eighth acknowledgement: %.3f ms, bare round trips %.3f ms, ratio %.2f "
-                "(medians of %d)\n",
-                editorTime / 1000, bareTime / 1000, editorTime / bareTime, rounds * runsPerRound);
+    const double bare = Median(bareTimes);
+    const auto print = [&](const char* what, std::vector<double>& times) {
+        const double time = Median(times);
+        std::printf("%s: %.3f ms, ratio to the bare round trips %.2f\n", what, time / 1000, time / bare);
+    };
+    std::printf("bare round trips of eight packets: %.3f ms (medians of %d)\n", bare / 1000,
+                rounds * runsPerRound);
+    print("slider release to the eighth acknowledgement", editorTimes);
+    print("the same with nothing to paint", unseenTimes);
 }
 
 rusage Usage() {
@@ -200,7 +211,7 @@ double ProcessorMilliseconds(const rusage& usage) {
            static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1000;
 }
 
-void MeasureIdle(Editor& editor) {
+void MeasureIdle(RunningVek& device, Editor& editor) {
     editor.GoOnline();
     QEventLoop events;
     const auto run = [&](std::chrono::milliseconds length) {
@@ -212,6 +223,9 @@ void MeasureIdle(Editor& editor) {
     run(idleTime);
     const rusage after = Usage();
     editor.Disconnect();
+    // Each round has one restart from the search and one from the end of the connection.
+    Require(device->WaitForEvents(DeviceEventKind::OnlineRestart, 2 * (rounds + 1), patience),
+            "the editor was not online");
     std::printf(
         "%d s idle online: %.1f ms of processor time, %ld wake-ups\n", static_cast<int>(idleTime.count()),
         ProcessorMilliseconds(after) - ProcessorMilliseconds(before), after.ru_nvcsw - before.ru_nvcsw);
@@ -225,5 +239,5 @@ int main(int argc, char** argv) {
     RunningVek device;
     Editor editor(device->PortPath());
     MeasureSlider(device, editor);
-    MeasureIdle(editor);
+    MeasureIdle(device, editor);
 }
