@@ -44,11 +44,11 @@ microseconds LineTime(std::size_t bytes, const PortSettings& settings) {
 bool WriteAll(int descriptor, std::span<const std::uint8_t> bytes, const QDeadlineTimer& deadline) {
     while (!bytes.empty()) {
         const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-        if (written >= 0) {
+        if (written > 0) {
             bytes = bytes.subspan(static_cast<std::size_t>(written));
             continue;
         }
-        if (errno != EAGAIN && errno != EINTR)
+        if (written < 0 && errno != EAGAIN && errno != EINTR)
             return false;
         pollfd room = {descriptor, POLLOUT, 0};
         if (::poll(&room, 1, static_cast<int>(deadline.remainingTime())) == 0)
