@@ -23,7 +23,7 @@ namespace {
 constexpr int lowestAddress = 1;
 constexpr int highestAddress = 2047;
 constexpr int titleCharacters = 48; // room for the title beside the buttons of the window's frame
-constexpr int blockLength = 256; ///< addresses that a unit occupies from its base on
+constexpr int blockLength = 256;    ///< addresses that a unit occupies from its base on
 
 bool IsDigit(QChar key, const QString&) { return key >= u'0' && key <= u'9'; }
 
