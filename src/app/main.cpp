@@ -11,10 +11,13 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QTimer>
 
 namespace {
 
 using namespace vek;
+
+constexpr std::chrono::milliseconds iconDelay(100);
 
 /// The devices behind COM1 … COM4 as the user knows them, empty where there is none.
 QStringList PortNames() {
@@ -42,7 +45,6 @@ int main(int argc, char* argv[]) {
     QApplication::setApplicationDisplayName(QString());
     QApplication::setApplicationVersion(QStringLiteral(VEK_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("vorn-matrix-editor"));
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/vorn-matrix-editor.svg")));
 
     CLI::App commandLine("Configuration editor of the Matrix Vek", "vorn-matrix-editor");
     std::vector<std::string> words;
@@ -65,5 +67,9 @@ int main(int argc, char* argv[]) {
     };
     CorvaneForm window(services, Joined(words));
     window.show();
+    // Drawing it in all the sizes that a desktop asks for would hold up the window itself.
+    QTimer::singleShot(iconDelay, &application, [] {
+        QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/vorn-matrix-editor.svg")));
+    });
     return QApplication::exec();
 }
