@@ -2,6 +2,7 @@
 
 #include "controls/LevelTrim.h"
 #include "controls/dBText.h"
+#include "editor/KeepPlace.h"
 #include "editor/TextConversion.h"
 
 #include <QButtonGroup>
@@ -48,12 +49,6 @@ constexpr LimitRow limitRows[] = {
      SetMinimum, "Set Min Level"},
     {"RemoteStepLevel", "Level Steps", &LevelsPage::RemoteStepLevel, stepMinimum, stepMaximum, noButton, ""},
 };
-
-void KeepPlaceWhenHidden(QWidget* widget) {
-    QSizePolicy policy = widget->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    widget->setSizePolicy(policy);
-}
 
 } // namespace
 

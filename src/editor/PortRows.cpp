@@ -1,6 +1,7 @@
 #include "editor/PortRows.h"
 
 #include "editor/ElidedLabel.h"
+#include "editor/KeepPlace.h"
 #include "editor/TextConversion.h"
 
 #include <QButtonGroup>
@@ -17,12 +18,6 @@ namespace {
 
 constexpr int deviceCharacters = 34; // of a name that is shown in full
 constexpr int deviceMargin = 12;
-
-void KeepPlaceWhenHidden(QWidget* widget) {
-    QSizePolicy policy = widget->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    widget->setSizePolicy(policy);
-}
 
 QString ComName(std::size_t row) { return PortRows::tr("COM%1").arg(row + 1); }
 

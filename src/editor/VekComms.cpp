@@ -1,6 +1,7 @@
 #include "editor/VekComms.h"
 
 #include "controls/Dialogs.h"
+#include "editor/KeepPlace.h"
 #include "editor/TextConversion.h"
 
 #include <QGridLayout>
@@ -40,9 +41,7 @@ VekComms::~VekComms() = default;
 QWidget* VekComms::MakePleaseWait() {
     PleaseWait = new QWidget(this);
     PleaseWait->setObjectName(QStringLiteral("PleaseWait"));
-    QSizePolicy policy = PleaseWait->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    PleaseWait->setSizePolicy(policy);
+    KeepPlaceWhenHidden(PleaseWait);
     Label3 = new QLabel(PleaseWait);
     Label3->setObjectName(QStringLiteral("Label3"));
     auto* Label1 = new QLabel(tr("Percentage complete"), PleaseWait);
