@@ -38,7 +38,7 @@ QString LevelText(float level) { return QString::fromStdString(FormatLevelText(l
 } // namespace
 
 LevelTrim::LevelTrim(QWidget* parent)
-    : QWidget(parent), Command1(new FaderKnob(this)), Text2(new KeyFilteredLineEdit(TakesKey, this)) {
+    : QWidget(parent), Text2(new KeyFilteredLineEdit(TakesKey, this)), Command1(new FaderKnob(this)) {
     InstallFaderAccessible();
     Command1->setObjectName("Command1"_L1);
     Text2->setObjectName("Text2"_L1);
@@ -46,7 +46,6 @@ LevelTrim::LevelTrim(QWidget* parent)
     Text2->setText(LevelText(level));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     setFocusProxy(Command1);
-    setTabOrder(Text2, Command1);
 
     connect(Command1, &FaderKnob::Dragged, this, &LevelTrim::DragKnob);
     connect(Command1, &FaderKnob::Stepped, this,

@@ -71,8 +71,8 @@ class LevelTrim : public QWidget {
 
     float level = 0.0F;
     LevelRange range;
+    KeyFilteredLineEdit* Text2; ///< made before the knob, so that Tab reaches it first
     FaderKnob* Command1;
-    KeyFilteredLineEdit* Text2;
 };
 
 } // namespace vek
