@@ -1,9 +1,9 @@
 // The editor online with a device that answers at once: how long a released slider takes to be heard,
 // compared with the bare round trips on the same pseudo-terminal, and what ten idle seconds cost.
-#include "controls/Dialogs.h"
 #include "controls/LevelTrim.h"
+#include "dialogs/Dialogs.h"
 #include "editor/CorvaneForm.h"
-#include "editor/EditorPages.h"
+#include "pages/EditorPages.h"
 #include "platform/QtOneShotTimer.h"
 #include "platform/QtSerialControl.h"
 #include "simulator/RunningVek.h"

@@ -1,12 +1,12 @@
 // The documents of a configuration in which everything is used.
+#include "inspect/ConfigCheck.h"
+#include "inspect/ConfigDiff.h"
+#include "inspect/ConfigJson.h"
+#include "inspect/ConfigSummary.h"
 #include "link/DownloadImage.h"
 #include "reports/AddressList.h"
 #include "reports/DeviceExport.h"
 #include "reports/TextReport.h"
-#include "vekctl/ConfigCheck.h"
-#include "vekctl/ConfigDiff.h"
-#include "vekctl/ConfigJson.h"
-#include "vekctl/ConfigSummary.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,6 +1,6 @@
 // The Vorn Matrix Editor.
 
-#include "controls/Dialogs.h"
+#include "dialogs/Dialogs.h"
 #include "editor/CorvaneForm.h"
 #include "platform/ComPorts.h"
 #include "platform/JsonRegistryStore.h"

@@ -1,10 +1,10 @@
 #include "editor/AddressMenus.h"
 
-#include "controls/Guarded.h"
-#include "editor/AddressesPage.h"
+#include "controls/TextConversion.h"
+#include "dialogs/Guarded.h"
 #include "editor/ModelView.h"
-#include "editor/TextConversion.h"
 #include "model/ProgramState.h"
+#include "pages/AddressesPage.h"
 
 #include <QMenu>
 

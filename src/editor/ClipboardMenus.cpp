@@ -1,12 +1,12 @@
 #include "editor/ClipboardMenus.h"
 
-#include "controls/Dialogs.h"
-#include "controls/Guarded.h"
+#include "controls/TextConversion.h"
+#include "dialogs/Dialogs.h"
+#include "dialogs/Guarded.h"
 #include "editor/ModelView.h"
-#include "editor/Selectors.h"
-#include "editor/TextConversion.h"
 #include "model/ClipboardText.h"
 #include "model/ProgramState.h"
+#include "pages/Selectors.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

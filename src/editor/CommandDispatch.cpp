@@ -1,9 +1,9 @@
 #include "editor/CommandDispatch.h"
 
-#include "controls/AboutForm.h"
-#include "controls/Guarded.h"
-#include "controls/LinkingForm.h"
-#include "controls/VekNetBaseForm.h"
+#include "dialogs/AboutForm.h"
+#include "dialogs/Guarded.h"
+#include "dialogs/LinkingForm.h"
+#include "dialogs/VekNetBaseForm.h"
 #include "editor/ExportCommands.h"
 #include "editor/FileCommands.h"
 #include "editor/ModelView.h"

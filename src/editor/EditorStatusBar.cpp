@@ -1,6 +1,6 @@
 #include "editor/EditorStatusBar.h"
 
-#include "editor/ElidedLabel.h"
+#include "controls/ElidedLabel.h"
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"
 

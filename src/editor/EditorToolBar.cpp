@@ -1,7 +1,7 @@
 #include "editor/EditorToolBar.h"
 
+#include "controls/TextConversion.h"
 #include "editor/CommandTable.h"
-#include "editor/TextConversion.h"
 
 #include <QAction>
 #include <QEvent>

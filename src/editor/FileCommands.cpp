@@ -1,7 +1,7 @@
 #include "editor/FileCommands.h"
 
 #include "base/Errors.h"
-#include "controls/Dialogs.h"
+#include "dialogs/Dialogs.h"
 #include "editor/ModelView.h"
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"

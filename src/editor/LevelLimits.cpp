@@ -1,11 +1,11 @@
 #include "editor/LevelLimits.h"
 
-#include "controls/Dialogs.h"
 #include "controls/LevelTrim.h"
+#include "controls/TextConversion.h"
 #include "controls/dBText.h"
-#include "editor/LevelsPage.h"
+#include "dialogs/Dialogs.h"
 #include "editor/ModelView.h"
-#include "editor/TextConversion.h"
+#include "pages/LevelsPage.h"
 
 #include <QCheckBox>
 #include <QPushButton>

@@ -2,17 +2,17 @@
 
 #include "base/Numbers.h"
 #include "controls/LevelTrim.h"
+#include "controls/NotesBox.h"
 #include "controls/RemoteNumberPanel.h"
+#include "controls/TextConversion.h"
 #include "controls/dBText.h"
-#include "editor/AddressesPage.h"
-#include "editor/LevelsPage.h"
-#include "editor/NotesBox.h"
-#include "editor/NotesPage.h"
-#include "editor/RemotePanelsPage.h"
-#include "editor/Selectors.h"
-#include "editor/TextConversion.h"
-#include "editor/TrimPage.h"
 #include "model/ProgramState.h"
+#include "pages/AddressesPage.h"
+#include "pages/LevelsPage.h"
+#include "pages/NotesPage.h"
+#include "pages/RemotePanelsPage.h"
+#include "pages/Selectors.h"
+#include "pages/TrimPage.h"
 
 #include <QCheckBox>
 #include <QRadioButton>

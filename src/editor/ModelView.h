@@ -1,8 +1,8 @@
 // The road between Config and the controls. Config is never edited from a control in any other way.
 #pragma once
 
-#include "editor/EditorPages.h"
 #include "model/Config.h"
+#include "pages/EditorPages.h"
 
 #include <array>
 #include <cstddef>

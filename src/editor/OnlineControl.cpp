@@ -1,13 +1,13 @@
 #include "editor/OnlineControl.h"
 
-#include "controls/Guarded.h"
 #include "controls/LevelTrim.h"
-#include "editor/EditorPages.h"
+#include "controls/TextConversion.h"
+#include "dialogs/Guarded.h"
 #include "editor/ModelView.h"
-#include "editor/OnlinePage.h"
-#include "editor/OnlineStrip.h"
-#include "editor/TextConversion.h"
-#include "editor/TrimPage.h"
+#include "pages/EditorPages.h"
+#include "pages/OnlinePage.h"
+#include "pages/OnlineStrip.h"
+#include "pages/TrimPage.h"
 
 #include <QPushButton>
 #include <QRadioButton>

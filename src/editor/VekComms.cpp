@@ -1,8 +1,8 @@
 #include "editor/VekComms.h"
 
-#include "controls/Dialogs.h"
-#include "editor/KeepPlace.h"
-#include "editor/TextConversion.h"
+#include "controls/KeepPlace.h"
+#include "controls/TextConversion.h"
+#include "dialogs/Dialogs.h"
 
 #include <QGridLayout>
 #include <QLabel>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "editor/EditorServices.h"
-#include "editor/PortRows.h"
 #include "link/VekLink.h"
+#include "pages/PortRows.h"
 
 #include <QDialog>
 

@@ -3,9 +3,9 @@
 
 #include "base/Bytes.h"
 #include "base/Errors.h"
+#include "inspect/ConfigCheck.h"
+#include "inspect/ConfigDiff.h"
 #include "model/ConfigFile.h"
-#include "vekctl/ConfigCheck.h"
-#include "vekctl/ConfigDiff.h"
 #include "vekctl/EachFile.h"
 #include "vekctl/Output.h"
 

@@ -1,6 +1,6 @@
 #include "vekctl/Commands.h"
 
-#include "vekctl/ImageOfFile.h"
+#include "console/ImageOfFile.h"
 #include "vekctl/Output.h"
 
 #include <CLI/CLI.hpp>

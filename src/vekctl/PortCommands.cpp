@@ -1,6 +1,6 @@
 #include "vekctl/Commands.h"
 
-#include "vekctl/PortCommandLine.h"
+#include "console/PortCommandLine.h"
 
 #include <array>
 #include <filesystem>

@@ -3,10 +3,10 @@
 
 #include "base/Bytes.h"
 #include "base/DurableFile.h"
-#include "vekctl/ConfigJson.h"
-#include "vekctl/ConfigSummary.h"
+#include "inspect/ConfigJson.h"
+#include "inspect/ConfigSummary.h"
+#include "inspect/Json.h"
 #include "vekctl/EachFile.h"
-#include "vekctl/Json.h"
 #include "vekctl/Output.h"
 
 #include <CLI/CLI.hpp>

@@ -1,8 +1,8 @@
 #include "vekctl/Commands.h"
 
 #include "base/Errors.h"
+#include "console/EndingSignals.h"
 #include "simulator/SimulatedVek.h"
-#include "vekctl/EndingSignals.h"
 #include "vekctl/Output.h"
 
 #include <CLI/CLI.hpp>

@@ -1,5 +1,5 @@
 // vekctl: what the editor does with files and devices, from the command line.
-#include "vekctl/CommandLine.h"
+#include "console/CommandLine.h"
 #include "vekctl/Commands.h"
 
 #include <CLI/CLI.hpp>

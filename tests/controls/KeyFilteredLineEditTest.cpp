@@ -1,6 +1,6 @@
 #include "controls/KeyFilteredLineEdit.h"
 
-#include "Windows.h"
+#include "support/Windows.h"
 
 #include <QClipboard>
 #include <QDropEvent>

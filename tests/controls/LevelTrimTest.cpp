@@ -1,6 +1,6 @@
 #include "controls/LevelTrim.h"
 
-#include "Windows.h"
+#include "support/Windows.h"
 
 #include <QAccessible>
 #include <QLineEdit>

@@ -1,6 +1,6 @@
 #include "controls/RemoteNumberPanel.h"
 
-#include "Windows.h"
+#include "support/Windows.h"
 
 #include <QAction>
 #include <QClipboard>

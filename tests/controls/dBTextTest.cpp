@@ -1,7 +1,7 @@
 #include "controls/dBText.h"
 
-#include "Windows.h"
 #include "controls/HalfDecibels.h"
+#include "support/Windows.h"
 
 #include <QLineEdit>
 #include <QSignalSpy>

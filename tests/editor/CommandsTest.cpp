@@ -1,8 +1,8 @@
 // The toolbar commands, their messages and what they leave behind.
 #include "editor/EditorFixture.h"
 
-#include "editor/EditorPages.h"
 #include "model/ConfigFile.h"
+#include "pages/EditorPages.h"
 
 #include <QCheckBox>
 #include <QDialog>

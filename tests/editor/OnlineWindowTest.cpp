@@ -1,7 +1,7 @@
 // The Online page, the strip and what going online changes in the window.
 #include "editor/EditorFixture.h"
 
-#include "editor/EditorPages.h"
+#include "pages/EditorPages.h"
 
 #include <QCheckBox>
 #include <QMouseEvent>

@@ -1,11 +1,11 @@
 // The real window on a real serial layer against a simulated device, driven by mouse and keys.
 #include "controls/LevelTrim.h"
 #include "editor/CorvaneForm.h"
-#include "editor/EditorPages.h"
 #include "editor/VekComms.h"
 #include "link/DownloadImage.h"
 #include "model/ConfigFile.h"
 #include "model/RecordLayout.h"
+#include "pages/EditorPages.h"
 #include "platform/QtOneShotTimer.h"
 #include "platform/QtSerialControl.h"
 #include "simulator/RunningVek.h"

@@ -1,7 +1,7 @@
 // Boxes and file dialogs for tests: a script of what must appear, in order, and how the user answers.
 #pragma once
 
-#include "controls/Dialogs.h"
+#include "dialogs/Dialogs.h"
 
 #include <gtest/gtest.h>
 

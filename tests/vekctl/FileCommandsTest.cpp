@@ -1,6 +1,6 @@
 // The commands that read and write files, run as a user runs them.
 #include "reports/GoldenCases.h"
-#include "vekctl/RunVekctl.h"
+#include "support/RunVekctl.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,0 +1,155 @@
+#include "inspect/ConfigDiff.h"
+
+#include "inspect/FieldTexts.h"
+#include "inspect/NamedFields.h"
+
+#include <algorithm>
+
+namespace vek {
+
+namespace {
+
+struct ListedField {
+    std::string Where; ///< "Mode 2, Output 3: ", empty for a field of the whole configuration
+    std::string Words;
+    std::string Text;
+};
+
+/// Lists all fields but the notes, in the same order for every configuration.
+class FieldLister {
+  public:
+    void Integer(const FieldName& name, std::int16_t value) { Add(name.Caption, std::to_string(value)); }
+    void LinkGroup(const FieldName& name, std::int16_t value) { Add(name.Caption, LinkGroupText(value)); }
+    void Level(const FieldName& name, float value) { Add(name.Caption, ExactLevelText(value)); }
+    void Switch(const FieldName& name, Flag value) { Add(name.Caption, FlagText(value, "yes", "no")); }
+    void Enable(const FieldName& name, Flag value) { Add(name.Caption, FlagText(value, "on", "off")); }
+
+    void Levels(const FieldName& name, std::span<const float> levels) {
+        for (std::size_t i = 0; i < levels.size(); ++i)
+            Add(Numbered(name.Caption, i), ExactLevelText(levels[i]));
+    }
+
+    void Enables(const FieldName& name, std::string_view numbered, std::span<const Flag> flags) {
+        Object(name, [&] {
+            for (std::size_t i = 0; i < flags.size(); ++i)
+                Enable({"", Numbered(numbered, i)}, flags[i]);
+        });
+    }
+
+    template <std::size_t N>
+    void List(const FieldName& name, const FixedText<N>& text, const NumberCharacters& numbers) {
+        Add(name.Caption, ListText(text.Padded(), numbers));
+    }
+
+    template <std::size_t N>
+    void Notes(const FieldName&, const FixedText<N>&) {}
+
+    template <typename Body>
+    void Object(const FieldName& name, Body body) {
+        const std::string outer = words;
+        words += name.Caption;
+        words += name.Caption.empty() ? "" : " ";
+        body();
+        words = outer;
+    }
+
+    template <typename Body>
+    void Array(const FieldName& name, std::size_t size, Body body) {
+        const std::string outer = where;
+        for (std::size_t i = 0; i < size; ++i) {
+            where = outer.empty() ? "" : outer + ", ";
+            where += Numbered(name.Caption, i);
+            body(i);
+        }
+        where = outer;
+    }
+
+    std::vector<ListedField> Fields;
+
+  private:
+    static std::string Numbered(std::string_view caption, std::size_t index) {
+        std::string text(caption);
+        text += ' ';
+        text += std::to_string(index + 1);
+        return text;
+    }
+
+    void Add(std::string_view caption, std::string text) {
+        Fields.push_back({where.empty() ? "" : where + ": ", words, std::move(text)});
+        Fields.back().Words += caption;
+    }
+
+    std::string where;
+    std::string words;
+};
+
+std::vector<ListedField> ListFields(const MatrixConfig& config) {
+    FieldLister lister;
+    VisitNamedFields(config, lister);
+    return std::move(lister.Fields);
+}
+
+std::string Change(const std::string& what, const std::string& before, const std::string& after) {
+    return what + ' ' + before + " -> " + after;
+}
+
+std::vector<std::string> NoteLines(const MatrixConfig& config) {
+    constexpr std::string_view lineEnd = "\r\n";
+    std::string_view rest = WithoutPadding(config.Notes.Padded());
+    std::vector<std::string> lines;
+    for (std::size_t end = rest.find(lineEnd); end != rest.npos; end = rest.find(lineEnd)) {
+        lines.push_back(QuotedText(rest.substr(0, end)));
+        rest.remove_prefix(end + lineEnd.size());
+    }
+    if (!rest.empty() || !lines.empty())
+        lines.push_back(QuotedText(rest));
+    return lines;
+}
+
+/// Lines that both have at the start and at the end are no differences; what is left between is compared line
+/// by line.
+void AppendNoteDifferences(std::vector<std::string>& differences, const MatrixConfig& before,
+                           const MatrixConfig& after) {
+    const auto old = NoteLines(before);
+    const auto now = NoteLines(after);
+    const std::size_t shorter = std::min(old.size(), now.size());
+    std::size_t start = 0;
+    while (start < shorter && old[start] == now[start])
+        ++start;
+    std::size_t same = 0;
+    while (same < shorter - start && old[old.size() - 1 - same] == now[now.size() - 1 - same])
+        ++same;
+    for (std::size_t i = start; i < std::max(old.size(), now.size()) - same; ++i) {
+        const bool inOld = i < old.size() - same;
+        const bool inNow = i < now.size() - same;
+        differences.push_back(Change("Notes, line " + std::to_string(i + 1) + ":", inOld ? old[i] : "none",
+                                     inNow ? now[i] : "none"));
+    }
+}
+
+void AppendTailDifference(std::vector<std::string>& differences, const std::vector<std::byte>& before,
+                          const std::vector<std::byte>& after) {
+    if (before == after)
+        return;
+    const std::string old = std::to_string(before.size()) + " bytes";
+    const std::string now =
+        std::to_string(after.size()) + (before.size() == after.size() ? " other bytes" : " bytes");
+    differences.push_back(Change("Data after the record", old, now));
+}
+
+} // namespace
+
+std::vector<std::string> Differences(const StoredConfig& before, const StoredConfig& after) {
+    std::vector<std::string> differences;
+    const auto old = ListFields(before.Config);
+    const auto now = ListFields(after.Config);
+    for (std::size_t i = 0; i < old.size(); ++i) {
+        if (old[i].Text != now[i].Text)
+            differences.push_back(Change(old[i].Where + old[i].Words, old[i].Text, now[i].Text));
+    }
+    AppendNoteDifferences(differences, before.Config, after.Config);
+    AppendTailDifference(differences, before.Tail, after.Tail);
+    return differences;
+}
+
+} // namespace vek

@@ -1,0 +1,15 @@
+// What differs between two configuration files, in the user's words.
+#pragma once
+
+#include "inspect/StoredConfig.h"
+
+#include <string>
+#include <vector>
+
+namespace vek {
+
+/// A UTF-8 line for each difference, "Mode 2, Output 3: Maximum level +6dB -> +3dB", modes and outputs
+/// counted from 1. Empty exactly when the two files are the same byte for byte.
+std::vector<std::string> Differences(const StoredConfig& before, const StoredConfig& after);
+
+} // namespace vek

@@ -1,0 +1,107 @@
+// The configuration by names: one description that the JSON writer, the JSON reader and the comparison walk.
+#pragma once
+
+#include "inspect/NumberLists.h"
+#include "model/Config.h"
+#include "model/VekNetAddresses.h"
+
+#include <array>
+#include <span>
+#include <string_view>
+
+namespace vek {
+
+/// The name in JSON and the words for the user.
+struct FieldName {
+    std::string_view Json;
+    std::string_view Caption;
+};
+
+/// The member of the document, left out when there are none, for the bytes that follow the record.
+inline constexpr std::string_view tailName = "dataAfterRecord";
+
+/// The functions of one side of an address group.
+struct AddressGroupNames {
+    AddressGroup Group;
+    FieldName Name;
+    std::span<const FieldName> Functions; ///< empty when they are just numbered
+    std::string_view Numbered;            ///< what the numbers count
+};
+
+inline constexpr FieldName volumeFunctionNames[] = {
+    {"stepUp", "Step up"}, {"stepDown", "Step down"}, {"analog", "Analog"}, {"mute", "Mute"}};
+inline constexpr FieldName controlFunctionNames[] = {
+    {"next", "Next"}, {"previous", "Previous"}, {"analog", "Analog"}};
+
+inline constexpr AddressGroupNames modeAddressNames = {
+    AddressGroup::Mode, {"modeRecall", "Mode recall address"}, {}, "Mode"};
+/// The groups that every output has.
+inline constexpr AddressGroupNames outputAddressNames[] = {
+    {AddressGroup::Volume, {"volume", "Volume address"}, volumeFunctionNames, ""},
+    {AddressGroup::RouteControl, {"routeControl", "Input select address"}, controlFunctionNames, ""},
+    {AddressGroup::Route, {"route", "Input select address"}, {}, "Input"}};
+
+/// The first half of a group's flags is the "In" side.
+inline constexpr FieldName sideNames[] = {{"in", "(In)"}, {"out", "(Out)"}};
+
+template <typename Archive, typename Flags>
+void VisitAddressGroup(const AddressGroupNames& names, Flags flags, Archive& archive) {
+    archive.Object(names.Name, [&] {
+        const std::size_t perSide = flags.size() / std::size(sideNames);
+        for (std::size_t side = 0; side < std::size(sideNames); ++side) {
+            const auto sideFlags = flags.subspan(side * perSide, perSide);
+            if (names.Functions.empty()) {
+                archive.Enables(sideNames[side], names.Numbered, sideFlags);
+                continue;
+            }
+            archive.Object(sideNames[side], [&] {
+                for (std::size_t function = 0; function < perSide; ++function)
+                    archive.Enable(names.Functions[function], sideFlags[function]);
+            });
+        }
+    });
+}
+
+template <typename Archive, typename Enables>
+void VisitAddresses(Enables& enables, Archive& archive) {
+    VisitAddressGroup(modeAddressNames, std::span(enables.ModeAddressEnable), archive);
+    archive.Array({"outputs", "Output"}, outputCount, [&](std::size_t output) {
+        VisitAddressGroup(outputAddressNames[0], std::span(enables.VolumeAddressEnable[output]), archive);
+        VisitAddressGroup(outputAddressNames[1], std::span(enables.RouteControlAddressEnable[output]),
+                          archive);
+        VisitAddressGroup(outputAddressNames[2], std::span(enables.RouteAddressEnable[output]), archive);
+    });
+}
+
+template <typename Archive, typename Mode>
+void VisitOutput(Mode& mode, std::size_t output, Archive& archive) {
+    auto& panels = mode.OutputPanels[output];
+    auto& levels = mode.OutputLevels[output];
+    archive.List({"panelInputs", "Input sequence"}, panels.PanelInputs, inputNumbers);
+    archive.Switch({"usePreviousRoute", "Use previous route"}, panels.UsePreviousRoute);
+    archive.List({"panelVolumes", "Volume remote panels"}, panels.PanelVolumes, panelNumbers);
+    archive.List({"panelSelects", "Input selector remote panels"}, panels.PanelSelects, panelNumbers);
+    archive.LinkGroup({"linkGroup", "Link group"}, mode.LinkGroup[output]);
+    archive.Level({"maximumLevel", "Maximum level"}, levels.MaximumLevel);
+    archive.Level({"minimumLevel", "Minimum level"}, levels.MinimumLevel);
+    archive.Switch({"muteOnMin", "Mute on minimum level"}, levels.MuteOnMin);
+    archive.Level({"startLevel", "Start level"}, levels.StartLevel);
+    archive.Switch({"previousNotSetStartLevel", "Use previous start level"}, levels.PreviousNotSetStartLevel);
+    archive.Level({"stepLevel", "Level steps"}, levels.StepLevel);
+}
+
+/// Config is const for archives that only read it.
+template <typename Archive, typename Config>
+void VisitNamedFields(Config& config, Archive& archive) {
+    archive.Integer({"vekNetBase", "VekNet base address"}, config.VekNetBase);
+    archive.Array({"modes", "Mode"}, modeCount, [&](std::size_t mode) {
+        archive.Array({"outputs", "Output"}, outputCount,
+                      [&](std::size_t output) { VisitOutput(config.Modes[mode], output, archive); });
+    });
+    archive.Levels({"inputTrim", "Input trim"}, std::span(config.InputTrim));
+    archive.Levels({"outputTrim", "Output trim"}, std::span(config.OutputTrim));
+    archive.Notes({"notes", "Notes"}, config.Notes);
+    archive.Object({"enabledAddresses", ""}, [&] { VisitAddresses(config.Addresses, archive); });
+}
+
+} // namespace vek

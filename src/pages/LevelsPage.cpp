@@ -1,0 +1,142 @@
+#include "pages/LevelsPage.h"
+
+#include "controls/KeepPlace.h"
+#include "controls/LevelTrim.h"
+#include "controls/TextConversion.h"
+#include "controls/dBText.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace vek {
+
+namespace {
+
+// What the volume chip can take, less what trims and offset can add: no sum that can be set leaves its range.
+constexpr float sliderMaximum = 10.0F;
+constexpr float sliderMinimum = -62.0F;
+
+constexpr float levelMaximum = 22.0F;
+constexpr float levelMinimum = -96.0F;
+constexpr float stepMaximum = 20.0F;
+constexpr float stepMinimum = 0.5F;
+
+/// A row of the limits: caption, box and, for three of them, the button that takes the slider's level over.
+struct LimitRow {
+    const char* Name;
+    const char* Caption;
+    dBText* LevelsPage::*Box;
+    float Minimum;
+    float Maximum;
+    int Button; ///< element of UseSliderToSet, or none
+    const char* ButtonCaption;
+};
+
+constexpr int noButton = -1;
+
+constexpr LimitRow limitRows[] = {
+    {"PanelMaximumLevel", "Maximum Level", &LevelsPage::PanelMaximumLevel, levelMinimum, levelMaximum,
+     SetMaximum, "Set Max Level"},
+    {"RemoteStartLevel", "Start Level", &LevelsPage::RemoteStartLevel, levelMinimum, levelMaximum, SetStart,
+     "Set Start Level"},
+    {"PanelMinimumLevel", "Minimum Level", &LevelsPage::PanelMinimumLevel, levelMinimum, levelMaximum,
+     SetMinimum, "Set Min Level"},
+    {"RemoteStepLevel", "Level Steps", &LevelsPage::RemoteStepLevel, stepMinimum, stepMaximum, noButton, ""},
+};
+
+} // namespace
+
+LevelsPage::LevelsPage(QWidget* parent) : QWidget(parent) {
+    auto* frame = new QGroupBox(tr("Levels and Operation"), this);
+    auto* columns = new QHBoxLayout(frame);
+    columns->setSpacing(32);
+    columns->addWidget(MakeSlider());
+    columns->addWidget(MakeLimits(), 0, Qt::AlignTop);
+    columns->addStretch(1);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(frame);
+    ShowStartLevel(true);
+}
+
+QWidget* LevelsPage::MakeSlider() {
+    auto* column = new QWidget(this);
+    auto* layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 0, 0, 0);
+    LevelTrim1 = new LevelTrim(column);
+    LevelTrim1->setObjectName(QStringLiteral("LevelTrim1"));
+    LevelTrim1->SetAccessibleTitle(tr("Level of the output"));
+    LevelTrim1->SetMaxLevel(sliderMaximum);
+    LevelTrim1->SetMinLevel(sliderMinimum);
+    auto* caption = new QLabel(tr("Level"), column);
+    caption->setAlignment(Qt::AlignHCenter);
+    layout->addWidget(caption);
+    layout->addWidget(LevelTrim1, 1, Qt::AlignHCenter);
+    return column;
+}
+
+QWidget* LevelsPage::MakeLimits() {
+    auto* column = new QWidget(this);
+    auto* grid = new QGridLayout(column);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(16);
+    grid->addWidget(new QLabel(tr("Set Level from Slider"), column), 0, 2);
+    int row = 1;
+    for (const LimitRow& limit : limitRows) {
+        auto* caption = new QLabel(tr(limit.Caption), column);
+        auto* box = new dBText(column);
+        box->setObjectName(QString::fromLatin1(limit.Name));
+        box->SetAccessibleTitle(tr(limit.Caption));
+        box->SetMaxLevel(limit.Maximum);
+        box->SetMinLevel(limit.Minimum);
+        this->*limit.Box = box;
+        grid->addWidget(caption, row, 0);
+        grid->addWidget(box, row, 1);
+        if (limit.Button == SetStart)
+            StartLevelLabel = caption;
+        if (limit.Button != noButton) {
+            auto* button = new QPushButton(tr(limit.ButtonCaption), column);
+            const auto element = static_cast<std::size_t>(limit.Button);
+            button->setObjectName(ElementName("UseSliderToSet", element));
+            button->setAutoDefault(false);
+            UseSliderToSet[element] = button;
+            grid->addWidget(button, row, 2);
+        }
+        ++row;
+    }
+    StartLevelLabel->setObjectName(QStringLiteral("StartLevelLabel"));
+    for (QWidget* widget : {static_cast<QWidget*>(RemoteStartLevel), static_cast<QWidget*>(StartLevelLabel),
+                            static_cast<QWidget*>(UseSliderToSet[SetStart])})
+        KeepPlaceWhenHidden(widget);
+
+    RemoteMuteOnMin = new QCheckBox(tr("Mute on Minimum Level"), column);
+    RemoteMuteOnMin->setObjectName(QStringLiteral("RemoteMuteOnMin"));
+    grid->setRowMinimumHeight(row++, 12);
+    grid->addWidget(RemoteMuteOnMin, row++, 0, 1, 3);
+    auto* choice = new QButtonGroup(column);
+    const char* captions[] = {"Use Fixed Start Level", "Use Previous Start Level"};
+    for (std::size_t i = 0; i < RemotePreviousNotSetStartLevel.size(); ++i) {
+        auto* option = new QRadioButton(tr(captions[i]), column);
+        option->setObjectName(ElementName("RemotePreviousNotSetStartLevel", i));
+        choice->addButton(option);
+        RemotePreviousNotSetStartLevel[i] = option;
+        grid->addWidget(option, row++, 0, 1, 3);
+    }
+    RemotePreviousNotSetStartLevel[0]->setChecked(true);
+    return column;
+}
+
+bool LevelsPage::FixedStart() const { return RemotePreviousNotSetStartLevel[0]->isChecked(); }
+
+void LevelsPage::ShowStartLevel(bool fixedStart) {
+    RemoteStartLevel->setVisible(fixedStart);
+    StartLevelLabel->setVisible(fixedStart);
+    UseSliderToSet[SetStart]->setVisible(fixedStart);
+}
+
+} // namespace vek

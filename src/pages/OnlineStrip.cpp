@@ -1,0 +1,87 @@
+#include "pages/OnlineStrip.h"
+
+#include "controls/LevelTrim.h"
+#include "controls/TextConversion.h"
+#include "pages/TrimPage.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QRadioButton>
+
+namespace vek {
+
+OnlineStrip::OnlineStrip(QWidget* parent) : QWidget(parent) {
+    auto* frames = new QVBoxLayout;
+    const QString muteCaption = tr("Mute");
+    frames->addWidget(MakeInputs(muteCaption));
+    frames->addWidget(MakeMutes(muteCaption));
+    frames->addStretch(1);
+
+    OnlineLabel32 = new QLabel(tr("Online Level Offset"), this);
+    OnlineLabel32->setObjectName(QStringLiteral("OnlineLabel32"));
+    OnlineLevelOffset = new LevelTrim(this);
+    OnlineLevelOffset->setObjectName(QStringLiteral("OnlineLevelOffset"));
+    OnlineLevelOffset->SetAccessibleTitle(OnlineLabel32->text());
+    OnlineLevelOffset->SetMaxLevel(trimMaximum);
+    OnlineLevelOffset->SetMinLevel(trimMinimum);
+    connect(OnlineLevelOffset, &LevelTrim::Change, this, &OnlineStrip::OffsetChanged);
+    auto* offset = new QVBoxLayout;
+    offset->addWidget(OnlineLabel32, 0, Qt::AlignHCenter);
+    offset->addWidget(OnlineLevelOffset, 1, Qt::AlignHCenter);
+
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(frames, 1);
+    layout->addLayout(offset);
+}
+
+int OnlineStrip::CaptionWidth(const QString& caption) const {
+    return fontMetrics().horizontalAdvance(caption) + fontMetrics().height();
+}
+
+QWidget* OnlineStrip::MakeInputs(const QString& muteCaption) {
+    auto* frame = new QGroupBox(tr("Input"), this);
+    auto* row = new QHBoxLayout(frame);
+    // Input and mute of the same number stand below each other.
+    auto* margin = new QWidget(frame);
+    margin->setFixedWidth(CaptionWidth(muteCaption));
+    row->addWidget(margin);
+    for (std::size_t input = 0; input < inputCount; ++input) {
+        auto* option = new QRadioButton(QString::number(input + 1), frame);
+        option->setObjectName(ElementName("RouteOption", input));
+        option->setAccessibleName(tr("Listen to input %1").arg(input + 1));
+        connect(option, &QRadioButton::clicked, this, [this, input] { Q_EMIT RouteClicked(input); });
+        RouteOption[input] = option;
+        row->addWidget(option, 1);
+    }
+    RouteOption[0]->setChecked(true);
+    return frame;
+}
+
+QWidget* OnlineStrip::MakeMutes(const QString& muteCaption) {
+    auto* frame = new QGroupBox(tr("Output"), this);
+    auto* row = new QHBoxLayout(frame);
+    auto* caption = new QLabel(muteCaption, frame);
+    caption->setFixedWidth(CaptionWidth(muteCaption));
+    row->addWidget(caption);
+    for (std::size_t output = 0; output < outputCount; ++output) {
+        auto* check = new QCheckBox(QString::number(output + 1), frame);
+        check->setObjectName(ElementName("OutPutSelectCheck", output));
+        check->setAccessibleName(tr("Mute output %1").arg(output + 1));
+        connect(check, &QCheckBox::clicked, this, &OnlineStrip::MuteClicked);
+        OutPutSelectCheck[output] = check;
+        row->addWidget(check, 1);
+    }
+    return frame;
+}
+
+std::array<bool, outputCount> OnlineStrip::Muted() const {
+    std::array<bool, outputCount> muted;
+    for (std::size_t output = 0; output < outputCount; ++output)
+        muted[output] = OutPutSelectCheck[output]->isChecked();
+    return muted;
+}
+
+} // namespace vek

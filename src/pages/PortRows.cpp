@@ -1,0 +1,148 @@
+#include "pages/PortRows.h"
+
+#include "controls/ElidedLabel.h"
+#include "controls/KeepPlace.h"
+#include "controls/TextConversion.h"
+
+#include <QButtonGroup>
+#include <QFrame>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QStyleOption>
+
+namespace vek {
+
+namespace {
+
+constexpr int deviceCharacters = 34; // of a name that is shown in full
+constexpr int deviceMargin = 12;
+
+QString ComName(std::size_t row) { return PortRows::tr("COM%1").arg(row + 1); }
+
+} // namespace
+
+PortRows::PortRows(const PortRowNames& names, DeviceNames deviceNames, QWidget* parent)
+    : QWidget(parent), deviceNames(std::move(deviceNames)) {
+    options = new QButtonGroup(this);
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setColumnStretch(2, 1);
+    for (std::size_t row = 0; row < portCount; ++row) {
+        rows[row] = MakeRow(names, row);
+        const int line = static_cast<int>(row);
+        grid->addWidget(rows[row].Number, line, 0);
+        grid->addWidget(rows[row].Option, line, 0);
+        grid->addWidget(rows[row].Device, line, 1);
+        grid->addWidget(rows[row].VekType, line, 2);
+        // The same cells: while it shows it covers the row.
+        grid->addWidget(rows[row].Blanking, line, 0, 1, 3);
+        rows[row].Blanking->raise();
+    }
+}
+
+void PortRows::RefreshDevices() {
+    devices = deviceNames();
+    for (std::size_t row = 0; row < portCount; ++row)
+        ShowDevice(row, devices.value(static_cast<qsizetype>(row)));
+}
+
+void PortRows::ShowDevice(std::size_t row, const QString& device) {
+    rows[row].Device->setText(device.isEmpty() ? tr("no port") : device);
+    for (QWidget* widget : {static_cast<QWidget*>(rows[row].Device), static_cast<QWidget*>(rows[row].Option),
+                            static_cast<QWidget*>(rows[row].VekType)})
+        widget->setToolTip(device);
+}
+
+QString PortRows::PortName(std::size_t row) const {
+    const QString device = devices.value(static_cast<qsizetype>(row));
+    return device.isEmpty() ? ComName(row) : ComName(row) + QStringLiteral(" (%1)").arg(device);
+}
+
+void PortRows::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    RefreshDevices();
+}
+
+PortRows::Row PortRows::MakeRow(const PortRowNames& names, std::size_t row) {
+    const QString port = ComName(row);
+    auto* device = new ElidedLabel(QString(), this);
+    // The frame that covers the row takes the grid's own spacing away.
+    device->setContentsMargins(deviceMargin, 0, deviceMargin, 0);
+    device->setMaximumWidth(fontMetrics().averageCharWidth() * deviceCharacters + 2 * deviceMargin);
+    auto* option = new QRadioButton(port, this);
+    option->setObjectName(ElementName(names.Option, row));
+    option->setVisible(false);
+    option->setEnabled(false);
+    options->addButton(option);
+    connect(option, &QRadioButton::toggled, this, [this, row](bool on) {
+        if (on)
+            Q_EMIT Chosen(row);
+    });
+
+    auto* type = new QLineEdit(this);
+    type->setObjectName(ElementName(names.Type, row));
+    type->setReadOnly(true);
+    type->setAccessibleName(tr("Device on %1").arg(port));
+    type->setVisible(false);
+
+    auto* blanking = new QFrame(this);
+    blanking->setObjectName(ElementName(names.Blanking, row));
+    blanking->setAutoFillBackground(true);
+    blanking->setFrameShape(QFrame::StyledPanel);
+    auto* label = new QLabel(tr("Please Wait Searching for Veks"), blanking);
+    label->setObjectName(names.NumberedBlankingLabel ? ElementName(names.BlankingLabel, row)
+                                                     : FromConstant(names.BlankingLabel));
+    auto* inside = new QHBoxLayout(blanking);
+    inside->setContentsMargins(8, 0, 8, 0);
+    inside->addWidget(label);
+    blanking->setVisible(false);
+
+    // Stands where the button does not.
+    auto* number = new QLabel(port, this);
+    QStyleOption metrics;
+    metrics.initFrom(option);
+    const QStyle& look = *style();
+    number->setIndent(look.pixelMetric(QStyle::PM_ExclusiveIndicatorWidth, &metrics, option) +
+                      look.pixelMetric(QStyle::PM_RadioButtonLabelSpacing, &metrics, option));
+
+    for (QWidget* widget :
+         {static_cast<QWidget*>(option), static_cast<QWidget*>(type), static_cast<QWidget*>(blanking)})
+        KeepPlaceWhenHidden(widget);
+    return {number, device, option, type, blanking};
+}
+
+void PortRows::ShowBlanking(std::size_t row, bool visible) { rows[row].Blanking->setVisible(visible); }
+
+void PortRows::ShowOption(std::size_t row, bool visible) {
+    rows[row].Option->setVisible(visible);
+    rows[row].Number->setVisible(!visible);
+}
+
+void PortRows::EnableOption(std::size_t row, bool enabled) { rows[row].Option->setEnabled(enabled); }
+
+void PortRows::SelectOption(std::size_t row, bool selected) {
+    const QSignalBlocker quiet(rows[row].Option);
+    // An exclusive group would not let go of its last selected button.
+    options->setExclusive(false);
+    rows[row].Option->setChecked(selected);
+    options->setExclusive(true);
+}
+
+bool PortRows::OptionSelected(std::size_t row) const { return rows[row].Option->isChecked(); }
+
+void PortRows::ShowVekType(std::size_t row, bool visible) { rows[row].VekType->setVisible(visible); }
+
+void PortRows::SetVekType(std::size_t row, const std::string& text) {
+    rows[row].VekType->setText(QString::fromStdString(text));
+}
+
+void PortRows::LockOptions(bool locked) {
+    for (const Row& row : rows) {
+        row.Option->setAttribute(Qt::WA_TransparentForMouseEvents, locked);
+        row.Option->setFocusPolicy(locked ? Qt::NoFocus : Qt::StrongFocus);
+    }
+}
+
+} // namespace vek

@@ -1,0 +1,65 @@
+#include "controls/NotesBox.h"
+
+#include "model/Config.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace vek;
+
+namespace {
+
+void Paste(NotesBox& box, const QString& text) {
+    QGuiApplication::clipboard()->setText(text);
+    box.paste();
+}
+
+} // namespace
+
+TEST(Notes, OnlyCharactersOfTheCodePage) {
+    NotesBox box;
+    for (const char16_t typed : u"a\u20ACb\u2192") {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(QChar(typed)));
+        QCoreApplication::sendEvent(&box, &press);
+    }
+    EXPECT_EQ(box.Bytes(), "a\x80"
+                           "b")
+        << "an arrow cannot be typed";
+    Paste(box, QStringLiteral("\u2192\u00E9\U0001F600\r\nx"));
+    EXPECT_EQ(box.Bytes(), "a\x80"
+                           "b?\xE9?\r\nx");
+}
+
+TEST(Notes, NoMoreThanFits) {
+    NotesBox box;
+    box.SetBytes(std::string(notesLength - 3, 'n'));
+    box.moveCursor(QTextCursor::End);
+    QTest::keyClick(&box, Qt::Key_Return);
+    EXPECT_EQ(box.Remaining(), 1);
+    QTest::keyClick(&box, Qt::Key_Return);
+    EXPECT_EQ(box.Remaining(), 1) << "a line end takes two";
+    QTest::keyClicks(&box, QStringLiteral("xy"));
+    EXPECT_EQ(box.Remaining(), 0);
+    EXPECT_TRUE(box.Bytes().ends_with("\r\nx"));
+    // What replaces a selection has the selection's room.
+    box.moveCursor(QTextCursor::StartOfLine, QTextCursor::KeepAnchor);
+    Paste(box, QStringLiteral("12345"));
+    EXPECT_TRUE(box.Bytes().ends_with("\r\n1"));
+    box.setPlainText(QString(5000, QLatin1Char('z')));
+    EXPECT_EQ(box.Bytes(), std::string(notesLength, 'z'));
+}
+
+TEST(Notes, EveryByteIsShownAndReturned) {
+    std::string all;
+    for (int byte = 1; byte < 256; ++byte) {
+        if (byte != '\r' && byte != '\n' && byte != 0x1C)
+            all += static_cast<char>(byte);
+    }
+    NotesBox box;
+    box.SetBytes(all);
+    EXPECT_EQ(box.Bytes(), all);
+}

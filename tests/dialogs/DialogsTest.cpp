@@ -1,0 +1,159 @@
+#include "dialogs/Dialogs.h"
+
+#include "dialogs/Guarded.h"
+#include "support/ScriptedDialogs.h"
+#include "support/Windows.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <gtest/gtest-spi.h>
+
+#include <functional>
+
+namespace vek {
+namespace {
+
+using namespace Qt::StringLiterals;
+using test::ScriptedDialogs;
+
+/// Acts on the dialogs that open one after the other.
+void WithDialogs(std::vector<std::function<void(QWidget&)>> acts) {
+    if (acts.empty())
+        return;
+    QTimer::singleShot(0, qApp, [acts = std::move(acts)]() mutable {
+        auto act = std::move(acts.front());
+        acts.erase(acts.begin());
+        WithDialogs(std::move(acts));
+        act(*QApplication::activeModalWidget());
+    });
+}
+
+/// Notes what a message box shows and presses a button, or closes it when there is none.
+std::function<void(QWidget&)> Press(QMessageBox::StandardButton button, QString* shown = nullptr) {
+    return [=](QWidget& dialog) {
+        auto& box = dynamic_cast<QMessageBox&>(dialog);
+        EXPECT_EQ(box.objectName(), "MessageBox"_L1);
+        if (shown != nullptr)
+            *shown = box.windowTitle() + u'|' + box.text() + u'|' +
+                     (box.defaultButton() != nullptr ? box.defaultButton()->text().remove(u'&') : QString());
+        if (button == QMessageBox::NoButton)
+            box.close();
+        else
+            box.button(button)->click();
+    };
+}
+
+TEST(ScreenDialogs, MessagesArePlainTextWithOneBreakPerLine) {
+    QString shown;
+    WithDialogs({[&](QWidget& dialog) {
+        EXPECT_EQ(dynamic_cast<QMessageBox&>(dialog).icon(), QMessageBox::Warning);
+        EXPECT_EQ(dynamic_cast<QMessageBox&>(dialog).textFormat(), Qt::PlainText);
+        Press(QMessageBox::Ok, &shown)(dialog);
+    }});
+    ScreenDialogs().Message(nullptr, MessageIcon::Exclamation, u"Title"_s, u"<b>one</b>\r\ntwo"_s);
+    EXPECT_EQ(shown, "Title|<b>one</b>\ntwo|OK"_L1);
+}
+
+TEST(ScreenDialogs, QuestionsGiveTheAnswerAndClosingOneTheSafeAnswer) {
+    const struct {
+        QMessageBox::StandardButton Button;
+        Answer YesNo;
+        Answer YesNoCancel;
+    } cases[] = {{QMessageBox::Yes, Answer::Yes, Answer::Yes},
+                 {QMessageBox::No, Answer::No, Answer::No},
+                 {QMessageBox::NoButton, Answer::No, Answer::Cancel}};
+    for (const auto& c : cases) {
+        QString shown;
+        WithDialogs({Press(c.Button, &shown)});
+        EXPECT_EQ(ScreenDialogs().AskYesNo(nullptr, u"T"_s, u"?"_s, Answer::No), c.YesNo);
+        EXPECT_EQ(shown, "T|?|No"_L1);
+        WithDialogs({Press(c.Button, &shown)});
+        EXPECT_EQ(ScreenDialogs().AskYesNoCancel(nullptr, u"T"_s, u"?"_s), c.YesNoCancel);
+        EXPECT_EQ(shown, "T|?|Yes"_L1);
+    }
+}
+
+struct FileDialogsTest : testing::Test {
+    static std::function<void(QWidget&)> Choose(const QString& name) {
+        return [=](QWidget& dialog) {
+            auto& edit = Child<QLineEdit>(dialog, "fileNameEdit");
+            if (name.isEmpty()) {
+                dynamic_cast<QFileDialog&>(dialog).reject();
+                return;
+            }
+            edit.setText(name);
+            QTest::keyClick(&edit, Qt::Key_Return);
+        };
+    }
+    QString Path(const QString& name) const { return folder.filePath(name); }
+    void Make(const QString& name) const { ASSERT_TRUE(QFile(Path(name)).open(QFile::WriteOnly)); }
+
+    QTemporaryDir folder;
+    const FileKind kind{u"Vorn Matrix File (*.VMC)"_s, u"VMC"_s};
+};
+
+TEST_F(FileDialogsTest, SavingAddsTheSuffixWhenNoneIsTyped) {
+    const std::pair<QString, QString> cases[] = {
+        {u"hall"_s, u"hall.VMC"_s}, {u"hall."_s, u"hall.VMC"_s}, {u"hall.vmc"_s, u"hall.vmc"_s}};
+    for (const auto& [typed, saved] : cases) {
+        WithDialogs({[&](QWidget& dialog) {
+            EXPECT_EQ(dialog.objectName(), "SaveFileDialog"_L1);
+            EXPECT_EQ(Child<QLineEdit>(dialog, "fileNameEdit").text(), "old.VMC"_L1);
+            Choose(typed)(dialog);
+        }});
+        EXPECT_EQ(ScreenDialogs().SaveFile(nullptr, Path(u"old.VMC"_s), kind), Path(saved));
+    }
+    WithDialogs({Choose({})});
+    EXPECT_EQ(ScreenDialogs().SaveFile(nullptr, Path(u"old.VMC"_s), kind), std::nullopt);
+}
+
+TEST_F(FileDialogsTest, AsksBeforeReplacingTheFileWithTheSuffix) {
+    Make(u"hall.VMC"_s);
+    QString shown;
+    WithDialogs(
+        {Choose(u"hall"_s), Press(QMessageBox::No, &shown), Choose(u"hall"_s), Press(QMessageBox::Yes)});
+    EXPECT_EQ(ScreenDialogs().SaveFile(nullptr, Path(u"x.VMC"_s), kind), Path(u"hall.VMC"_s));
+    EXPECT_EQ(shown, "Save As|hall.VMC already exists.\nDo you want to replace it?|No"_L1);
+}
+
+TEST_F(FileDialogsTest, OpensAnExistingFile) {
+    Make(u"hall.VMC"_s);
+    WithDialogs({Choose(u"hall.VMC"_s)});
+    EXPECT_EQ(ScreenDialogs().OpenFile(nullptr, Path(u"hall.VMC"_s), kind), Path(u"hall.VMC"_s));
+    WithDialogs({Choose({})});
+    EXPECT_EQ(ScreenDialogs().OpenFile(nullptr, {}, kind), std::nullopt);
+}
+
+TEST(Guarded, ShowsRunTimeErrorsAndLetsOthersPass) {
+    ScriptedDialogs dialogs;
+    EXPECT_TRUE(Guarded(dialogs, nullptr, [] {}));
+    dialogs.ExpectMessage(u"Error!"_s, u"Division by zero"_s);
+    EXPECT_FALSE(Guarded(dialogs, nullptr, [] { throw DivisionByZeroError(); }));
+    dialogs.ExpectMessage(u"Error!"_s, u"Out of memory"_s);
+    EXPECT_FALSE(Guarded(dialogs, nullptr, [] { throw std::bad_alloc(); }));
+    EXPECT_THROW(Guarded(dialogs, nullptr, [] { throw FileError("disk"); }), FileError);
+}
+
+TEST(ScriptedDialogs, FailOnUnexpectedAndUnmetBoxes) {
+    EXPECT_NONFATAL_FAILURE(
+        {
+            ScriptedDialogs dialogs;
+            dialogs.Message(nullptr, MessageIcon::None, u"T"_s, u"surprise"_s);
+        },
+        "surprise");
+    EXPECT_NONFATAL_FAILURE(
+        {
+            ScriptedDialogs dialogs;
+            dialogs.ExpectPrinter(true);
+        },
+        "did not appear: printer");
+}
+
+} // namespace
+} // namespace vek

@@ -1,0 +1,131 @@
+#include "dialogs/LinkingForm.h"
+
+#include "base/Errors.h"
+#include "support/Windows.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+
+namespace vek {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+const LinkGroups mixed = {0, 1, 3, 1, 0, 3, 0, 1};
+
+TEST(GroupingLayout, PacksEachGroupFromItsOriginInOutputOrder) {
+    const auto at = [](const PixelRect& rect) { return std::pair(rect.Left * 15, rect.Top * 15); };
+    const auto labels = GroupingLayout(1.0).Labels(mixed);
+    const std::pair<int, int> twips[] = {{480, 360}, {1320, 240},  {1320, 1920}, {1560, 240},
+                                         {480, 720}, {1560, 1920}, {480, 1080},  {1800, 240}};
+    for (std::size_t output = 0; output < outputCount; ++output)
+        EXPECT_EQ(at(labels[output]), twips[output]) << output;
+    EXPECT_EQ(at(GroupingLayout(1.0).Labels({2, 4})[0]), std::pair(1320, 1080));
+    EXPECT_EQ(at(GroupingLayout(1.0).Labels({2, 4})[1]), std::pair(1320, 2760));
+    EXPECT_THROW(GroupingLayout(1.0).Labels({5}), SubscriptError);
+    EXPECT_THROW(GroupingLayout(1.0).Labels({-1}), SubscriptError);
+}
+
+TEST(GroupingLayout, FramesHoldAllEightLabelsAtAnyScale) {
+    for (const double scale : {1.0, 1.31, 2.0, 3.7}) {
+        const GroupingLayout layout(scale);
+        for (std::int16_t group = 0; group <= linkGroupCount; ++group) {
+            LinkGroups all;
+            all.fill(group);
+            for (const PixelRect& label : layout.Labels(all))
+                EXPECT_EQ(layout.FrameAround(label), static_cast<std::size_t>(group)) << scale;
+        }
+        for (std::size_t frame = 0; frame < groupFrameCount; ++frame) {
+            EXPECT_TRUE(Contains(layout.Bounds(), layout.Frame(frame)));
+            EXPECT_TRUE(Contains(layout.Bounds(), layout.Caption(frame)));
+        }
+    }
+}
+
+TEST(GroupingLayout, TouchingEdgesAreInside) {
+    const PixelRect frame = GroupingLayout(1.0).Frame(2);
+    const auto label = [&](int left, int top) { return PixelRect{left, top, 16, 20}; };
+    const int right = frame.Left + frame.Width - 16;
+    const int bottom = frame.Top + frame.Height - 20;
+    const GroupingLayout layout(1.0);
+    EXPECT_EQ(layout.FrameAround(frame), 2U);
+    EXPECT_EQ(layout.FrameAround(label(frame.Left, frame.Top)), 2U);
+    EXPECT_EQ(layout.FrameAround(label(right, bottom)), 2U);
+    EXPECT_EQ(layout.FrameAround(label(frame.Left - 1, frame.Top)), std::nullopt);
+    EXPECT_EQ(layout.FrameAround(label(right + 1, bottom)), std::nullopt);
+    EXPECT_EQ(layout.FrameAround(label(right, frame.Top - 1)), std::nullopt);
+    EXPECT_EQ(layout.FrameAround(label(right, bottom + 1)), std::nullopt);
+}
+
+struct LinkingFormTest : testing::Test {
+    LinkingFormTest() { ShowActive(form); }
+
+    QLabel& Label(int output) { return Child<QLabel>(form, qPrintable(u"Label1_%1"_s.arg(output))); }
+    QPoint Frame(int frame) {
+        return Child<QFrame>(form, qPrintable(u"Shape2_%1"_s.arg(frame))).geometry().center();
+    }
+    void DragTo(int output, int frame) {
+        DragBy(Label(output), Frame(frame) - Label(output).geometry().center());
+    }
+
+    LinkingForm form{mixed};
+};
+
+TEST_F(LinkingFormTest, DroppingIntoAFrameMovesTheOutputAndClosesTheGap) {
+    const QPoint third = Label(7).pos();
+    const QPoint second = Label(3).pos();
+    DragTo(1, 4);
+    EXPECT_EQ(form.Groups(), (LinkGroups{0, 4, 3, 1, 0, 3, 0, 1}));
+    EXPECT_EQ(Label(7).pos(), second);
+    EXPECT_EQ(Label(1).accessibleName(), "Output 2, group 4"_L1);
+    DragTo(1, 0);
+    DragTo(0, 1);
+    EXPECT_EQ(form.Groups(), (LinkGroups{1, 0, 3, 1, 0, 3, 0, 1}));
+    EXPECT_EQ(Label(7).pos(), third);
+    EXPECT_EQ(Label(1).accessibleName(), "Output 2, individual"_L1);
+}
+
+TEST_F(LinkingFormTest, DroppingBesideOrHalfOverAFrameReturnsTheLabel) {
+    const QPoint home = Label(1).pos();
+    const QRect frame = Child<QFrame>(form, "Shape2_1").geometry();
+    DragBy(Label(1), {0, frame.bottom() - Label(1).geometry().bottom() + 3});
+    EXPECT_EQ(Label(1).pos(), home);
+    DragBy(Label(1), {-3000, 5000});
+    EXPECT_EQ(Label(1).pos(), home);
+    EXPECT_EQ(form.Groups(), mixed);
+}
+
+TEST_F(LinkingFormTest, ADragStaysInTheDialogAndEscapeTakesItBack) {
+    QLabel& label = Label(1);
+    const QPoint home = label.pos();
+    QTest::mousePress(&label, Qt::LeftButton);
+    QTest::mouseMove(&label, {-3000, 5000});
+    EXPECT_TRUE(label.parentWidget()->rect().contains(label.geometry()));
+    EXPECT_NE(label.pos(), home);
+    QTest::keyClick(&label, Qt::Key_Escape);
+    EXPECT_EQ(label.pos(), home);
+    EXPECT_TRUE(form.isVisible());
+    QTest::keyClick(&label, Qt::Key_Escape);
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(form.result(), QDialog::Rejected);
+}
+
+TEST_F(LinkingFormTest, KeysMoveTheFocusedNumber) {
+    EXPECT_TRUE(Label(0).hasFocus());
+    QTest::keyClick(&Label(0), Qt::Key_2);
+    QTest::keyClick(&Label(0), Qt::Key_Left);
+    EXPECT_TRUE(Label(7).hasFocus());
+    QTest::keyClick(&Label(7), Qt::Key_0);
+    QTest::keyClick(&Label(7), Qt::Key_5);
+    QTest::keyClick(&Label(7), Qt::Key_Down);
+    EXPECT_TRUE(Label(0).hasFocus());
+    QTest::keyClick(&Label(0), Qt::Key_Tab);
+    EXPECT_TRUE(Label(1).hasFocus());
+    EXPECT_EQ(form.Groups(), (LinkGroups{2, 1, 3, 1, 0, 3, 0, 0}));
+    QTest::keyClick(&Label(1), Qt::Key_Return);
+    EXPECT_EQ(form.result(), QDialog::Accepted);
+}
+
+} // namespace
+} // namespace vek

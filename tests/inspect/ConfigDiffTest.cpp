@@ -1,0 +1,145 @@
+#include "inspect/ConfigDiff.h"
+
+#include "inspect/ConfigSummary.h"
+#include "model/RecordLayout.h"
+#include "support/RandomConfig.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace vek;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+struct DiffCase {
+    void (*Change)(MatrixConfig&);
+    std::vector<std::string> Lines;
+};
+
+std::vector<std::string> Changed(const MatrixConfig& before, const MatrixConfig& after) {
+    return Differences({before, {}}, {after, {}});
+}
+
+MatrixConfig WithNotes(std::string_view notes) {
+    MatrixConfig config;
+    config.Notes = notes;
+    return config;
+}
+
+} // namespace
+
+TEST(ConfigDiff, LinesInTheUsersWords) {
+    const DiffCase cases[] = {
+        {[](MatrixConfig&) {}, {}},
+        {[](MatrixConfig& c) { c.Modes[1].OutputLevels[2].MaximumLevel = 3.0F; },
+         {"Mode 2, Output 3: Maximum level +6dB -> +3dB"}},
+        {[](MatrixConfig& c) { c.Modes[0].OutputLevels[0].StartLevel = -0.0F; },
+         {"Mode 1, Output 1: Start level 0dB -> -0dB"}},
+        {[](MatrixConfig& c) { c.Modes[0].OutputLevels[0].StepLevel = 1.0000001F; },
+         {"Mode 1, Output 1: Level steps +1dB -> +1.0000001dB"}},
+        {[](MatrixConfig& c) { c.Modes[7].OutputLevels[7].MuteOnMin = 5; },
+         {"Mode 8, Output 8: Mute on minimum level yes -> yes (5)"}},
+        {[](MatrixConfig& c) { c.Modes[0].OutputPanels[0] = DefaultMode().OutputPanels[0]; },
+         {"Mode 1, Output 1: Input sequence none -> OFF,1,2,3,4,5,6,7,8",
+          "Mode 1, Output 1: Volume remote panels none -> 1",
+          "Mode 1, Output 1: Input selector remote panels none -> 1"}},
+        {[](MatrixConfig& c) { c.Modes[0].OutputPanels[0].PanelVolumes = " a\"\\\x01\x81\x80"; },
+         {"Mode 1, Output 1: Volume remote panels none -> \" a\\\"\\\\\\x01\\x81\xE2\x82\xAC\""}},
+        {[](MatrixConfig& c) { c.Modes[3].LinkGroup[4] = 2; }, {"Mode 4, Output 5: Link group none -> 2"}},
+        {[](MatrixConfig& c) { c.InputTrim[0] = -1.5F; }, {"Input trim 1 0dB -> -1.5dB"}},
+        {[](MatrixConfig& c) { c.VekNetBase = 1; }, {"VekNet base address 512 -> 1"}},
+        {[](MatrixConfig& c) { c.Addresses.ModeAddressEnable[9] = flagTrue; },
+         {"Mode recall address (Out) Mode 2 off -> on"}},
+        {[](MatrixConfig& c) { c.Addresses.VolumeAddressEnable[2][7] = flagTrue; },
+         {"Output 3: Volume address (Out) Mute off -> on"}},
+        {[](MatrixConfig& c) { c.Addresses.RouteControlAddressEnable[2][1] = flagTrue; },
+         {"Output 3: Input select address (In) Previous off -> on"}},
+        {[](MatrixConfig& c) { c.Addresses.RouteAddressEnable[0][8] = flagTrue; },
+         {"Output 1: Input select address (Out) Input 1 off -> on"}},
+    };
+    for (const DiffCase& test : cases) {
+        MatrixConfig after;
+        test.Change(after);
+        EXPECT_EQ(Changed(MatrixConfig(), after), test.Lines);
+    }
+}
+
+TEST(ConfigDiff, NotesAreComparedByLine) {
+    const MatrixConfig before = WithNotes("one\r\ntwo\r\nthree");
+    EXPECT_THAT(Changed(before, WithNotes("one\r\n2\r\nthree")),
+                ElementsAre("Notes, line 2: \"two\" -> \"2\""));
+    EXPECT_THAT(Changed(before, WithNotes("zero\r\none\r\ntwo\r\nthree")),
+                ElementsAre("Notes, line 1: none -> \"zero\""));
+    EXPECT_THAT(Changed(before, WithNotes("one")),
+                ElementsAre("Notes, line 2: \"two\" -> none", "Notes, line 3: \"three\" -> none"));
+    EXPECT_THAT(Changed(WithNotes("same\r\nsame"), WithNotes("same")),
+                ElementsAre("Notes, line 2: \"same\" -> none"));
+    EXPECT_THAT(Changed(MatrixConfig(), WithNotes(" \n")), ElementsAre("Notes, line 1: none -> \" \\x0A\""));
+}
+
+TEST(ConfigDiff, DataAfterTheRecordCounts) {
+    const std::vector<std::byte> two(2);
+    EXPECT_THAT(Differences({{}, two}, {{}, {}}), ElementsAre("Data after the record 2 bytes -> 0 bytes"));
+    EXPECT_THAT(Differences({{}, two}, {{}, {std::byte{1}, std::byte{0}}}),
+                ElementsAre("Data after the record 2 bytes -> 2 other bytes"));
+    EXPECT_THAT(Differences({{}, two}, {{}, two}), ElementsAre());
+}
+
+TEST(ConfigDiff, NoByteOfTheRecordChangesUnseen) {
+    std::mt19937 random(6);
+    const MatrixConfig before = test::RandomConfig(random);
+    const std::string summary = SummaryOf({before, {}});
+    RecordBytes bytes = EncodeRecord(before);
+    constexpr std::size_t stride = 17; // reaches every kind of field in some mode
+    int seen = 0;
+    for (std::size_t offset = 0; offset < recordSize; offset += stride) {
+        const std::byte original = bytes[offset];
+        bytes[offset] ^= std::byte{1};
+        try {
+            const MatrixConfig after = DecodeRecord(bytes);
+            EXPECT_EQ(Changed(before, after).size(), 1U) << "offset " << offset;
+            EXPECT_NE(SummaryOf({after, {}}), summary) << "offset " << offset;
+            ++seen;
+        } catch (const std::exception&) {
+            // A link group out of range: no configuration to compare.
+        }
+        bytes[offset] = original;
+    }
+    EXPECT_GT(seen, 300);
+}
+
+TEST(ConfigSummary, NewConfigurationFitsAPage) {
+    EXPECT_EQ(SummaryOf({}), "VekNet base address: 512\n\n"
+                             "Mode 1: nothing set\n\nMode 2: nothing set\n\nMode 3: nothing set\n\n"
+                             "Mode 4: nothing set\n\nMode 5: nothing set\n\nMode 6: nothing set\n\n"
+                             "Mode 7: nothing set\n\nMode 8: nothing set\n\n"
+                             "Input trims:  0dB 0dB 0dB 0dB 0dB 0dB 0dB 0dB\n"
+                             "Output trims: 0dB 0dB 0dB 0dB 0dB 0dB 0dB 0dB\n\n"
+                             "Enabled VekNet addresses\n  none\n\nNotes\n");
+}
+
+TEST(ConfigSummary, TellsModesAddressesNotesAndData) {
+    StoredConfig stored = {{}, std::vector<std::byte>(12)};
+    MatrixConfig& config = stored.Config;
+    config.Modes[0].OutputPanels[0] = DefaultMode().OutputPanels[0];
+    config.Modes[0].OutputLevels[0].PreviousNotSetStartLevel = flagTrue;
+    config.Modes[1].LinkGroup[0] = 3;
+    config.Addresses.ModeAddressEnable[1] = flagTrue;
+    config.Addresses.VolumeAddressEnable[2] = {0, 0, 7, flagTrue, 0, 0, 0, 0};
+    config.Notes = "first\r\n  caf\xE9";
+    const std::string page = SummaryOf(stored);
+    EXPECT_THAT(
+        page,
+        HasSubstr(
+            "\nMode 1\n  Output  Group  Inputs               Start route  Volume panels  Selector panels  "
+            "Maximum  Minimum  Mute on min  Step     Start\n"
+            "  1       none   OFF,1,2,3,4,5,6,7,8  first        1              1                "
+            "+6dB     -36dB    yes          +1dB     previous (0dB)\n"));
+    EXPECT_THAT(page, HasSubstr("\nMode 2: unused, no output has inputs\n"));
+    EXPECT_THAT(page, HasSubstr("\n  Mode recall address (In): 513 Mode 2\n"
+                                "  Output 3, Volume address (In): 538 Analog (7), 539 Mute\n\n"));
+    EXPECT_THAT(page,
+                testing::EndsWith("\nNotes\n  first\n    caf\xC3\xA9\n\nData after the record: 12 bytes\n"));
+}

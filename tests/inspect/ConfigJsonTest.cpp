@@ -1,0 +1,188 @@
+#include "inspect/ConfigJson.h"
+
+#include "base/Bytes.h"
+#include "inspect/Json.h"
+#include "model/RecordLayout.h"
+#include "support/RandomConfig.h"
+#include "support/TestData.h"
+
+#include <bit>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace vek;
+using namespace vek::test;
+using testing::HasSubstr;
+
+namespace {
+
+StoredConfig Stored(const std::string& fileBytes) {
+    const auto bytes = AsBytes(fileBytes);
+    const auto tail = bytes.subspan(recordSize);
+    return {DecodeRecord(bytes), {tail.begin(), tail.end()}};
+}
+
+std::string FileBytes(const StoredConfig& stored) {
+    const auto bytes = EncodeStoredConfig(stored);
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+void ExpectRoundTrip(const StoredConfig& stored, const std::string& description) {
+    EXPECT_EQ(FileBytes(ConfigFromJson(ConfigToJson(stored))), FileBytes(stored)) << description;
+}
+
+/// The JSON of a new configuration with the first `from` replaced by `to`.
+std::string Edited(const std::string& from, const std::string& to) {
+    std::string text = ConfigToJson({});
+    const std::size_t at = text.find(from);
+    EXPECT_NE(at, text.npos) << from;
+    return text.replace(at, from.size(), to);
+}
+
+std::string ErrorOf(const std::string& json) {
+    try {
+        ConfigFromJson(json);
+    } catch (const JsonError& error) {
+        return error.what();
+    }
+    return "no error";
+}
+
+} // namespace
+
+TEST(ConfigJson, EverySampleComesBackByteForByte) {
+    for (const std::string& number : SampleNumbers())
+        ExpectRoundTrip(Stored(ReadText(DataPath(number + ".VMC"))), number);
+}
+
+TEST(ConfigJson, RandomRecordsComeBackByteForByte) {
+    std::mt19937 random(4);
+    std::uniform_int_distribution<std::size_t> length(0, 40);
+    for (int i = 0; i < 40; ++i) {
+        StoredConfig stored = {RandomConfig(random), {}};
+        stored.Tail.resize(length(random), static_cast<std::byte>(random()));
+        ExpectRoundTrip(stored, "record " + std::to_string(i));
+    }
+}
+
+TEST(ConfigJson, EveryFiniteSingleComesBackBitForBit) {
+    std::mt19937 random(5);
+    std::vector<std::uint32_t> patterns = {0x80000000U, 1U,          0x80000001U, 0x007FFFFFU,
+                                           0x00800000U, 0x7F7FFFFFU, 0xFF7FFFFFU, 0x4B800001U};
+    while (patterns.size() < 1500)
+        patterns.push_back(static_cast<std::uint32_t>(random()));
+    std::erase_if(patterns, [](auto bits) { return !IsValidLevel(std::bit_cast<float>(bits)); });
+    for (std::size_t start = 0; start + inputCount <= patterns.size(); start += inputCount) {
+        StoredConfig stored;
+        for (std::size_t i = 0; i < inputCount; ++i)
+            stored.Config.InputTrim[i] = std::bit_cast<float>(patterns[start + i]);
+        ExpectRoundTrip(stored, "patterns from " + std::to_string(start));
+    }
+}
+
+TEST(ConfigJson, EveryByteOfATextComesBack) {
+    for (int byte = 0; byte < 256; ++byte) {
+        const auto character = static_cast<char>(byte);
+        StoredConfig stored;
+        stored.Config.Modes[1].OutputPanels[2].PanelInputs = std::string{' ', character, '1'};
+        stored.Config.Modes[1].OutputPanels[2].PanelVolumes = std::string{character};
+        stored.Config.Modes[1].OutputPanels[2].PanelSelects = std::string(16, character);
+        stored.Config.Notes = std::string{' ', character, '\r', '\n', character};
+        ExpectRoundTrip(stored, "byte " + std::to_string(byte));
+    }
+}
+
+TEST(ConfigJson, NamesAndValuesAreThoseOfTheUser) {
+    StoredConfig stored = {{}, {std::byte{0x0A}, std::byte{0xFF}}};
+    PanelRecord& panels = stored.Config.Modes[0].OutputPanels[0];
+    panels = {FixedText<9>("102"), FixedText<16>("19AG"), FixedText<16>("a"), 5};
+    stored.Config.Modes[0].OutputLevels[0].MaximumLevel = 0.1F;
+    stored.Config.Notes = "caf\xE9 \x80";
+    stored.Config.Addresses.VolumeAddressEnable[0][1] = flagTrue;
+    const std::string json = ConfigToJson(stored);
+    EXPECT_THAT(json, testing::StartsWith(R"({
+  "vekNetBase": 512,
+  "modes": [
+    {
+      "outputs": [
+        {
+          "panelInputs": [1, 0, 2],
+          "usePreviousRoute": 5,
+          "panelVolumes": [1, 9, 10, 16],
+          "panelSelects": "a",
+          "linkGroup": 0,
+          "maximumLevel": 0.1,
+          "minimumLevel": -36.0,
+          "muteOnMin": true,
+)"));
+    EXPECT_THAT(json, HasSubstr("\"notes\": \"caf\xC3\xA9 \xE2\x82\xAC\""));
+    EXPECT_THAT(json,
+                HasSubstr(R"("in": {"stepUp": false, "stepDown": true, "analog": false, "mute": false})"));
+    EXPECT_THAT(json, testing::EndsWith("\"dataAfterRecord\": \"0aff\"\n}\n"));
+}
+
+TEST(ConfigJson, HandWrittenValuesAreTaken) {
+    EXPECT_EQ(ConfigFromJson(Edited("\"maximumLevel\": 6.0", "\"maximumLevel\": 7"))
+                  .Config.Modes[0]
+                  .OutputLevels[0]
+                  .MaximumLevel,
+              7.0F);
+    EXPECT_EQ(ConfigFromJson(Edited("\"panelVolumes\": []", "\"panelVolumes\": \"12\""))
+                  .Config.Modes[0]
+                  .OutputPanels[0]
+                  .PanelVolumes.Trimmed(),
+              "12");
+    EXPECT_EQ(ConfigFromJson("\xEF\xBB\xBF" + ConfigToJson({})).Config, MatrixConfig());
+}
+
+TEST(ConfigJson, ErrorsNameThePlace) {
+    const struct {
+        const char* From;
+        std::string To;
+        const char* Error;
+    } cases[] = {
+        {"512", "32768", "/vekNetBase: outside -32768 to 32767"},
+        {"512", "-99999999999999999999", "/vekNetBase: must be a whole number from -32768 to 32767"},
+        {"512", "18446744073709551615", "/vekNetBase: outside -32768 to 32767"},
+        {"512", "512.5", "/vekNetBase: must be a whole number from -32768 to 32767"},
+        {"512", "null", "/vekNetBase: must be a whole number from -32768 to 32767"},
+        {"\"vekNetBase\": 512,", "", "/vekNetBase: missing"},
+        {"\"vekNetBase\": 512,", "\"vekNetBase\": 512, \"vekNetBase\": 512,", "/vekNetBase: given twice"},
+        {"\"vekNetBase\"", "\"a/b~c\": 1, \"vekNetBase\"", "/a~1b~0c: unknown name"},
+        {"\"modes\": [", "\"modes\": [{\"outputs\": []}, ", "/modes: must hold 8, not 9"},
+        {"\"maximumLevel\": 6.0", "\"maximumLevel\": \"6\"",
+         "/modes/0/outputs/0/maximumLevel: must be a number (dB)"},
+        {"\"maximumLevel\": 6.0", "\"maximumLevel\": 1e39",
+         "/modes/0/outputs/0/maximumLevel: the number is too large"},
+        {"\"maximumLevel\": 6.0", "\"maximumlevel\": 6.0", "/modes/0/outputs/0/maximumLevel: missing"},
+        {"\"stepLevel\": 1.0", "\"stepLevel\": 1.0, \"stepLevel\": 1.0",
+         "/modes/0/outputs/0/stepLevel: given twice"},
+        {"\"linkGroup\": 0", "\"linkGroup\": 5", "/modes/0/outputs/0/linkGroup: outside 0 to 4"},
+        {"\"muteOnMin\": true", "\"muteOnMin\": \"yes\"",
+         "/modes/0/outputs/0/muteOnMin: must be true or false (or the stored whole number)"},
+        {"\"panelInputs\": []", "\"panelInputs\": [0, 9]",
+         "/modes/0/outputs/0/panelInputs/1: outside 0 to 8"},
+        {"\"panelInputs\": []", "\"panelInputs\": [1,1,1,1,1,1,1,1,1,1]",
+         "/modes/0/outputs/0/panelInputs: must not hold more than 9"},
+        {"\"panelVolumes\": []", "\"panelVolumes\": [0]",
+         "/modes/0/outputs/0/panelVolumes/0: outside 1 to 16"},
+        {"\"panelVolumes\": []", "\"panelVolumes\": true",
+         "/modes/0/outputs/0/panelVolumes: must be a list of numbers (or the stored text)"},
+        {"\"panelSelects\": []", "\"panelSelects\": \"12345678901234567\"",
+         "/modes/0/outputs/0/panelSelects: longer than 16 characters"},
+        {"\"notes\": \"\"", "\"notes\": \"\\u0416\"", "/notes: holds a character outside Windows-1252"},
+        {"\"notes\": \"\"", "\"notes\": \"" + std::string(1501, 'n') + '"',
+         "/notes: longer than 1500 characters"},
+        {"\"in\": [false", "\"in\": [2.5",
+         "/enabledAddresses/modeRecall/in/0: must be true or false (or the stored whole number)"},
+        {"\"in\": [false,", "\"in\": [", "/enabledAddresses/modeRecall/in: must hold 8, not 7"},
+        {"\"stepUp\": false, ", "", "/enabledAddresses/outputs/0/volume/in/stepUp: missing"},
+        {"\"enabledAddresses\": {", "\"dataAfterRecord\": \"0\", \"enabledAddresses\": {",
+         "/dataAfterRecord: must be a text of pairs of hexadecimal digits"},
+    };
+    for (const auto& test : cases)
+        EXPECT_EQ(ErrorOf(Edited(test.From, test.To)), test.Error);
+    EXPECT_EQ(ErrorOf("[]"), "the document: must be an object");
+    for (const char* broken : {"", "{", "{\"notes\": \"\xFF\"}", "nonsense"})
+        EXPECT_THAT(ErrorOf(broken), testing::StartsWith("parse error at line 1, column ")) << broken;
+}
