@@ -27,6 +27,8 @@
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 using namespace vek;
 using Clock = std::chrono::steady_clock;
 using Microseconds = std::chrono::duration<double, std::micro>;
@@ -94,19 +96,19 @@ class BareLine {
 
 class Editor {
   public:
-    explicit Editor(std::string path)
-        : path(std::move(path)), services{.Boxes = boxes,
-                                          .Store = store,
-                                          .MakeSerialControl =
-                                              [this] {
-                                                  return std::make_unique<QtSerialControl>(
-                                                      [this](int n) { return n == 1 ? this->path : ""; });
-                                              },
-                                          .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
-                                          .PortNames = [] { return QStringList(); }},
-          window(services, QString()), tabs(window.findChild<QTabWidget*>(QStringLiteral("SSTab1"))),
-          fader(window.findChild<LevelTrim*>(QStringLiteral("InputLevelTrim_0"))),
-          knob(fader->findChild<QWidget*>(QStringLiteral("Command1"))) {
+    explicit Editor(std::string device)
+        : path(std::move(device)), services{.Boxes = boxes,
+                                            .Store = store,
+                                            .MakeSerialControl =
+                                                [this] {
+                                                    return std::make_unique<QtSerialControl>(
+                                                        [this](int n) { return n == 1 ? path : ""; });
+                                                },
+                                            .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
+                                            .PortNames = [] { return QStringList(); }},
+          window(services, QString()), tabs(window.findChild<QTabWidget*>(u"SSTab1"_s)),
+          fader(window.findChild<LevelTrim*>(u"InputLevelTrim_0"_s)),
+          knob(fader->findChild<QWidget*>(u"Command1"_s)) {
         window.show();
     }
     void GoOnline() {

@@ -6,7 +6,7 @@ if(CCACHE_PROGRAM)
 endif()
 
 function(vek_own_code target)
-    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
         # GCC 12 reports impossible overlaps in its own std::string when it inlines assignments of literals.
         target_compile_options(${target} PRIVATE -Wno-restrict)

@@ -15,6 +15,8 @@
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 using namespace vek;
 
 constexpr std::chrono::milliseconds iconDelay(100);
@@ -34,17 +36,17 @@ QString Joined(const std::vector<std::string>& words) {
     QStringList list;
     for (const std::string& word : words)
         list += QString::fromLocal8Bit(word.c_str());
-    return list.join(QLatin1Char(' '));
+    return list.join(u' ');
 }
 
 } // namespace
 
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("vorn-matrix-editor"));
+    QApplication::setApplicationName(u"vorn-matrix-editor"_s);
     QApplication::setApplicationDisplayName(QString());
-    QApplication::setApplicationVersion(QStringLiteral(VEK_VERSION));
-    QApplication::setDesktopFileName(QStringLiteral("vorn-matrix-editor"));
+    QApplication::setApplicationVersion(QLatin1StringView(VEK_VERSION));
+    QApplication::setDesktopFileName(u"vorn-matrix-editor"_s);
 
     CLI::App commandLine("Configuration editor of the Matrix Vek", "vorn-matrix-editor");
     std::vector<std::string> words;
@@ -68,8 +70,7 @@ int main(int argc, char* argv[]) {
     CorvaneForm window(services, Joined(words));
     window.show();
     // Drawing it in all the sizes that a desktop asks for would hold up the window itself.
-    QTimer::singleShot(iconDelay, &application, [] {
-        QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/vorn-matrix-editor.svg")));
-    });
+    QTimer::singleShot(iconDelay, &application,
+                       [] { QApplication::setWindowIcon(QIcon(u":/icons/vorn-matrix-editor.svg"_s)); });
     return QApplication::exec();
 }

@@ -25,10 +25,10 @@ void ToLittleEndian(Unsigned value, std::span<std::byte> bytes) {
 } // namespace
 
 std::span<const std::byte> ByteReader::Take(std::size_t count) {
-    if (count > rest.size())
+    if (count > rest_.size())
         throw SubscriptError();
-    const auto taken = rest.first(count);
-    rest = rest.subspan(count);
+    const auto taken = rest_.first(count);
+    rest_ = rest_.subspan(count);
     return taken;
 }
 
@@ -46,10 +46,10 @@ std::string_view ByteReader::Text(std::size_t length) {
 }
 
 std::span<std::byte> ByteWriter::Take(std::size_t count) {
-    if (count > rest.size())
+    if (count > rest_.size())
         throw SubscriptError();
-    const auto taken = rest.first(count);
-    rest = rest.subspan(count);
+    const auto taken = rest_.first(count);
+    rest_ = rest_.subspan(count);
     return taken;
 }
 

@@ -9,23 +9,23 @@ namespace vek {
 /// Closes the descriptor when it goes out of scope; -1 stands for none.
 class Descriptor {
   public:
-    explicit Descriptor(int number = -1) : number(number) {}
-    Descriptor(Descriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
+    explicit Descriptor(int number = -1) : number_(number) {}
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
     Descriptor& operator=(Descriptor&& other) noexcept {
-        std::swap(number, other.number);
+        std::swap(number_, other.number_);
         return *this;
     }
     ~Descriptor() {
-        if (number >= 0)
-            ::close(number);
+        if (number_ >= 0)
+            ::close(number_);
     }
-    int Get() const { return number; }
-    bool Open() const { return number >= 0; }
+    int Get() const { return number_; }
+    bool Open() const { return number_ >= 0; }
     /// Closing can report the failure of an earlier write.
-    bool Close() { return ::close(std::exchange(number, -1)) == 0; }
+    bool Close() { return ::close(std::exchange(number_, -1)) == 0; }
 
   private:
-    int number;
+    int number_;
 };
 
 } // namespace vek

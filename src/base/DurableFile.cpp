@@ -130,28 +130,28 @@ std::string FolderOf(const std::string& path) {
 class TemporaryFile {
   public:
     TemporaryFile(const std::string& folder, const std::string& path)
-        : name(folder + "/.vorn-matrix-XXXXXX") {
-        file = Descriptor(::mkostemp(name.data(), O_CLOEXEC));
+        : name_(folder + "/.vorn-matrix-XXXXXX") {
+        file = Descriptor(::mkostemp(name_.data(), O_CLOEXEC));
         if (!file.Open())
             FailWithErrno(path);
     }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile() {
-        if (!name.empty())
-            ::unlink(name.c_str());
+        if (!name_.empty())
+            ::unlink(name_.c_str());
     }
 
     void Rename(const std::string& target) {
-        if (!file.Close() || ::rename(name.c_str(), target.c_str()) != 0)
+        if (!file.Close() || ::rename(name_.c_str(), target.c_str()) != 0)
             FailWithErrno(target);
-        name.clear();
+        name_.clear();
     }
 
     Descriptor file;
 
   private:
-    std::string name;
+    std::string name_;
 };
 
 mode_t NewFileMode() {

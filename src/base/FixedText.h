@@ -23,26 +23,26 @@ class FixedText {
   public:
     static constexpr std::size_t Length = N;
 
-    FixedText() { characters.fill(' '); }
+    FixedText() { characters_.fill(' '); }
     FixedText(std::string_view text) { *this = text; }
 
     FixedText& operator=(std::string_view text) {
         const std::size_t used = std::min(text.size(), N);
         // The text may be a view of this object's own characters.
-        std::copy_n(std::string(text.substr(0, used)).begin(), used, characters.begin());
-        std::fill(characters.begin() + used, characters.end(), ' ');
+        std::copy_n(std::string(text.substr(0, used)).begin(), used, characters_.begin());
+        std::fill(characters_.begin() + used, characters_.end(), ' ');
         return *this;
     }
 
     /// All N characters, padding included.
-    std::string_view Padded() const { return {characters.data(), N}; }
+    std::string_view Padded() const { return {characters_.data(), N}; }
     /// The text that readers use: without the blanks at either end.
     std::string_view Trimmed() const { return TrimBlanks(Padded()); }
 
     bool operator==(const FixedText&) const = default;
 
   private:
-    std::array<char, N> characters;
+    std::array<char, N> characters_;
 };
 
 } // namespace vek

@@ -6,6 +6,8 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr double cornerRadius = 4.0;
@@ -22,7 +24,7 @@ AddressLabel::AddressLabel(const QString& function, QWidget* parent) : QAbstract
 
 void AddressLabel::SetAddress(int address) { Show(true, QString::number(address)); }
 
-void AddressLabel::SetOff() { Show(false, QStringLiteral("OFF")); }
+void AddressLabel::SetOff() { Show(false, u"OFF"_s); }
 
 void AddressLabel::Show(bool enabled, const QString& shown) {
     setChecked(enabled);
@@ -32,7 +34,7 @@ void AddressLabel::Show(bool enabled, const QString& shown) {
 
 QSize AddressLabel::sizeHint() const {
     const QFontMetrics metrics = fontMetrics();
-    return {metrics.horizontalAdvance(QStringLiteral("00000")) + metrics.height(), metrics.height() + 8};
+    return {metrics.horizontalAdvance(u"00000"_s) + metrics.height(), metrics.height() + 8};
 }
 
 void AddressLabel::paintEvent(QPaintEvent*) {

@@ -12,7 +12,7 @@ namespace {
 class FaderAccessible final : public QAccessibleWidget, public QAccessibleValueInterface {
   public:
     FaderAccessible(FaderKnob* knob, LevelTrim* fader)
-        : QAccessibleWidget(knob, QAccessible::Slider), fader(fader) {}
+        : QAccessibleWidget(knob, QAccessible::Slider), fader_(fader) {}
 
     void* interface_cast(QAccessible::InterfaceType type) override {
         if (type == QAccessible::ValueInterface)
@@ -20,14 +20,14 @@ class FaderAccessible final : public QAccessibleWidget, public QAccessibleValueI
         return QAccessibleWidget::interface_cast(type);
     }
 
-    QVariant currentValue() const override { return fader->Level(); }
-    void setCurrentValue(const QVariant& value) override { fader->MoveTo(value.toDouble()); }
-    QVariant maximumValue() const override { return fader->MaxLevel(); }
-    QVariant minimumValue() const override { return fader->MinLevel(); }
+    QVariant currentValue() const override { return fader_->Level(); }
+    void setCurrentValue(const QVariant& value) override { fader_->MoveTo(value.toDouble()); }
+    QVariant maximumValue() const override { return fader_->MaxLevel(); }
+    QVariant minimumValue() const override { return fader_->MinLevel(); }
     QVariant minimumStepSize() const override { return 1.0F; }
 
   private:
-    LevelTrim* fader;
+    LevelTrim* fader_;
 };
 
 QAccessibleInterface* MakeFaderAccessible(const QString&, QObject* object) {

@@ -51,9 +51,9 @@ bool FaderKnob::event(QEvent* event) {
 }
 
 void FaderKnob::Interrupt() {
-    if (!dragging && !repeating)
+    if (!dragging_ && !repeating_)
         return;
-    dragging = repeating = false;
+    dragging_ = repeating_ = false;
     update();
     QMetaObject::invokeMethod(this, &FaderKnob::Released, Qt::QueuedConnection);
 }
@@ -61,20 +61,20 @@ void FaderKnob::Interrupt() {
 void FaderKnob::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
-    grabOffset = event->position().toPoint().y();
-    dragging = true;
+    grabOffset_ = event->position().toPoint().y();
+    dragging_ = true;
     update();
 }
 
 void FaderKnob::mouseMoveEvent(QMouseEvent* event) {
-    if (dragging)
-        Q_EMIT Dragged(mapToParent(event->position().toPoint()).y() - grabOffset);
+    if (dragging_)
+        Q_EMIT Dragged(mapToParent(event->position().toPoint()).y() - grabOffset_);
 }
 
 void FaderKnob::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || !dragging)
+    if (event->button() != Qt::LeftButton || !dragging_)
         return;
-    dragging = false;
+    dragging_ = false;
     update();
     Q_EMIT Released();
 }
@@ -87,7 +87,7 @@ void FaderKnob::keyPressEvent(QKeyEvent* event) {
     }
     Q_EMIT Stepped(found->Decibels);
     if (event->isAutoRepeat())
-        repeating = true;
+        repeating_ = true;
     else
         Q_EMIT Released();
 }
@@ -105,9 +105,9 @@ void FaderKnob::focusOutEvent(QFocusEvent* event) {
 }
 
 void FaderKnob::EndRepeat() {
-    if (!repeating)
+    if (!repeating_)
         return;
-    repeating = false;
+    repeating_ = false;
     Q_EMIT Released();
 }
 
@@ -115,7 +115,7 @@ void FaderKnob::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     QStyleOptionButton option;
     option.initFrom(this);
-    option.state |= dragging ? QStyle::State_Sunken : QStyle::State_Raised;
+    option.state |= dragging_ ? QStyle::State_Sunken : QStyle::State_Raised;
     style()->drawControl(QStyle::CE_PushButtonBevel, &option, &painter, this);
 
     const QColor mark = palette().color(hasFocus() ? QPalette::Highlight : QPalette::ButtonText);

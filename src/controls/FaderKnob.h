@@ -38,9 +38,9 @@ class FaderKnob : public QWidget {
     void Interrupt();
     void EndRepeat();
 
-    bool dragging = false;
-    bool repeating = false; ///< a held key has moved the knob since the last Released
-    int grabOffset = 0;     ///< from the knob's top edge to the pointer, logical pixels
+    bool dragging_ = false;
+    bool repeating_ = false; ///< a held key has moved the knob since the last Released
+    int grabOffset_ = 0;     ///< from the knob's top edge to the pointer, logical pixels
 };
 
 } // namespace vek

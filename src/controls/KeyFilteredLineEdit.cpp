@@ -27,7 +27,7 @@ bool IsPassing(const QFocusEvent& event) {
 } // namespace
 
 KeyFilteredLineEdit::KeyFilteredLineEdit(CharacterFilter filter, QWidget* parent)
-    : QLineEdit(parent), filter(std::move(filter)) {}
+    : QLineEdit(parent), filter_(std::move(filter)) {}
 
 QString KeyFilteredLineEdit::Accepted(const QString& arriving) const {
     QString rest = text();
@@ -35,7 +35,7 @@ QString KeyFilteredLineEdit::Accepted(const QString& arriving) const {
         rest.remove(selectionStart(), selectionLength());
     QString accepted;
     for (const QChar character : arriving) {
-        if (!filter(character, rest))
+        if (!filter_(character, rest))
             continue;
         accepted += character;
         rest += character;
@@ -102,26 +102,26 @@ void KeyFilteredLineEdit::dropEvent(QDropEvent* event) {
 
 void KeyFilteredLineEdit::mousePressEvent(QMouseEvent* event) {
     QLineEdit::mousePressEvent(event);
-    if (entering && event->button() == Qt::LeftButton) {
-        entryPoint = event->position().toPoint();
+    if (entering_ && event->button() == Qt::LeftButton) {
+        entryPoint_ = event->position().toPoint();
         selectAll();
     }
     Q_EMIT MousePressed();
 }
 
 void KeyFilteredLineEdit::mouseMoveEvent(QMouseEvent* event) {
-    if (entering) {
-        const QPoint way = event->position().toPoint() - entryPoint;
+    if (entering_) {
+        const QPoint way = event->position().toPoint() - entryPoint_;
         if (way.manhattanLength() < QApplication::startDragDistance())
             return;
-        entering = false;
-        setCursorPosition(cursorPositionAt(entryPoint));
+        entering_ = false;
+        setCursorPosition(cursorPositionAt(entryPoint_));
     }
     QLineEdit::mouseMoveEvent(event);
 }
 
 void KeyFilteredLineEdit::mouseReleaseEvent(QMouseEvent* event) {
-    entering = false;
+    entering_ = false;
     const QClipboard* clipboard = QGuiApplication::clipboard();
     if (event->button() == Qt::MiddleButton && clipboard->supportsSelection()) {
         Q_EMIT KeyTyped();
@@ -137,13 +137,13 @@ void KeyFilteredLineEdit::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     if (IsPassing(*event))
         return;
-    entering = event->reason() == Qt::MouseFocusReason;
+    entering_ = event->reason() == Qt::MouseFocusReason;
     selectAll();
 }
 
 void KeyFilteredLineEdit::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
-    entering = false;
+    entering_ = false;
     if (!IsPassing(*event))
         Q_EMIT Left();
 }

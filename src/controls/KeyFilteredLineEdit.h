@@ -51,9 +51,9 @@ class KeyFilteredLineEdit : public QLineEdit {
     QString Accepted(const QString& arriving) const;
     void InsertFiltered(const QString& arriving);
 
-    CharacterFilter filter;
-    bool entering = false; ///< the mouse press that gave the focus has not been released or dragged yet
-    QPoint entryPoint;
+    CharacterFilter filter_;
+    bool entering_ = false; ///< the mouse press that gave the focus has not been released or dragged yet
+    QPoint entryPoint_;
 };
 
 } // namespace vek

@@ -38,32 +38,32 @@ QString LevelText(float level) { return QString::fromStdString(FormatLevelText(l
 } // namespace
 
 LevelTrim::LevelTrim(QWidget* parent)
-    : QWidget(parent), Text2(new KeyFilteredLineEdit(TakesKey, this)), Command1(new FaderKnob(this)) {
+    : QWidget(parent), Text2_(new KeyFilteredLineEdit(TakesKey, this)), Command1_(new FaderKnob(this)) {
     InstallFaderAccessible();
-    Command1->setObjectName("Command1"_L1);
-    Text2->setObjectName("Text2"_L1);
-    Text2->setAlignment(Qt::AlignHCenter);
-    Text2->setText(LevelText(level));
+    Command1_->setObjectName("Command1"_L1);
+    Text2_->setObjectName("Text2"_L1);
+    Text2_->setAlignment(Qt::AlignHCenter);
+    Text2_->setText(LevelText(level_));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-    setFocusProxy(Command1);
+    setFocusProxy(Command1_);
 
-    connect(Command1, &FaderKnob::Dragged, this, &LevelTrim::DragKnob);
-    connect(Command1, &FaderKnob::Stepped, this,
-            [this](float decibels) { SetLevel(WholeLevel(range, level + decibels)); });
-    connect(Command1, &FaderKnob::Released, this, &LevelTrim::Change);
-    connect(Text2, &KeyFilteredLineEdit::EnterPressed, this, [this] {
+    connect(Command1_, &FaderKnob::Dragged, this, &LevelTrim::DragKnob);
+    connect(Command1_, &FaderKnob::Stepped, this,
+            [this](float decibels) { SetLevel(WholeLevel(range_, level_ + decibels)); });
+    connect(Command1_, &FaderKnob::Released, this, &LevelTrim::Change);
+    connect(Text2_, &KeyFilteredLineEdit::EnterPressed, this, [this] {
         AcceptText();
-        Text2->selectAll();
+        Text2_->selectAll();
     });
-    connect(Text2, &KeyFilteredLineEdit::Left, this, [this] {
-        if (Text2->text() != LevelText(level))
+    connect(Text2_, &KeyFilteredLineEdit::Left, this, [this] {
+        if (Text2_->text() != LevelText(level_))
             AcceptText();
     });
-    connect(Text2, &KeyFilteredLineEdit::MousePressed, this, &LevelTrim::TextClicked);
+    connect(Text2_, &KeyFilteredLineEdit::MousePressed, this, &LevelTrim::TextClicked);
 }
 
 // Destroyed with the focus in it, the box must not tell that it was left.
-LevelTrim::~LevelTrim() { Text2->disconnect(this); }
+LevelTrim::~LevelTrim() { Text2_->disconnect(this); }
 
 void LevelTrim::SetLevel(float value) {
     StoreLevel(value);
@@ -71,12 +71,12 @@ void LevelTrim::SetLevel(float value) {
 }
 
 void LevelTrim::SetMaxLevel(float value) {
-    range.Max = value;
+    range_.Max = value;
     LimitsChanged();
 }
 
 void LevelTrim::SetMinLevel(float value) {
-    range.Min = value;
+    range_.Min = value;
     LimitsChanged();
 }
 
@@ -88,51 +88,51 @@ void LevelTrim::LimitsChanged() {
 
 void LevelTrim::SetAccessibleTitle(const QString& title) {
     setAccessibleName(title);
-    Command1->setAccessibleName(title);
-    Text2->setAccessibleName(title + u" in dB"_s);
+    Command1_->setAccessibleName(title);
+    Text2_->setAccessibleName(title + u" in dB"_s);
 }
 
 void LevelTrim::StoreLevel(float value) {
-    level = value;
-    if (const QString text = LevelText(level); text != Text2->text())
-        Text2->setText(text);
+    level_ = value;
+    if (const QString text = LevelText(level_); text != Text2_->text())
+        Text2_->setText(text);
     if (QAccessible::isActive()) {
-        QAccessibleValueChangeEvent changed(Command1, level);
+        QAccessibleValueChangeEvent changed(Command1_, level_);
         QAccessible::updateAccessibility(&changed);
     }
 }
 
 void LevelTrim::MoveTo(double value) {
-    const float former = level;
-    SetLevel(WholeLevel(range, value));
-    if (level != former)
+    const float former = level_;
+    SetLevel(WholeLevel(range_, value));
+    if (level_ != former)
         Q_EMIT Change();
 }
 
-void LevelTrim::AcceptText() { MoveTo(LenientNumber(Text2->text().toStdString())); }
+void LevelTrim::AcceptText() { MoveTo(LenientNumber(Text2_->text().toStdString())); }
 
 void LevelTrim::DragKnob(int wantedTop) {
     // The knob stays where the pointer has it, also between two whole decibels.
     const FaderTrack track = Track();
     const float top = LimitKnobTop(track, static_cast<float>(wantedTop));
-    Command1->move(Command1->x(), static_cast<int>(top));
-    StoreLevel(LevelAtKnobTop(track, range, top));
+    Command1_->move(Command1_->x(), static_cast<int>(top));
+    StoreLevel(LevelAtKnobTop(track, range_, top));
 }
 
 FaderTrack LevelTrim::Track() const {
-    return {static_cast<float>(Text2->height() + textGap), static_cast<float>(height() - bottomGap),
-            static_cast<float>(Command1->height())};
+    return {static_cast<float>(Text2_->height() + textGap), static_cast<float>(height() - bottomGap),
+            static_cast<float>(Command1_->height())};
 }
 
-int LevelTrim::TrackCentre() const { return Command1->width() / 2; }
+int LevelTrim::TrackCentre() const { return Command1_->width() / 2; }
 
 void LevelTrim::PlaceKnob() {
-    const float top = KnobTopAtLevel(Track(), range, level);
-    Command1->move(TrackCentre() - Command1->width() / 2, static_cast<int>(RoundHalfEven(top)));
+    const float top = KnobTopAtLevel(Track(), range_, level_);
+    Command1_->move(TrackCentre() - Command1_->width() / 2, static_cast<int>(RoundHalfEven(top)));
 }
 
 void LevelTrim::Arrange() {
-    Text2->setGeometry(0, 0, width(), Text2->sizeHint().height());
+    Text2_->setGeometry(0, 0, width(), Text2_->sizeHint().height());
     PlaceKnob();
 }
 
@@ -149,10 +149,10 @@ void LevelTrim::changeEvent(QEvent* event) {
 QSize LevelTrim::SizeForTravel(int travel) const {
     const QFontMetrics metrics(ScaleFont());
     int labels = 0;
-    for (const float mark : ScaleLevels(range))
+    for (const float mark : ScaleLevels(range_))
         labels = std::max(labels, metrics.horizontalAdvance(LevelText(mark)));
-    return {Command1->width() + tickGap + tickLength + tickGap + labels,
-            Text2->sizeHint().height() + textGap + travel + Command1->height() + bottomGap};
+    return {Command1_->width() + tickGap + tickLength + tickGap + labels,
+            Text2_->sizeHint().height() + textGap + travel + Command1_->height() + bottomGap};
 }
 
 QSize LevelTrim::sizeHint() const { return SizeForTravel(usualTravel); }
@@ -171,23 +171,23 @@ void LevelTrim::paintEvent(QPaintEvent* event) {
     painter.setFont(ScaleFont());
     const FaderTrack track = Track();
     const QPalette& colours = palette();
-    const int knobCentre = Command1->height() / 2; // a whole pixel: the height is odd
+    const int knobCentre = Command1_->height() / 2; // a whole pixel: the height is odd
 
     const QRect groove(TrackCentre() - trackWidth / 2, static_cast<int>(track.Top), trackWidth,
                        static_cast<int>(track.Bottom - track.Top));
     painter.fillRect(groove, colours.color(QPalette::Mid));
     painter.fillRect(groove.adjusted(1, 1, -1, -1), colours.color(QPalette::Dark));
 
-    const int tickLeft = Command1->width() + tickGap;
+    const int tickLeft = Command1_->width() + tickGap;
     // A knob that moves has no more than the groove repainted; the texts would be most of the work.
     if (event->rect().right() < tickLeft)
         return;
     const int labelLeft = tickLeft + tickLength + tickGap;
     painter.setPen(colours.color(QPalette::WindowText));
-    for (const float mark : ScaleLevels(range)) {
-        const int y = static_cast<int>(RoundHalfEven(KnobTopAtLevel(track, range, mark))) + knobCentre;
+    for (const float mark : ScaleLevels(range_)) {
+        const int y = static_cast<int>(RoundHalfEven(KnobTopAtLevel(track, range_, mark))) + knobCentre;
         painter.fillRect(tickLeft, y, tickLength, 1, colours.color(QPalette::WindowText));
-        const QRect label(labelLeft, y - knobCentre, width() - labelLeft, Command1->height());
+        const QRect label(labelLeft, y - knobCentre, width() - labelLeft, Command1_->height());
         painter.drawText(label, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, LevelText(mark));
     }
 }

@@ -26,13 +26,13 @@ class LevelTrim : public QWidget {
 
     /// dB; initially 0. A level set from code is kept as it is, also outside the limits or between whole
     /// decibels; the knob then stands at the nearest end. Must be finite.
-    float Level() const { return level; }
+    float Level() const { return level_; }
     void SetLevel(float value);
     /// dB at the top of the track; initially 6.
-    float MaxLevel() const { return range.Max; }
+    float MaxLevel() const { return range_.Max; }
     void SetMaxLevel(float value);
     /// dB at the bottom of the track; initially -18.
-    float MinLevel() const { return range.Min; }
+    float MinLevel() const { return range_.Min; }
     void SetMinLevel(float value);
 
     /// Moves the fader as a user who enters a level: whole decibels within the limits, and Change() when the
@@ -69,10 +69,10 @@ class LevelTrim : public QWidget {
     QFont ScaleFont() const;
     QSize SizeForTravel(int travel) const;
 
-    float level = 0.0F;
-    LevelRange range;
-    KeyFilteredLineEdit* Text2; ///< made before the knob, so that Tab reaches it first
-    FaderKnob* Command1;
+    float level_ = 0.0F;
+    LevelRange range_;
+    KeyFilteredLineEdit* Text2_; ///< made before the knob, so that Tab reaches it first
+    FaderKnob* Command1_;
 };
 
 } // namespace vek

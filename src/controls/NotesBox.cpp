@@ -11,11 +11,13 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int lineEndBytes = 2;
 
-int BytesOf(QChar character) { return character == QLatin1Char('\n') ? lineEndBytes : 1; }
+int BytesOf(QChar character) { return character == u'\n' ? lineEndBytes : 1; }
 
 int BytesOf(const QString& text) {
     int bytes = 0;
@@ -27,8 +29,8 @@ int BytesOf(const QString& text) {
 /// Paragraph separators are the document's line ends; toPlainText() would also turn no-break spaces into
 /// blanks.
 QString WithLineFeeds(QString raw) {
-    raw.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
-    raw.replace(QChar::LineSeparator, QLatin1Char('\n'));
+    raw.replace(QChar::ParagraphSeparator, u'\n');
+    raw.replace(QChar::LineSeparator, u'\n');
     return raw;
 }
 
@@ -43,9 +45,9 @@ std::string NotesBox::Bytes() const { return LinesToBytes(WithLineFeeds(document
 
 void NotesBox::SetBytes(std::string_view bytes) {
     // Line ends of one byte count two in the box; a stored text is shown whole all the same.
-    loading = true;
+    loading_ = true;
     setPlainText(LinesFromBytes(bytes));
-    loading = false;
+    loading_ = false;
 }
 
 int NotesBox::Remaining() const {
@@ -59,7 +61,7 @@ QString NotesBox::Acceptable(const QString& text, bool replaceUnknown) const {
         const auto byte = ToWindows1252(character);
         if (!byte && !replaceUnknown)
             continue;
-        const QChar next = byte ? QChar(FromWindows1252(*byte)) : QLatin1Char('?');
+        const QChar next = byte ? QChar(FromWindows1252(*byte)) : u'?';
         room -= BytesOf(next);
         if (room < 0)
             break;
@@ -73,7 +75,7 @@ void NotesBox::keyPressEvent(QKeyEvent* event) {
     const bool lineEnd = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool types = lineEnd || (!text.isEmpty() && text.at(0).isPrint() &&
                                    !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)));
-    const QString typed = lineEnd ? QStringLiteral("\n") : text;
+    const QString typed = lineEnd ? u"\n"_s : text;
     if (types && Acceptable(typed, false) != typed) {
         event->accept();
         return;
@@ -90,14 +92,14 @@ void NotesBox::inputMethodEvent(QInputMethodEvent* event) {
 
 void NotesBox::insertFromMimeData(const QMimeData* source) {
     QString text = source->text();
-    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    text.replace("\r\n"_L1, "\n"_L1);
+    text.replace(u'\r', u'\n');
     textCursor().insertText(Acceptable(text, true));
     ensureCursorVisible();
 }
 
 void NotesBox::TextChanged() {
-    if (loading)
+    if (loading_)
         return;
     CutToLength();
     Q_EMIT Edited();

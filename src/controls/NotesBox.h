@@ -39,7 +39,7 @@ class NotesBox : public QPlainTextEdit {
     /// Cuts a text that came in past the other checks, so that nothing shown is missing in the file.
     void CutToLength();
 
-    bool loading = false;
+    bool loading_ = false;
 };
 
 } // namespace vek

@@ -30,134 +30,134 @@ QString Ordered(NumberList list, const QString& text) {
 } // namespace
 
 RemoteNumberPanel::RemoteNumberPanel(QWidget* parent)
-    : QWidget(parent), Text1(new KeyFilteredLineEdit(
+    : QWidget(parent), Text1_(new KeyFilteredLineEdit(
                            [this](QChar key, const QString& rest) { return TakesKey(key, rest); }, this)),
-      Label1(new QLabel(this)), mnuHidden(new QMenu(this)) {
-    Text1->setObjectName("Text1"_L1);
-    Text1->installEventFilter(this);
-    Label1->setObjectName("Label1"_L1);
-    Label1->setAlignment(Qt::AlignCenter);
-    Label1->setTextFormat(Qt::PlainText);
-    Label1->setFocusPolicy(Qt::StrongFocus);
-    Label1->installEventFilter(this);
-    Label1->hide();
+      Label1_(new QLabel(this)), mnuHidden_(new QMenu(this)) {
+    Text1_->setObjectName("Text1"_L1);
+    Text1_->installEventFilter(this);
+    Label1_->setObjectName("Label1"_L1);
+    Label1_->setAlignment(Qt::AlignCenter);
+    Label1_->setTextFormat(Qt::PlainText);
+    Label1_->setFocusPolicy(Qt::StrongFocus);
+    Label1_->installEventFilter(this);
+    Label1_->hide();
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
-    row->addWidget(Text1);
-    row->addWidget(Label1);
+    row->addWidget(Text1_);
+    row->addWidget(Label1_);
     // The same height in both displays: linking an output must not move its row.
-    Label1->setFixedHeight(Text1->sizeHint().height());
-    setFocusProxy(Text1);
+    Label1_->setFixedHeight(Text1_->sizeHint().height());
+    setFocusProxy(Text1_);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 
-    mnuHidden->setObjectName("mnuHidden"_L1);
-    QAction* mnuLink = mnuHidden->addAction(u"&Link Outputs"_s);
+    mnuHidden_->setObjectName("mnuHidden"_L1);
+    QAction* mnuLink = mnuHidden_->addAction(u"&Link Outputs"_s);
     mnuLink->setObjectName("mnuLink"_L1);
     connect(mnuLink, &QAction::triggered, this, &RemoteNumberPanel::LinkClicked);
 
-    connect(Text1, &KeyFilteredLineEdit::textChanged, this, [this] {
-        if (suppress)
+    connect(Text1_, &KeyFilteredLineEdit::textChanged, this, [this] {
+        if (suppress_)
             return;
         NoteEdit();
         Tidy();
     });
-    connect(Text1, &KeyFilteredLineEdit::KeyTyped, this, [this] {
-        if (list != NumberList::InputSequence)
+    connect(Text1_, &KeyFilteredLineEdit::KeyTyped, this, [this] {
+        if (list_ != NumberList::InputSequence)
             Q_EMIT KeyTyped();
     });
-    connect(Text1, &KeyFilteredLineEdit::Left, this, [this] {
-        if (edited && !suppress)
+    connect(Text1_, &KeyFilteredLineEdit::Left, this, [this] {
+        if (edited_ && !suppress_)
             Q_EMIT Change();
     });
     SetMode(Mode());
 }
 
 // Destroyed with the focus in it, the box must not tell that it was left.
-RemoteNumberPanel::~RemoteNumberPanel() { Text1->disconnect(this); }
+RemoteNumberPanel::~RemoteNumberPanel() { Text1_->disconnect(this); }
 
 void RemoteNumberPanel::SetMode(int mode) {
-    list = static_cast<NumberList>(mode);
-    Text1->setMaxLength(LongestList(list));
+    list_ = static_cast<NumberList>(mode);
+    Text1_->setMaxLength(LongestList(list_));
 }
 
-QString RemoteNumberPanel::Contents() const { return linked ? QString() : Text1->text(); }
+QString RemoteNumberPanel::Contents() const { return linked_ ? QString() : Text1_->text(); }
 
 void RemoteNumberPanel::SetContents(const QString& value) {
-    suppress = true;
-    linked = value.startsWith(u'L');
-    stored = value.trimmed();
-    if (linked)
-        Label1->setText(stored);
-    else if (stored != Text1->text())
-        Text1->setText(stored);
-    Text1->setReadOnly(linked);
-    ShowOnly(linked ? static_cast<QWidget*>(Label1) : Text1);
-    edited = false;
-    suppress = false;
+    suppress_ = true;
+    linked_ = value.startsWith(u'L');
+    stored_ = value.trimmed();
+    if (linked_)
+        Label1_->setText(stored_);
+    else if (stored_ != Text1_->text())
+        Text1_->setText(stored_);
+    Text1_->setReadOnly(linked_);
+    ShowOnly(linked_ ? static_cast<QWidget*>(Label1_) : Text1_);
+    edited_ = false;
+    suppress_ = false;
 }
 
 void RemoteNumberPanel::ShowOnly(QWidget* display) {
     // First the one, then the other: a focus goes over to what takes its place.
-    const bool hadFocus = Text1->hasFocus() || Label1->hasFocus();
+    const bool hadFocus = Text1_->hasFocus() || Label1_->hasFocus();
     display->show();
     setFocusProxy(display);
     if (hadFocus)
         display->setFocus();
-    Text1->setVisible(display == Text1);
-    Label1->setVisible(display == Label1);
+    Text1_->setVisible(display == Text1_);
+    Label1_->setVisible(display == Label1_);
 }
 
 void RemoteNumberPanel::SetAccessibleTitle(const QString& title) {
     setAccessibleName(title);
-    Text1->setAccessibleName(title);
-    Label1->setAccessibleDescription(title);
+    Text1_->setAccessibleName(title);
+    Label1_->setAccessibleDescription(title);
 }
 
 bool RemoteNumberPanel::TakesKey(QChar key, const QString& rest) {
-    const KeyVerdict verdict = CheckListKey(list, key.unicode(), View(rest), taken);
+    const KeyVerdict verdict = CheckListKey(list_, key.unicode(), View(rest), taken_);
     if (verdict == KeyVerdict::Taken)
         ShowTaken(key.toUpper());
     return verdict == KeyVerdict::Accept;
 }
 
 void RemoteNumberPanel::ShowTaken(QChar panel) {
-    const auto& output = taken[PanelCharToIndex(panel.toLatin1())];
-    QToolTip::showText(Text1->mapToGlobal(QPoint(0, Text1->height())),
-                       u"Panel %1 is used by output %2"_s.arg(panel).arg(*output), Text1);
+    const auto& output = taken_[PanelCharToIndex(panel.toLatin1())];
+    QToolTip::showText(Text1_->mapToGlobal(QPoint(0, Text1_->height())),
+                       u"Panel %1 is used by output %2"_s.arg(panel).arg(*output), Text1_);
 }
 
 void RemoteNumberPanel::NoteEdit() {
-    if (Text1->text() == stored)
+    if (Text1_->text() == stored_)
         return;
-    stored = Text1->text();
-    edited = true;
+    stored_ = Text1_->text();
+    edited_ = true;
     Q_EMIT Change();
 }
 
 void RemoteNumberPanel::Tidy() {
-    const QString text = Text1->text();
-    const QString ordered = Ordered(list, text);
-    if (linked || ordered == text)
+    const QString text = Text1_->text();
+    const QString ordered = Ordered(list_, text);
+    if (linked_ || ordered == text)
         return;
-    const int cursor = Text1->cursorPosition();
-    suppress = true;
+    const int cursor = Text1_->cursorPosition();
+    suppress_ = true;
     // Replaced as the user would do it, so that undo still reaches what was there before.
-    Text1->selectAll();
-    Text1->insert(ordered);
+    Text1_->selectAll();
+    Text1_->insert(ordered);
     if (cursor > 0) // behind the same character as before
-        Text1->setCursorPosition(static_cast<int>(ordered.indexOf(text[cursor - 1].toUpper())) + 1);
-    suppress = false;
+        Text1_->setCursorPosition(static_cast<int>(ordered.indexOf(text[cursor - 1].toUpper())) + 1);
+    suppress_ = false;
 }
 
 void RemoteNumberPanel::Undo(bool redo) {
-    suppress = true;
+    suppress_ = true;
     // Passes over the moments between an edit and its putting in order.
     do
-        redo ? Text1->redo() : Text1->undo();
-    while ((redo ? Text1->isRedoAvailable() : Text1->isUndoAvailable()) &&
-           Ordered(list, Text1->text()) != Text1->text());
-    suppress = false;
+        redo ? Text1_->redo() : Text1_->undo();
+    while ((redo ? Text1_->isRedoAvailable() : Text1_->isUndoAvailable()) &&
+           Ordered(list_, Text1_->text()) != Text1_->text());
+    suppress_ = false;
     NoteEdit();
 }
 
@@ -165,11 +165,11 @@ bool RemoteNumberPanel::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress) {
         const auto* press = static_cast<QMouseEvent*>(event);
         if (press->button() == Qt::RightButton) {
-            mnuHidden->popup(press->globalPosition().toPoint());
+            mnuHidden_->popup(press->globalPosition().toPoint());
             return true;
         }
     }
-    if (watched == Label1) {
+    if (watched == Label1_) {
         if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
             update(); // the frame around the label shows the focus
         return QWidget::eventFilter(watched, event);
@@ -192,19 +192,19 @@ bool RemoteNumberPanel::eventFilter(QObject* watched, QEvent* event) {
 void RemoteNumberPanel::contextMenuEvent(QContextMenuEvent* event) {
     // The mouse has been served by its press already.
     if (event->reason() != QContextMenuEvent::Mouse)
-        mnuHidden->popup(event->globalPos());
+        mnuHidden_->popup(event->globalPos());
     event->accept();
 }
 
 void RemoteNumberPanel::paintEvent(QPaintEvent*) {
-    if (!linked)
+    if (!linked_)
         return;
     QPainter painter(this);
     QStyleOptionFrame option;
     option.initFrom(this);
     option.lineWidth = style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, this);
     option.state |= QStyle::State_Sunken | QStyle::State_ReadOnly;
-    option.state.setFlag(QStyle::State_HasFocus, Label1->hasFocus());
+    option.state.setFlag(QStyle::State_HasFocus, Label1_->hasFocus());
     style()->drawPrimitive(QStyle::PE_FrameLineEdit, &option, &painter, this);
 }
 

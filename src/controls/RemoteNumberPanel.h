@@ -24,7 +24,7 @@ class RemoteNumberPanel : public QWidget {
     ~RemoteNumberPanel() override;
 
     /// 0 volume panels, 1 input sequence, 2 selector panels: the values of NumberList.
-    int Mode() const { return static_cast<int>(list); }
+    int Mode() const { return static_cast<int>(list_); }
     void SetMode(int mode);
 
     /// The list, one character per entry; empty while linked. A value that begins with "L" ("Linked - 3")
@@ -34,7 +34,7 @@ class RemoteNumberPanel : public QWidget {
     void SetContents(const QString& value);
 
     /// Panels that this box refuses because another output uses them; ignored for input sequences.
-    void SetTakenMarks(const TakenMarks& marks) { taken = marks; }
+    void SetTakenMarks(const TakenMarks& marks) { taken_ = marks; }
 
     /// Names the box for assistive technology ("Output 3 volume panels").
     void SetAccessibleTitle(const QString& title);
@@ -61,15 +61,15 @@ class RemoteNumberPanel : public QWidget {
     void Tidy();
     void Undo(bool redo);
 
-    NumberList list = NumberList::VolumePanels;
-    TakenMarks taken;
-    QString stored;        ///< the text at the last change
-    bool suppress = false; ///< the text is being set from code
-    bool edited = false;   ///< the user changed the text since it was last set from code
-    bool linked = false;
-    KeyFilteredLineEdit* Text1;
-    QLabel* Label1;
-    QMenu* mnuHidden;
+    NumberList list_ = NumberList::VolumePanels;
+    TakenMarks taken_;
+    QString stored_;        ///< the text at the last change
+    bool suppress_ = false; ///< the text is being set from code
+    bool edited_ = false;   ///< the user changed the text since it was last set from code
+    bool linked_ = false;
+    KeyFilteredLineEdit* Text1_;
+    QLabel* Label1_;
+    QMenu* mnuHidden_;
 };
 
 } // namespace vek

@@ -6,6 +6,8 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 QString FromBytes(std::string_view bytes) {
     QString text;
     text.reserve(static_cast<qsizetype>(bytes.size()));
@@ -23,21 +25,21 @@ std::string ToBytes(const QString& text) {
 
 QString LinesFromBytes(std::string_view bytes) {
     QString text = FromBytes(bytes);
-    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    text.replace("\r\n"_L1, "\n"_L1);
+    text.replace(u'\r', u'\n');
     return text;
 }
 
 std::string LinesToBytes(const QString& text) {
     QString lines = text;
-    lines.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    lines.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    lines.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
+    lines.replace("\r\n"_L1, "\n"_L1);
+    lines.replace(u'\r', u'\n');
+    lines.replace(u'\n', "\r\n"_L1);
     return ToBytes(lines);
 }
 
 QString ElementName(std::string_view name, std::size_t index) {
-    return FromConstant(name) + QLatin1Char('_') + QString::number(index);
+    return FromConstant(name) + u'_' + QString::number(index);
 }
 
 } // namespace vek

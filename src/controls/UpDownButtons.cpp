@@ -26,17 +26,17 @@ class HoldButton final : public QToolButton {
 } // namespace
 
 UpDownButtons::UpDownButtons(QWidget* parent)
-    : QWidget(parent), up(MakeButton(u"Up"_s, Qt::UpArrow, upHeld, +1)),
-      down(MakeButton(u"Down"_s, Qt::DownArrow, downHeld, -1)) {
+    : QWidget(parent), up_(MakeButton(u"Up"_s, Qt::UpArrow, upHeld_, +1)),
+      down_(MakeButton(u"Down"_s, Qt::DownArrow, downHeld_, -1)) {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(up);
-    column->addWidget(down);
+    column->addWidget(up_);
+    column->addWidget(down_);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
 
-    timer.setObjectName("Timer1"_L1);
-    connect(&timer, &QTimer::timeout, this, &UpDownButtons::Timer1_Tick);
+    timer_.setObjectName("Timer1"_L1);
+    connect(&timer_, &QTimer::timeout, this, &UpDownButtons::Timer1_Tick);
 }
 
 QAbstractButton* UpDownButtons::MakeButton(const QString& name, Qt::ArrowType arrow, bool& held,
@@ -53,8 +53,8 @@ QAbstractButton* UpDownButtons::MakeButton(const QString& name, Qt::ArrowType ar
 }
 
 void UpDownButtons::SetAccessibleTitle(const QString& what) {
-    up->setAccessibleName(what + u" up"_s);
-    down->setAccessibleName(what + u" down"_s);
+    up_->setAccessibleName(what + u" up"_s);
+    down_->setAccessibleName(what + u" down"_s);
 }
 
 void UpDownButtons::Press(bool& held, int direction) {
@@ -65,34 +65,34 @@ void UpDownButtons::Press(bool& held, int direction) {
         return;
     Q_EMIT Step(direction);
     if (held)
-        timer.start(firstRepeat);
+        timer_.start(firstRepeat);
 }
 
 void UpDownButtons::Release(bool& held) {
     if (!held)
         return;
     held = false;
-    timer.stop();
+    timer_.stop();
     Q_EMIT Released();
 }
 
 void UpDownButtons::Timer1_Tick() {
-    if (!downHeld && !upHeld)
+    if (!downHeld_ && !upHeld_)
         return;
-    timer.setInterval(nextRepeat);
-    if (downHeld)
+    timer_.setInterval(nextRepeat);
+    if (downHeld_)
         Q_EMIT Step(-1);
-    if (upHeld)
+    if (upHeld_)
         Q_EMIT Step(+1);
 }
 
 void UpDownButtons::Interrupt() {
-    if (!upHeld && !downHeld)
+    if (!upHeld_ && !downHeld_)
         return;
-    upHeld = downHeld = false;
-    timer.stop();
-    up->setDown(false);
-    down->setDown(false);
+    upHeld_ = downHeld_ = false;
+    timer_.stop();
+    up_->setDown(false);
+    down_->setDown(false);
     // Not from within the hiding or deactivating: who hears it may open a message box.
     QMetaObject::invokeMethod(this, &UpDownButtons::Released, Qt::QueuedConnection);
 }

@@ -41,11 +41,11 @@ class UpDownButtons : public QWidget {
     void Release(bool& held);
     void Interrupt();
 
-    QAbstractButton* up;
-    QAbstractButton* down;
-    QTimer timer{this};
-    bool upHeld = false;
-    bool downHeld = false;
+    QAbstractButton* up_;
+    QAbstractButton* down_;
+    QTimer timer_{this};
+    bool upHeld_ = false;
+    bool downHeld_ = false;
 };
 
 } // namespace vek

@@ -27,75 +27,75 @@ QString LevelText(float level) { return QString::fromStdString(FormatLevelText(l
 } // namespace
 
 dBText::dBText(QWidget* parent)
-    : QWidget(parent), Text1(new KeyFilteredLineEdit(TakesKey, this)), buttons(new UpDownButtons(this)) {
-    Text1->setObjectName("Text1"_L1);
-    Text1->setText(LevelText(level));
+    : QWidget(parent), Text1_(new KeyFilteredLineEdit(TakesKey, this)), buttons_(new UpDownButtons(this)) {
+    Text1_->setObjectName("Text1"_L1);
+    Text1_->setText(LevelText(level_));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
-    row->addWidget(Text1);
-    row->addWidget(buttons);
-    setFocusProxy(Text1);
+    row->addWidget(Text1_);
+    row->addWidget(buttons_);
+    setFocusProxy(Text1_);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 
-    connect(Text1, &KeyFilteredLineEdit::EnterPressed, this, &dBText::Enter);
-    connect(Text1, &KeyFilteredLineEdit::Left, this, &dBText::Leave);
+    connect(Text1_, &KeyFilteredLineEdit::EnterPressed, this, &dBText::Enter);
+    connect(Text1_, &KeyFilteredLineEdit::Left, this, &dBText::Leave);
     // A press takes the focus to the box itself. So a box that the user leaves with it is finished first, and
     // this one is not left: what was typed here counts, and the only Change is that of the release.
-    connect(buttons, &UpDownButtons::Pressed, this, [this] {
-        Text1->setFocus();
+    connect(buttons_, &UpDownButtons::Pressed, this, [this] {
+        Text1_->setFocus();
         TakeText();
     });
-    connect(buttons, &UpDownButtons::Step, this, &dBText::Step);
-    connect(buttons, &UpDownButtons::Released, this, &dBText::Change);
+    connect(buttons_, &UpDownButtons::Step, this, &dBText::Step);
+    connect(buttons_, &UpDownButtons::Released, this, &dBText::Change);
 }
 
 // Destroyed with the focus in it, the box must not tell that it was left.
-dBText::~dBText() { Text1->disconnect(this); }
+dBText::~dBText() { Text1_->disconnect(this); }
 
-float dBText::Snapped(float value) const { return LimitLevel(SnapHalfDecibels(value), maxLevel, minLevel); }
+float dBText::Snapped(float value) const { return LimitLevel(SnapHalfDecibels(value), maxLevel_, minLevel_); }
 
 void dBText::SetLevel(float value) {
-    level = Snapped(value);
-    if (const QString text = LevelText(level); text != Text1->text())
-        Text1->setText(text);
+    level_ = Snapped(value);
+    if (const QString text = LevelText(level_); text != Text1_->text())
+        Text1_->setText(text);
 }
 
 void dBText::SetMaxLevel(float value) {
-    maxLevel = value;
-    SetLevel(level);
+    maxLevel_ = value;
+    SetLevel(level_);
 }
 
 void dBText::SetMinLevel(float value) {
-    minLevel = value;
-    SetLevel(level);
+    minLevel_ = value;
+    SetLevel(level_);
 }
 
 void dBText::SetAccessibleTitle(const QString& title) {
     setAccessibleName(title);
-    Text1->setAccessibleName(title);
-    buttons->SetAccessibleTitle(title);
+    Text1_->setAccessibleName(title);
+    buttons_->SetAccessibleTitle(title);
 }
 
-void dBText::TakeText() { SetLevel(static_cast<float>(LenientNumber(Text1->text().toStdString()))); }
+void dBText::TakeText() { SetLevel(static_cast<float>(LenientNumber(Text1_->text().toStdString()))); }
 
 void dBText::Step(int direction) {
-    SetLevel(level + static_cast<float>(direction) * stepLevel);
-    Text1->selectAll();
+    SetLevel(level_ + static_cast<float>(direction) * stepLevel);
+    Text1_->selectAll();
 }
 
 void dBText::Enter() {
     TakeText();
     Q_EMIT Change();
-    Text1->selectAll();
+    Text1_->selectAll();
 }
 
 void dBText::Leave() {
     // The comparison is with the whole decibels of the former level: a level between them counts as changed
     // each time the box is left.
-    const double former = RoundHalfEven(level);
+    const double former = RoundHalfEven(level_);
     TakeText();
-    if (level != former)
+    if (level_ != former)
         Q_EMIT Change();
 }
 
@@ -107,7 +107,7 @@ void dBText::keyPressEvent(QKeyEvent* event) {
     TakeText();
     Step(event->key() == Qt::Key_Up ? +1 : -1);
     Q_EMIT Change();
-    Text1->selectAll();
+    Text1_->selectAll();
 }
 
 } // namespace vek

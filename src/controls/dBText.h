@@ -21,12 +21,12 @@ class dBText : public QWidget {
     ~dBText() override;
 
     /// dB; a level that is set is snapped to half decibels and limited. Initially 0.
-    float Level() const { return level; }
+    float Level() const { return level_; }
     void SetLevel(float value);
     /// dB; setting a limit pulls the level inside. Initially 22 and -96.
-    float MaxLevel() const { return maxLevel; }
+    float MaxLevel() const { return maxLevel_; }
     void SetMaxLevel(float value);
-    float MinLevel() const { return minLevel; }
+    float MinLevel() const { return minLevel_; }
     void SetMinLevel(float value);
 
     /// The level that SetLevel would give within the present limits.
@@ -49,11 +49,11 @@ class dBText : public QWidget {
     void Enter();
     void Leave();
 
-    float level = 0.0F;
-    float maxLevel = 22.0F;
-    float minLevel = -96.0F;
-    KeyFilteredLineEdit* Text1;
-    UpDownButtons* buttons;
+    float level_ = 0.0F;
+    float maxLevel_ = 22.0F;
+    float minLevel_ = -96.0F;
+    KeyFilteredLineEdit* Text1_;
+    UpDownButtons* buttons_;
 };
 
 } // namespace vek

@@ -79,16 +79,16 @@ bool Contains(const PixelRect& outer, const PixelRect& inner) {
            inner.Top + inner.Height <= outer.Top + outer.Height;
 }
 
-PixelRect GroupingLayout::Frame(std::size_t frame) const { return Scaled(FrameTwips(frame), scale); }
+PixelRect GroupingLayout::Frame(std::size_t frame) const { return Scaled(FrameTwips(frame), scale_); }
 
-PixelRect GroupingLayout::Caption(std::size_t frame) const { return Scaled(CaptionTwips(frame), scale); }
+PixelRect GroupingLayout::Caption(std::size_t frame) const { return Scaled(CaptionTwips(frame), scale_); }
 
 std::array<PixelRect, outputCount> GroupingLayout::Labels(const LinkGroups& groups) const {
     std::array<PixelRect, outputCount> labels;
     std::array<Row, groupFrameCount> origins = rows;
     for (std::size_t output = 0; output < outputCount; ++output) {
         Row& origin = origins[CheckedIndex(groups[output], groupFrameCount)];
-        labels[output] = Scaled({origin.Left, origin.Top, labelWidth, labelHeight}, scale);
+        labels[output] = Scaled({origin.Left, origin.Top, labelWidth, labelHeight}, scale_);
         origin.Left += origin.StepRight;
         origin.Top += origin.StepDown;
     }

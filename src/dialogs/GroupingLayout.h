@@ -34,7 +34,7 @@ bool Contains(const PixelRect& outer, const PixelRect& inner);
 class GroupingLayout {
   public:
     /// `scale` is 1 at the design's own size of 15 twips to a pixel.
-    explicit GroupingLayout(double scale) : scale(scale) {}
+    explicit GroupingLayout(double scale) : scale_(scale) {}
 
     PixelRect Frame(std::size_t frame) const;
     /// Where the caption of a frame stands.
@@ -48,7 +48,7 @@ class GroupingLayout {
     PixelRect Bounds() const;
 
   private:
-    double scale;
+    double scale_;
 };
 
 } // namespace vek

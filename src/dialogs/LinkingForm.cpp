@@ -31,10 +31,10 @@ QLabel* MakeText(const QString& name, const QString& text, QWidget* parent) {
 } // namespace
 
 LinkingForm::LinkingForm(const LinkGroups& groups, QWidget* parent)
-    : QDialog(parent), groups(groups), layout(fontMetrics().height() / designFontHeight) {
+    : QDialog(parent), groups_(groups), layout_(fontMetrics().height() / designFontHeight) {
     setWindowTitle(u"Output Grouping"_s);
     auto* drawing = new QWidget(this);
-    const PixelRect bounds = layout.Bounds();
+    const PixelRect bounds = layout_.Bounds();
     drawing->setFixedSize(bounds.Width, bounds.Height);
     MakeFrames(drawing);
     MakeLabels(drawing);
@@ -58,53 +58,53 @@ LinkingForm::LinkingForm(const LinkGroups& groups, QWidget* parent)
 
 void LinkingForm::MakeFrames(QWidget* drawing) {
     for (std::size_t frame = 0; frame < groupFrameCount; ++frame) {
-        Shape2[frame] = new QFrame(drawing);
-        Shape2[frame]->setObjectName(u"Shape2_%1"_s.arg(frame));
-        Shape2[frame]->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-        Shape2[frame]->setBackgroundRole(QPalette::Base);
-        Shape2[frame]->setAutoFillBackground(true);
-        Shape2[frame]->setGeometry(ToQRect(layout.Frame(frame)));
+        Shape2_[frame] = new QFrame(drawing);
+        Shape2_[frame]->setObjectName(u"Shape2_%1"_s.arg(frame));
+        Shape2_[frame]->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+        Shape2_[frame]->setBackgroundRole(QPalette::Base);
+        Shape2_[frame]->setAutoFillBackground(true);
+        Shape2_[frame]->setGeometry(ToQRect(layout_.Frame(frame)));
 
         QLabel* caption = frame == 0
                               ? MakeText(u"Label2"_s, u"Individual"_s, drawing)
                               : MakeText(u"Label3_%1"_s.arg(frame - 1), u"Group %1"_s.arg(frame), drawing);
         caption->setWordWrap(false);
         caption->setAlignment(frame == 0 ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter);
-        caption->setGeometry(ToQRect(layout.Caption(frame)));
+        caption->setGeometry(ToQRect(layout_.Caption(frame)));
     }
 }
 
 void LinkingForm::MakeLabels(QWidget* drawing) {
     for (std::size_t output = 0; output < outputCount; ++output) {
         auto* label = new OutputLabel(static_cast<int>(output) + 1, drawing);
-        Label1[output] = label;
+        Label1_[output] = label;
         connect(label, &OutputLabel::Moved, this, [this, output] { ShowTarget(TargetOf(output)); });
         connect(label, &OutputLabel::Dropped, this, [this, output] { Drop(output); });
         connect(label, &OutputLabel::GroupTyped, this,
                 [this, output](int group) { MoveTo(output, static_cast<std::size_t>(group)); });
         connect(label, &OutputLabel::FocusWanted, this, [this, output](int direction) {
             const std::size_t step = direction > 0 ? 1 : outputCount - 1;
-            Label1[(output + step) % outputCount]->setFocus(Qt::TabFocusReason);
+            Label1_[(output + step) % outputCount]->setFocus(Qt::TabFocusReason);
         });
     }
 }
 
 void LinkingForm::LayOutLabels() {
-    const auto rects = layout.Labels(groups);
+    const auto rects = layout_.Labels(groups_);
     for (std::size_t output = 0; output < outputCount; ++output) {
-        Label1[output]->setGeometry(ToQRect(rects[output]));
-        const QString where = groups[output] == 0 ? u"individual"_s : u"group %1"_s.arg(groups[output]);
-        Label1[output]->setAccessibleName(u"Output %1, %2"_s.arg(output + 1).arg(where));
+        Label1_[output]->setGeometry(ToQRect(rects[output]));
+        const QString where = groups_[output] == 0 ? u"individual"_s : u"group %1"_s.arg(groups_[output]);
+        Label1_[output]->setAccessibleName(u"Output %1, %2"_s.arg(output + 1).arg(where));
     }
 }
 
 std::optional<std::size_t> LinkingForm::TargetOf(std::size_t output) const {
-    return layout.FrameAround(ToPixelRect(Label1[output]->geometry()));
+    return layout_.FrameAround(ToPixelRect(Label1_[output]->geometry()));
 }
 
 void LinkingForm::ShowTarget(std::optional<std::size_t> target) {
     for (std::size_t frame = 0; frame < groupFrameCount; ++frame)
-        Shape2[frame]->setBackgroundRole(frame == target ? QPalette::Midlight : QPalette::Base);
+        Shape2_[frame]->setBackgroundRole(frame == target ? QPalette::Midlight : QPalette::Base);
 }
 
 void LinkingForm::Drop(std::size_t output) {
@@ -112,11 +112,11 @@ void LinkingForm::Drop(std::size_t output) {
     if (const auto frame = TargetOf(output))
         MoveTo(output, *frame);
     else
-        Label1[output]->PutBack();
+        Label1_[output]->PutBack();
 }
 
 void LinkingForm::MoveTo(std::size_t output, std::size_t group) {
-    groups[output] = static_cast<std::int16_t>(group);
+    groups_[output] = static_cast<std::int16_t>(group);
     LayOutLabels();
 }
 

@@ -22,7 +22,7 @@ class LinkingForm : public QDialog {
     /// The groups are 0 (not linked) … 4 for the outputs 0 … 7; throws SubscriptError for any other group.
     explicit LinkingForm(const LinkGroups& groups, QWidget* parent = nullptr);
 
-    const LinkGroups& Groups() const { return groups; }
+    const LinkGroups& Groups() const { return groups_; }
 
   private:
     void MakeFrames(QWidget* drawing);
@@ -33,10 +33,10 @@ class LinkingForm : public QDialog {
     void Drop(std::size_t output);
     void MoveTo(std::size_t output, std::size_t group);
 
-    LinkGroups groups;
-    GroupingLayout layout;
-    std::array<QFrame*, groupFrameCount> Shape2 = {};
-    std::array<OutputLabel*, outputCount> Label1 = {};
+    LinkGroups groups_;
+    GroupingLayout layout_;
+    std::array<QFrame*, groupFrameCount> Shape2_ = {};
+    std::array<OutputLabel*, outputCount> Label1_ = {};
 };
 
 } // namespace vek

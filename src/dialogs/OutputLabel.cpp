@@ -19,34 +19,34 @@ OutputLabel::OutputLabel(int number, QWidget* parent) : QLabel(QString::number(n
     setToolTip(u"Drag the number to a frame, or press 0 to 4"_s);
 }
 
-void OutputLabel::PutBack() { move(home); }
+void OutputLabel::PutBack() { move(home_); }
 
 void OutputLabel::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
-    dragging = true;
-    grab = event->position().toPoint();
-    home = pos();
+    dragging_ = true;
+    grab_ = event->position().toPoint();
+    home_ = pos();
     raise();
     setCursor(Qt::ClosedHandCursor);
 }
 
 void OutputLabel::mouseMoveEvent(QMouseEvent* event) {
-    if (!dragging)
+    if (!dragging_)
         return;
-    const QPoint wanted = pos() + event->position().toPoint() - grab;
+    const QPoint wanted = pos() + event->position().toPoint() - grab_;
     const QSize room = parentWidget()->size() - size();
     move(std::clamp(wanted.x(), 0, room.width()), std::clamp(wanted.y(), 0, room.height()));
     Q_EMIT Moved();
 }
 
 void OutputLabel::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && dragging)
+    if (event->button() == Qt::LeftButton && dragging_)
         EndDrag();
 }
 
 void OutputLabel::EndDrag() {
-    dragging = false;
+    dragging_ = false;
     setCursor(Qt::OpenHandCursor);
     update();
     Q_EMIT Dropped();
@@ -54,7 +54,7 @@ void OutputLabel::EndDrag() {
 
 void OutputLabel::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
-    if (dragging) { // the pointer has it; only Escape takes it away
+    if (dragging_) { // the pointer has it; only Escape takes it away
         if (key != Qt::Key_Escape)
             return;
         PutBack();
@@ -82,7 +82,7 @@ void OutputLabel::focusOutEvent(QFocusEvent* event) {
 void OutputLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const bool marked = hasFocus() || dragging;
+    const bool marked = hasFocus() || dragging_;
     painter.setBrush(palette().color(marked ? QPalette::Highlight : QPalette::Button));
     painter.setPen(palette().color(marked ? QPalette::Highlight : QPalette::Mid));
     constexpr double radius = 3.0;

@@ -37,9 +37,9 @@ class OutputLabel : public QLabel {
   private:
     void EndDrag();
 
-    bool dragging = false;
-    QPoint grab; ///< the pointer within the label when it was grabbed
-    QPoint home; ///< where the label stood then
+    bool dragging_ = false;
+    QPoint grab_; ///< the pointer within the label when it was grabbed
+    QPoint home_; ///< where the label stood then
 };
 
 } // namespace vek

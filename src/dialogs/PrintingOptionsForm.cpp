@@ -34,16 +34,16 @@ constexpr std::array<Section, 6> sections = {{
 
 PrintingOptionsForm::PrintingOptionsForm(const PrintingOptions& options, bool optionsForPrinting,
                                          QWidget* parent)
-    : QDialog(parent), options(options) {
+    : QDialog(parent), options_(options) {
     setWindowTitle(optionsForPrinting ? u"Printing Options"_s : u"Export Options"_s);
     auto* frame = new QGroupBox(u"Sections"_s, this);
     frame->setObjectName("Frame1"_L1);
     auto* list = new QVBoxLayout(frame);
     for (std::size_t i = 0; i < sections.size(); ++i) {
-        checks[i] = new QCheckBox(QString::fromLatin1(sections[i].Caption), frame);
-        checks[i]->setObjectName(QLatin1StringView(sections[i].Name));
-        checks[i]->setChecked(options.*sections[i].Flag);
-        list->addWidget(checks[i]);
+        checks_[i] = new QCheckBox(QString::fromLatin1(sections[i].Caption), frame);
+        checks_[i]->setObjectName(QLatin1StringView(sections[i].Name));
+        checks_[i]->setChecked(options.*sections[i].Flag);
+        list->addWidget(checks_[i]);
     }
 
     const DialogButtons buttons = MakeDialogButtons(this, optionsForPrinting ? u"&Print"_s : u"&Export"_s);
@@ -52,13 +52,13 @@ PrintingOptionsForm::PrintingOptionsForm(const PrintingOptions& options, bool op
     column->setSizeConstraint(QLayout::SetFixedSize);
     column->addWidget(frame);
     column->addWidget(buttons.Box);
-    checks.front()->setFocus();
+    checks_.front()->setFocus();
 }
 
 void PrintingOptionsForm::TakeChoices() {
-    cancelled = false;
+    cancelled_ = false;
     for (std::size_t i = 0; i < sections.size(); ++i)
-        options.*sections[i].Flag = checks[i]->checkState() == Qt::Checked;
+        options_.*sections[i].Flag = checks_[i]->checkState() == Qt::Checked;
     accept();
 }
 

@@ -21,16 +21,16 @@ class PrintingOptionsForm : public QDialog {
     PrintingOptionsForm(const PrintingOptions& options, bool optionsForPrinting, QWidget* parent = nullptr);
 
     /// The options given, or those chosen once Done was pressed.
-    const PrintingOptions& Options() const { return options; }
+    const PrintingOptions& Options() const { return options_; }
     /// True until Done was pressed.
-    bool OptionsCancelled() const { return cancelled; }
+    bool OptionsCancelled() const { return cancelled_; }
 
   private:
     void TakeChoices();
 
-    PrintingOptions options;
-    bool cancelled = true;
-    std::array<QCheckBox*, 6> checks = {};
+    PrintingOptions options_;
+    bool cancelled_ = true;
+    std::array<QCheckBox*, 6> checks_ = {};
 };
 
 } // namespace vek

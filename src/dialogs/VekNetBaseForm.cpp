@@ -30,49 +30,49 @@ bool IsDigit(QChar key, const QString&) { return key >= u'0' && key <= u'9'; }
 } // namespace
 
 VekNetBaseForm::VekNetBaseForm(std::int16_t base, Dialogs& dialogs, QWidget* parent)
-    : QDialog(parent), dialogs(dialogs), base(base), address(base),
-      Text1(new KeyFilteredLineEdit(IsDigit, this)), buttons(new UpDownButtons(this)),
-      block(new QLabel(this)) {
+    : QDialog(parent), dialogs_(dialogs), base_(base), address_(base),
+      Text1_(new KeyFilteredLineEdit(IsDigit, this)), buttons_(new UpDownButtons(this)),
+      block_(new QLabel(this)) {
     setWindowTitle(u"VekNet Base Address"_s);
     setMinimumWidth(fontMetrics().averageCharWidth() * titleCharacters);
-    Text1->setObjectName("Text1"_L1);
-    Text1->setContextMenuPolicy(Qt::PreventContextMenu);
-    Text1->setAccessibleName(u"Base address"_s);
-    buttons->SetAccessibleTitle(u"Base address"_s);
+    Text1_->setObjectName("Text1"_L1);
+    Text1_->setContextMenuPolicy(Qt::PreventContextMenu);
+    Text1_->setAccessibleName(u"Base address"_s);
+    buttons_->SetAccessibleTitle(u"Base address"_s);
     auto* label = new QLabel(u"&Base address (%1 to %2):"_s.arg(lowestAddress).arg(highestAddress), this);
-    label->setBuddy(Text1);
-    block->setObjectName("Block"_L1);
+    label->setBuddy(Text1_);
+    block_->setObjectName("Block"_L1);
 
     const DialogButtons ending = MakeDialogButtons(this, u"&Done"_s);
     auto* grid = new QGridLayout(this);
     grid->setHorizontalSpacing(0);
     grid->addWidget(label, 0, 0, 1, 2);
-    grid->addWidget(Text1, 1, 0);
-    grid->addWidget(buttons, 1, 1);
-    grid->addWidget(block, 2, 0, 1, 2);
+    grid->addWidget(Text1_, 1, 0);
+    grid->addWidget(buttons_, 1, 1);
+    grid->addWidget(block_, 2, 0, 1, 2);
     grid->setRowStretch(3, 1);
     grid->addWidget(ending.Box, 4, 0, 1, 2);
 
-    connect(Text1, &KeyFilteredLineEdit::textChanged, this, &VekNetBaseForm::ShowBlock);
-    connect(Text1, &KeyFilteredLineEdit::Left, this, &VekNetBaseForm::LeaveBox);
-    connect(Text1, &KeyFilteredLineEdit::EnterPressed, this, &VekNetBaseForm::Store);
-    connect(buttons, &UpDownButtons::Pressed, this, &VekNetBaseForm::LeaveBox);
-    connect(buttons, &UpDownButtons::Step, this, [this](int step) { SetAddress(address + step); });
+    connect(Text1_, &KeyFilteredLineEdit::textChanged, this, &VekNetBaseForm::ShowBlock);
+    connect(Text1_, &KeyFilteredLineEdit::Left, this, &VekNetBaseForm::LeaveBox);
+    connect(Text1_, &KeyFilteredLineEdit::EnterPressed, this, &VekNetBaseForm::Store);
+    connect(buttons_, &UpDownButtons::Pressed, this, &VekNetBaseForm::LeaveBox);
+    connect(buttons_, &UpDownButtons::Step, this, [this](int step) { SetAddress(address_ + step); });
     connect(ending.Done, &QPushButton::clicked, this, [this] {
         LeaveBox(); // also where the button was pressed without taking the focus
         Store();
     });
-    Text1->setText(QString::number(base));
-    Text1->setFocus();
+    Text1_->setText(QString::number(base));
+    Text1_->setFocus();
 }
 
 void VekNetBaseForm::SetAddress(int value) {
-    address = std::clamp(value, lowestAddress, highestAddress);
-    Text1->setText(QString::number(address));
+    address_ = std::clamp(value, lowestAddress, highestAddress);
+    Text1_->setText(QString::number(address_));
 }
 
 double VekNetBaseForm::TypedNumber() const {
-    return RoundHalfEven(LenientNumber(Text1->text().toStdString()));
+    return RoundHalfEven(LenientNumber(Text1_->text().toStdString()));
 }
 
 void VekNetBaseForm::LeaveBox() {
@@ -80,10 +80,10 @@ void VekNetBaseForm::LeaveBox() {
 }
 
 void VekNetBaseForm::Store() {
-    Guarded(dialogs, this, [this] {
+    Guarded(dialogs_, this, [this] {
         const std::int16_t typed = ToInteger(TypedNumber());
-        changed = typed != base;
-        base = typed;
+        changed_ = typed != base_;
+        base_ = typed;
         accept();
     });
 }
@@ -93,18 +93,18 @@ void VekNetBaseForm::ShowBlock() {
     const bool outside = first < lowestAddress || first > highestAddress;
     const QString range =
         u"Addresses %1 – %2"_s.arg(first, 0, 'f', 0).arg(first + blockLength - 1, 0, 'f', 0);
-    block->setText(outside ? u"%1 to %2 are valid"_s.arg(lowestAddress).arg(highestAddress) : range);
+    block_->setText(outside ? u"%1 to %2 are valid"_s.arg(lowestAddress).arg(highestAddress) : range);
 }
 
 void VekNetBaseForm::keyPressEvent(QKeyEvent* event) {
     const bool steps = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
-    if (!steps || !Text1->hasFocus()) {
+    if (!steps || !Text1_->hasFocus()) {
         QDialog::keyPressEvent(event);
         return;
     }
     LeaveBox();
-    SetAddress(address + (event->key() == Qt::Key_Up ? +1 : -1));
-    Text1->selectAll();
+    SetAddress(address_ + (event->key() == Qt::Key_Up ? +1 : -1));
+    Text1_->selectAll();
 }
 
 } // namespace vek

@@ -25,12 +25,12 @@ class VekNetBaseForm : public QDialog {
     VekNetBaseForm(std::int16_t base, Dialogs& dialogs, QWidget* parent = nullptr);
 
     /// The address being edited; setting it limits it to 1 … 2047 and shows it.
-    int Address() const { return address; }
+    int Address() const { return address_; }
     void SetAddress(int value);
 
     /// The base address after the dialog: the former one unless Done stored another.
-    std::int16_t Base() const { return base; }
-    bool Changed() const { return changed; }
+    std::int16_t Base() const { return base_; }
+    bool Changed() const { return changed_; }
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -41,13 +41,13 @@ class VekNetBaseForm : public QDialog {
     void Store();
     void ShowBlock();
 
-    Dialogs& dialogs;
-    std::int16_t base;
-    bool changed = false;
-    int address;
-    KeyFilteredLineEdit* Text1;
-    UpDownButtons* buttons;
-    QLabel* block;
+    Dialogs& dialogs_;
+    std::int16_t base_;
+    bool changed_ = false;
+    int address_;
+    KeyFilteredLineEdit* Text1_;
+    UpDownButtons* buttons_;
+    QLabel* block_;
 };
 
 } // namespace vek

@@ -11,7 +11,7 @@
 namespace vek {
 
 AddressMenus::AddressMenus(AddressesPage& page, ModelView& view, Dialogs& dialogs, QObject* parent)
-    : QObject(parent), page(page), view(view), dialogs(dialogs) {
+    : QObject(parent), page_(page), view_(view), dialogs_(dialogs) {
     for (const EnableMenu& menu : EnableMenus())
         MakeMenu(menu);
     connect(&page, &AddressesPage::Clicked, this, &AddressMenus::Toggle);
@@ -19,7 +19,7 @@ AddressMenus::AddressMenus(AddressesPage& page, ModelView& view, Dialogs& dialog
 }
 
 void AddressMenus::MakeMenu(const EnableMenu& menu) {
-    auto* top = new QMenu(FromConstant(menu.Caption), &page);
+    auto* top = new QMenu(FromConstant(menu.Caption), &page_);
     top->setObjectName(FromConstant(menu.Name));
     for (const EnableSubmenu& submenu : menu.Submenus) {
         if (submenu.Name.empty()) {
@@ -30,7 +30,7 @@ void AddressMenus::MakeMenu(const EnableMenu& menu) {
         level->setObjectName(FromConstant(submenu.Name));
         Fill(*level, menu.Group, submenu);
     }
-    menus[static_cast<std::size_t>(menu.Group)] = top;
+    menus_[static_cast<std::size_t>(menu.Group)] = top;
 }
 
 void AddressMenus::Fill(QMenu& level, AddressGroup group, const EnableSubmenu& submenu) {
@@ -45,32 +45,32 @@ void AddressMenus::Fill(QMenu& level, AddressGroup group, const EnableSubmenu& s
 }
 
 std::size_t& AddressMenus::Remembered(AddressGroup group) {
-    return group == AddressGroup::Volume ? rememberedVolume : rememberedRoute;
+    return group == AddressGroup::Volume ? rememberedVolume_ : rememberedRoute_;
 }
 
 void AddressMenus::Toggle(AddressGroup group, std::size_t function) {
-    Guarded(dialogs, page.window(), [&] {
-        Flag& flag = AddressFlag(view.Addresses, group, function, view.Output());
+    Guarded(dialogs_, page_.window(), [&] {
+        Flag& flag = AddressFlag(view_.Addresses, group, function, view_.Output());
         flag = ToFlag(!IsSet(flag));
-        view.StoreView();
-        view.ShowMode();
+        view_.StoreView();
+        view_.ShowMode();
     });
 }
 
 void AddressMenus::Open(AddressGroup group, std::size_t function, const QPoint& globalPosition) {
     if (group != AddressGroup::Mode)
         Remembered(group) = function;
-    menus[static_cast<std::size_t>(group)]->popup(globalPosition);
+    menus_[static_cast<std::size_t>(group)]->popup(globalPosition);
 }
 
 void AddressMenus::Apply(AddressGroup group, const EnableMenuEntry& entry) {
-    Guarded(dialogs, page.window(), [&] {
+    Guarded(dialogs_, page_.window(), [&] {
         const std::size_t remembered = Remembered(group);
-        ApplyMenuEntry(view.Addresses, group, entry, view.Output(), remembered);
-        ApplyMenuEntry(Config.Addresses, group, entry, view.Output(), remembered);
+        ApplyMenuEntry(view_.Addresses, group, entry, view_.Output(), remembered);
+        ApplyMenuEntry(Config.Addresses, group, entry, view_.Output(), remembered);
         ConfigChanged = true;
-        view.StoreView();
-        view.ShowMode();
+        view_.StoreView();
+        view_.ShowMode();
     });
 }
 

@@ -31,13 +31,13 @@ class AddressMenus : public QObject {
     void Fill(QMenu& level, AddressGroup group, const EnableSubmenu& submenu);
     std::size_t& Remembered(AddressGroup group);
 
-    AddressesPage& page;
-    ModelView& view;
-    Dialogs& dialogs;
-    std::array<QMenu*, 4> menus = {}; ///< by AddressGroup
+    AddressesPage& page_;
+    ModelView& view_;
+    Dialogs& dialogs_;
+    std::array<QMenu*, 4> menus_ = {}; ///< by AddressGroup
     // The label that was right-clicked; the two route groups share one.
-    std::size_t rememberedRoute = 0;
-    std::size_t rememberedVolume = 0;
+    std::size_t rememberedRoute_ = 0;
+    std::size_t rememberedVolume_ = 0;
 };
 
 } // namespace vek

@@ -40,7 +40,7 @@ QAction* AddEntry(QMenu* menu, const MenuEntry& entry) {
 } // namespace
 
 ClipboardMenus::ClipboardMenus(Selectors& selectors, ModelView& view, Dialogs& dialogs, QObject* parent)
-    : QObject(parent), selectors(selectors), view(view), dialogs(dialogs) {
+    : QObject(parent), selectors_(selectors), view_(view), dialogs_(dialogs) {
     QMenu* modeMenu = MakeMenu(&selectors, "HiddenModeMenu");
     QMenu* outputMenu = MakeMenu(&selectors, "HiddenOuputMenu");
     connect(AddEntry(modeMenu, {"mnuHiddenModeCopy", "Copy"}), &QAction::triggered, this,
@@ -53,49 +53,49 @@ ClipboardMenus::ClipboardMenus(Selectors& selectors, ModelView& view, Dialogs& d
             &ClipboardMenus::PasteOutput);
     connect(&selectors, &Selectors::ModeMenuRequested, this,
             [this, modeMenu](std::size_t mode, const QPoint& at) {
-                menuMode = mode;
+                menuMode_ = mode;
                 modeMenu->popup(at);
             });
     connect(&selectors, &Selectors::OutputMenuRequested, this,
             [this, outputMenu](std::size_t output, const QPoint& at) {
-                menuOutput = output;
+                menuOutput_ = output;
                 outputMenu->popup(at);
             });
 }
 
-void ClipboardMenus::CopyMode() { PutOnClipboard(CopyModeText(Config.Modes[menuMode])); }
+void ClipboardMenus::CopyMode() { PutOnClipboard(CopyModeText(Config.Modes[menuMode_])); }
 
 void ClipboardMenus::CopyOutput() {
-    Guarded(dialogs, selectors.window(),
-            [this] { PutOnClipboard(CopyPointText(view.Mode().OutputLevels[menuOutput])); });
+    Guarded(dialogs_, selectors_.window(),
+            [this] { PutOnClipboard(CopyPointText(view_.Mode().OutputLevels[menuOutput_])); });
 }
 
 void ClipboardMenus::PasteMode() {
-    Guarded(dialogs, selectors.window(), [this] {
+    Guarded(dialogs_, selectors_.window(), [this] {
         const auto mode = PasteModeText(ClipboardBytes());
         if (!mode)
             return PasteFailed(tr("An error occurred in mode paste"));
-        const bool current = menuMode == static_cast<std::size_t>(view.CurrentMode);
+        const bool current = menuMode_ == static_cast<std::size_t>(view_.CurrentMode);
         // The controls of another mode still hold edits; those of this one would overwrite what was pasted.
         if (!current)
-            view.StoreView();
-        Config.Modes[menuMode] = *mode;
-        view.ShowMode();
+            view_.StoreView();
+        Config.Modes[menuMode_] = *mode;
+        view_.ShowMode();
     });
 }
 
 void ClipboardMenus::PasteOutput() {
-    Guarded(dialogs, selectors.window(), [this] {
+    Guarded(dialogs_, selectors_.window(), [this] {
         const auto levels = PastePointText(ClipboardBytes());
         if (!levels)
             return PasteFailed(tr("An error occurred in output paste"));
-        view.Mode().OutputLevels[menuOutput] = *levels;
-        view.ShowMode();
+        view_.Mode().OutputLevels[menuOutput_] = *levels;
+        view_.ShowMode();
     });
 }
 
 void ClipboardMenus::PasteFailed(const QString& text) {
-    dialogs.Message(selectors.window(), MessageIcon::Exclamation, tr("Paste Failed!"), text);
+    dialogs_.Message(selectors_.window(), MessageIcon::Exclamation, tr("Paste Failed!"), text);
 }
 
 } // namespace vek

@@ -27,12 +27,12 @@ class ClipboardMenus : public QObject {
     void PasteOutput();
     void PasteFailed(const QString& text);
 
-    Selectors& selectors;
-    ModelView& view;
-    Dialogs& dialogs;
+    Selectors& selectors_;
+    ModelView& view_;
+    Dialogs& dialogs_;
     // The mode and the output (0 … 7) whose menu was opened last.
-    std::size_t menuMode = 0;
-    std::size_t menuOutput = 0;
+    std::size_t menuMode_ = 0;
+    std::size_t menuOutput_ = 0;
 };
 
 } // namespace vek

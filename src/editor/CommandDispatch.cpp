@@ -17,12 +17,12 @@ namespace vek {
 CommandDispatch::CommandDispatch(QWidget& window, ModelView& view, FileCommands& files,
                                  ExportCommands& exports, const EditorServices& services,
                                  const DeviceTypeList& types)
-    : window(window), view(view), files(files), exports(exports), services(services), types(types) {}
+    : window_(window), view_(view), files_(files), exports_(exports), services_(services), types_(types) {}
 
 void CommandDispatch::DispatchCommand(std::string_view key) {
-    Guarded(services.Boxes, &window, [this, key] {
-        view.StoreView();
-        view.ShowMode();
+    Guarded(services_.Boxes, &window_, [this, key] {
+        view_.StoreView();
+        view_.ShowMode();
         Run(key);
     });
 }
@@ -33,14 +33,14 @@ void CommandDispatch::Run(std::string_view key) {
         void (*Action)(CommandDispatch&);
     };
     static constexpr Command commands[] = {
-        {"NEW", [](CommandDispatch& d) { d.files.NewCommand(); }},
-        {"OPEN", [](CommandDispatch& d) { d.files.OpenFileCommand(); }},
-        {"SAVE", [](CommandDispatch& d) { d.files.SaveCommand(); }},
-        {"SAVEAS", [](CommandDispatch& d) { d.files.SaveAsCommand(); }},
-        {"PRINT", [](CommandDispatch& d) { d.exports.PrintCommand(); }},
-        {"TEXT", [](CommandDispatch& d) { d.exports.TextCommand(); }},
-        {"CSV", [](CommandDispatch& d) { d.exports.CsvCommand(); }},
-        {"EXPORT", [](CommandDispatch& d) { d.exports.ExportCommand(); }},
+        {"NEW", [](CommandDispatch& d) { d.files_.NewCommand(); }},
+        {"OPEN", [](CommandDispatch& d) { d.files_.OpenFileCommand(); }},
+        {"SAVE", [](CommandDispatch& d) { d.files_.SaveCommand(); }},
+        {"SAVEAS", [](CommandDispatch& d) { d.files_.SaveAsCommand(); }},
+        {"PRINT", [](CommandDispatch& d) { d.exports_.PrintCommand(); }},
+        {"TEXT", [](CommandDispatch& d) { d.exports_.TextCommand(); }},
+        {"CSV", [](CommandDispatch& d) { d.exports_.CsvCommand(); }},
+        {"EXPORT", [](CommandDispatch& d) { d.exports_.ExportCommand(); }},
         {"DEFAULT", [](CommandDispatch& d) { d.ResetModeToDefault(); }},
         {"LINK", [](CommandDispatch& d) { d.GroupOutputs(); }},
         {"BASE", [](CommandDispatch& d) { d.SetBaseAddress(); }},
@@ -54,41 +54,41 @@ void CommandDispatch::Run(std::string_view key) {
 }
 
 void CommandDispatch::ResetModeToDefault() {
-    ModeRecord& mode = view.Mode();
+    ModeRecord& mode = view_.Mode();
     if (!IsBlankMode(mode) &&
-        services.Boxes.AskYesNo(&window, QObject::tr("Reset to default"),
-                                QObject::tr("Do you wish to reset this mode to default settings?")) !=
+        services_.Boxes.AskYesNo(&window_, QObject::tr("Reset to default"),
+                                 QObject::tr("Do you wish to reset this mode to default settings?")) !=
             Answer::Yes)
         return;
     mode = DefaultMode();
-    view.ShowMode();
+    view_.ShowMode();
 }
 
 void CommandDispatch::GroupOutputs() {
-    LinkingForm form(view.LinkGroup, &window);
+    LinkingForm form(view_.LinkGroup, &window_);
     if (form.exec() != QDialog::Accepted)
         return;
-    view.LinkGroup = form.Groups();
-    view.StoreView();
-    view.ShowMode();
+    view_.LinkGroup = form.Groups();
+    view_.StoreView();
+    view_.ShowMode();
 }
 
 void CommandDispatch::SetBaseAddress() {
-    VekNetBaseForm form(Config.VekNetBase, services.Boxes, &window);
+    VekNetBaseForm form(Config.VekNetBase, services_.Boxes, &window_);
     form.exec();
     Config.VekNetBase = form.Base();
     ConfigChanged = ConfigChanged || form.Changed();
-    view.ShowMode();
+    view_.ShowMode();
 }
 
 void CommandDispatch::Download() {
-    const DownloadImage image = BuildImageFromConfig(view);
-    VekComms form(services, types, image, &window);
+    const DownloadImage image = BuildImageFromConfig(view_);
+    VekComms form(services_, types_, image, &window_);
     form.exec();
 }
 
 void CommandDispatch::About() {
-    AboutForm form(QCoreApplication::applicationVersion(), &window);
+    AboutForm form(QCoreApplication::applicationVersion(), &window_);
     form.exec();
 }
 

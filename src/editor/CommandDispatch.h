@@ -32,12 +32,12 @@ class CommandDispatch {
     void Download();
     void About();
 
-    QWidget& window;
-    ModelView& view;
-    FileCommands& files;
-    ExportCommands& exports;
-    const EditorServices& services;
-    const DeviceTypeList& types;
+    QWidget& window_;
+    ModelView& view_;
+    FileCommands& files_;
+    ExportCommands& exports_;
+    const EditorServices& services_;
+    const DeviceTypeList& types_;
 };
 
 } // namespace vek

@@ -31,6 +31,8 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int tickMilliseconds = 500;
@@ -40,145 +42,145 @@ constexpr QSize usualSize(1040, 700);
 } // namespace
 
 CorvaneForm::CorvaneForm(const EditorServices& services, const QString& commandLine, QWidget* parent)
-    : QMainWindow(parent), services(services), commandLine(commandLine), toolBar(new EditorToolBar(this)),
-      SSTab1(new PageTabs(this)), pages(MakeEditorPages(*SSTab1, services.PortNames)),
-      strip(new OnlineStrip(this)), view(pages), files(new FileCommands(*this, view, services.Boxes)),
-      exports(new ExportCommands(*this, view, services.Boxes)),
-      dispatch(*this, view, *files, *exports, services, types), status(new EditorStatusBar(this)) {
-    setObjectName(QStringLiteral("CorvaneForm"));
-    Guarded(services.Boxes, this, [this] { CheckDeviceTypes(this->services.Store, types); });
+    : QMainWindow(parent), services_(services), commandLine_(commandLine), toolBar_(new EditorToolBar(this)),
+      SSTab1_(new PageTabs(this)), pages_(MakeEditorPages(*SSTab1_, services.PortNames)),
+      strip_(new OnlineStrip(this)), view_(pages_), files_(new FileCommands(*this, view_, services.Boxes)),
+      exports_(new ExportCommands(*this, view_, services.Boxes)),
+      dispatch_(*this, view_, *files_, *exports_, services, types_), status_(new EditorStatusBar(this)) {
+    setObjectName(u"CorvaneForm"_s);
+    Guarded(services.Boxes, this, [this] { CheckDeviceTypes(this->services_.Store, types_); });
     LayOut();
     setWindowTitle(ProgramTitle());
-    online = new OnlineControl(*this,
-                               {*SSTab1, *pages.Online, *strip, *pages.Levels->LevelTrim1, *pages.InputTrims,
-                                *pages.OutputTrims, view},
-                               services, types);
-    SSTab1->setCurrentIndex(RemotePanelsTab);
+    online_ = new OnlineControl(*this,
+                                {*SSTab1_, *pages_.Online, *strip_, *pages_.Levels->LevelTrim1,
+                                 *pages_.InputTrims, *pages_.OutputTrims, view_},
+                                services, types_);
+    SSTab1_->setCurrentIndex(RemotePanelsTab);
     NewConfiguration();
-    view.ReadSelectors();
-    view.ShowAll();
+    view_.ReadSelectors();
+    view_.ShowAll();
     MakeCommands();
     ConnectPages();
     ShowOnline();
-    Timer1.start(tickMilliseconds);
-    Timer4.start(tickMilliseconds);
+    Timer1_.start(tickMilliseconds);
+    Timer4_.start(tickMilliseconds);
 }
 
 CorvaneForm::~CorvaneForm() = default;
 
 void CorvaneForm::LayOut() {
-    SSTab1->setObjectName(QStringLiteral("SSTab1"));
-    addToolBar(toolBar);
-    setStatusBar(status);
+    SSTab1_->setObjectName(u"SSTab1"_s);
+    addToolBar(toolBar_);
+    setStatusBar(status_);
     auto* right = new QVBoxLayout;
-    right->addWidget(SSTab1, 1);
-    right->addWidget(strip);
+    right->addWidget(SSTab1_, 1);
+    right->addWidget(strip_);
     auto* centre = new QWidget(this);
     auto* columns = new QHBoxLayout(centre);
-    columns->addWidget(pages.Selectors);
+    columns->addWidget(pages_.Selectors);
     columns->addLayout(right, 1);
     setCentralWidget(centre);
     resize(usualSize);
 }
 
 void CorvaneForm::MakeCommands() {
-    connect(toolBar, &EditorToolBar::Triggered, this, &CorvaneForm::Dispatch);
+    connect(toolBar_, &EditorToolBar::Triggered, this, &CorvaneForm::Dispatch);
     auto* quit = new QAction(this);
     quit->setShortcut(QKeySequence(tr("Ctrl+Q")));
     connect(quit, &QAction::triggered, this, &QWidget::close);
     addAction(quit);
 
-    const auto showFailure = [this](const QString& why) { status->showMessage(why, messageMilliseconds); };
-    connect(files, &FileCommands::Failed, this, showFailure);
-    connect(exports, &ExportCommands::Failed, this, showFailure);
+    const auto showFailure = [this](const QString& why) { status_->showMessage(why, messageMilliseconds); };
+    connect(files_, &FileCommands::Failed, this, showFailure);
+    connect(exports_, &ExportCommands::Failed, this, showFailure);
 
-    Timer1.setObjectName(QStringLiteral("Timer1"));
-    connect(&Timer1, &QTimer::timeout, this, &CorvaneForm::Timer1_Tick);
-    Timer4.setObjectName(QStringLiteral("Timer4"));
-    Timer4.setSingleShot(true);
-    connect(&Timer4, &QTimer::timeout, this, &CorvaneForm::Timer4_Tick);
+    Timer1_.setObjectName(u"Timer1"_s);
+    connect(&Timer1_, &QTimer::timeout, this, &CorvaneForm::Timer1_Tick);
+    Timer4_.setObjectName(u"Timer4"_s);
+    Timer4_.setSingleShot(true);
+    connect(&Timer4_, &QTimer::timeout, this, &CorvaneForm::Timer4_Tick);
 }
 
 void CorvaneForm::ConnectPages() {
-    new AddressMenus(*pages.Addresses, view, services.Boxes, this);
-    new ClipboardMenus(*pages.Selectors, view, services.Boxes, this);
-    new LevelLimits(*pages.Levels, view, services.Boxes, this);
+    new AddressMenus(*pages_.Addresses, view_, services_.Boxes, this);
+    new ClipboardMenus(*pages_.Selectors, view_, services_.Boxes, this);
+    new LevelLimits(*pages_.Levels, view_, services_.Boxes, this);
 
-    connect(pages.Selectors, &Selectors::ModeChosen, this, &CorvaneForm::SelectionChanged);
-    connect(pages.Selectors, &Selectors::OutputChosen, this, [this] {
+    connect(pages_.Selectors, &Selectors::ModeChosen, this, &CorvaneForm::SelectionChanged);
+    connect(pages_.Selectors, &Selectors::OutputChosen, this, [this] {
         SelectionChanged();
-        online->LevelsChanged();
+        online_->LevelsChanged();
     });
-    connect(pages.RemotePanels, &RemotePanelsPage::ListEdited, this, &CorvaneForm::PanelListEdited);
+    connect(pages_.RemotePanels, &RemotePanelsPage::ListEdited, this, &CorvaneForm::PanelListEdited);
     // The box puts its list in order after telling of the edit; this takes the ordered list.
-    connect(pages.RemotePanels, &RemotePanelsPage::ListEdited, this, &CorvaneForm::PanelListEdited,
+    connect(pages_.RemotePanels, &RemotePanelsPage::ListEdited, this, &CorvaneForm::PanelListEdited,
             Qt::QueuedConnection);
-    connect(pages.RemotePanels, &RemotePanelsPage::RouteEdited, this, &CorvaneForm::RouteEdited);
-    connect(pages.RemotePanels, &RemotePanelsPage::LinkClicked, this, [this] { Dispatch("LINK"); });
-    connect(pages.RemotePanels, &RemotePanelsPage::KeyTyped, this,
-            [this] { pages.RemotePanels->RefreshTakenMarks(view.Mode()); });
-    connect(pages.Levels->LevelTrim1, &LevelTrim::Change, this, &CorvaneForm::LevelMoved);
-    for (TrimPage* trims : {pages.InputTrims, pages.OutputTrims}) {
+    connect(pages_.RemotePanels, &RemotePanelsPage::RouteEdited, this, &CorvaneForm::RouteEdited);
+    connect(pages_.RemotePanels, &RemotePanelsPage::LinkClicked, this, [this] { Dispatch("LINK"); });
+    connect(pages_.RemotePanels, &RemotePanelsPage::KeyTyped, this,
+            [this] { pages_.RemotePanels->RefreshTakenMarks(view_.Mode()); });
+    connect(pages_.Levels->LevelTrim1, &LevelTrim::Change, this, &CorvaneForm::LevelMoved);
+    for (TrimPage* trims : {pages_.InputTrims, pages_.OutputTrims}) {
         connect(trims, &TrimPage::Edited, this, [this] {
-            view.StoreView();
-            online->LevelsChanged();
+            view_.StoreView();
+            online_->LevelsChanged();
         });
     }
-    connect(pages.InputTrims, &TrimPage::TextClicked, this,
-            [this](std::size_t i) { online->SelectInput(i); });
-    connect(pages.OutputTrims, &TrimPage::TextClicked, this,
-            [this](std::size_t i) { pages.Selectors->UsePanel[i]->setChecked(true); });
-    connect(pages.Notes->Text1, &NotesBox::Edited, this, [this] { view.StoreView(); });
-    connect(online, &OnlineControl::OnlineChanged, this, &CorvaneForm::ShowOnline);
-    connect(online, &OnlineControl::Unwound, this, &QWidget::close, Qt::QueuedConnection);
+    connect(pages_.InputTrims, &TrimPage::TextClicked, this,
+            [this](std::size_t i) { online_->SelectInput(i); });
+    connect(pages_.OutputTrims, &TrimPage::TextClicked, this,
+            [this](std::size_t i) { pages_.Selectors->UsePanel[i]->setChecked(true); });
+    connect(pages_.Notes->Text1, &NotesBox::Edited, this, [this] { view_.StoreView(); });
+    connect(online_, &OnlineControl::OnlineChanged, this, &CorvaneForm::ShowOnline);
+    connect(online_, &OnlineControl::Unwound, this, &QWidget::close, Qt::QueuedConnection);
 }
 
 void CorvaneForm::SelectionChanged() {
-    Guarded(services.Boxes, this, [this] {
-        view.StoreView();
-        view.ReadSelectors();
-        view.ShowMode();
+    Guarded(services_.Boxes, this, [this] {
+        view_.StoreView();
+        view_.ReadSelectors();
+        view_.ShowMode();
     });
 }
 
 void CorvaneForm::PanelListEdited() {
-    Guarded(services.Boxes, this, [this] {
-        view.StoreView();
-        pages.RemotePanels->RefreshTakenMarks(view.Mode());
+    Guarded(services_.Boxes, this, [this] {
+        view_.StoreView();
+        pages_.RemotePanels->RefreshTakenMarks(view_.Mode());
     });
 }
 
 void CorvaneForm::RouteEdited() {
-    Guarded(services.Boxes, this, [this] {
-        view.StoreView();
-        view.ShowMode();
+    Guarded(services_.Boxes, this, [this] {
+        view_.StoreView();
+        view_.ShowMode();
     });
 }
 
 void CorvaneForm::LevelMoved() {
-    view.WorkingLevel() = pages.Levels->LevelTrim1->Level();
-    online->LevelsChanged();
+    view_.WorkingLevel() = pages_.Levels->LevelTrim1->Level();
+    online_->LevelsChanged();
 }
 
 void CorvaneForm::Dispatch(std::string_view key) {
     const ToolbarCommand* command = FindToolbarCommand(key);
-    if (online->IsOnline() && command && !command->WhileOnline)
+    if (online_->IsOnline() && command && !command->WhileOnline)
         return;
     // Leaving a box takes over what was typed into it.
     QWidget* focus = QApplication::focusWidget();
     auto* box = focus && isAncestorOf(focus) ? qobject_cast<QLineEdit*>(focus) : nullptr;
     if (box)
         box->clearFocus();
-    dispatch.DispatchCommand(key);
+    dispatch_.DispatchCommand(key);
     if (key == "ONLINE")
-        SSTab1->setCurrentIndex(OnlineTab);
+        SSTab1_->setCurrentIndex(OnlineTab);
     if (box && !QApplication::focusWidget())
         box->setFocus();
     Timer1_Tick();
 }
 
 void CorvaneForm::ShowOnline() {
-    toolBar->SetOnline(online->IsOnline());
+    toolBar_->SetOnline(online_->IsOnline());
     Timer1_Tick();
 }
 
@@ -191,24 +193,24 @@ void CorvaneForm::Timer1_Tick() {
     const QString title = named ? QString::fromStdString(FileNameOf(CurrentFileName)) : ProgramTitle();
     if (windowTitle() != title)
         setWindowTitle(title);
-    toolBar->Action("SAVE")->setEnabled(named);
-    online->CheckPort();
-    status->ShowState(online->IsOnline() ? online->PortName() : QString());
+    toolBar_->Action("SAVE")->setEnabled(named);
+    online_->CheckPort();
+    status_->ShowState(online_->IsOnline() ? online_->PortName() : QString());
 }
 
 void CorvaneForm::Timer4_Tick() {
-    Timer4.stop();
-    files->OpenFileAtStartup(commandLine);
+    Timer4_.stop();
+    files_->OpenFileAtStartup(commandLine_);
     Timer1_Tick();
 }
 
 void CorvaneForm::closeEvent(QCloseEvent* event) {
-    if (!online->Shutdown()) {
+    if (!online_->Shutdown()) {
         event->ignore();
         return;
     }
-    Timer1.stop();
-    Timer4.stop();
+    Timer1_.stop();
+    Timer4_.stop();
     QMainWindow::closeEvent(event);
 }
 

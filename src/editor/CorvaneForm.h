@@ -57,21 +57,21 @@ class CorvaneForm : public QMainWindow {
     void ShowOnline();
     QString ProgramTitle() const;
 
-    const EditorServices& services;
-    QString commandLine;
-    DeviceTypeList types;
-    EditorToolBar* toolBar;
-    QTabWidget* SSTab1;
-    EditorPages pages;
-    OnlineStrip* strip;
-    ModelView view;
-    FileCommands* files;
-    ExportCommands* exports;
-    CommandDispatch dispatch;
-    OnlineControl* online;
-    EditorStatusBar* status;
-    QTimer Timer1;
-    QTimer Timer4;
+    const EditorServices& services_;
+    QString commandLine_;
+    DeviceTypeList types_;
+    EditorToolBar* toolBar_;
+    QTabWidget* SSTab1_;
+    EditorPages pages_;
+    OnlineStrip* strip_;
+    ModelView view_;
+    FileCommands* files_;
+    ExportCommands* exports_;
+    CommandDispatch dispatch_;
+    OnlineControl* online_;
+    EditorStatusBar* status_;
+    QTimer Timer1_;
+    QTimer Timer4_;
 };
 
 } // namespace vek

@@ -6,6 +6,8 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int lastOffset = 255;
@@ -20,11 +22,11 @@ void SetText(QLabel* label, const QString& text) {
 } // namespace
 
 EditorStatusBar::EditorStatusBar(QWidget* parent) : QStatusBar(parent) {
-    file = AddField(QStringLiteral("StatusFile"), 1, true);
-    changes = AddField(QStringLiteral("StatusChanges"), 0, false);
-    addresses = AddField(QStringLiteral("StatusAddresses"), 0, false);
-    onlineState = AddField(QStringLiteral("StatusOnline"), 0, true);
-    onlineState->setMaximumWidth(fontMetrics().averageCharWidth() * stateCharacters);
+    file_ = AddField(u"StatusFile"_s, 1, true);
+    changes_ = AddField(u"StatusChanges"_s, 0, false);
+    addresses_ = AddField(u"StatusAddresses"_s, 0, false);
+    onlineState_ = AddField(u"StatusOnline"_s, 0, true);
+    onlineState_->setMaximumWidth(fontMetrics().averageCharWidth() * stateCharacters);
 }
 
 QLabel* EditorStatusBar::AddField(const QString& name, int stretch, bool elided) {
@@ -42,14 +44,14 @@ QLabel* EditorStatusBar::AddField(const QString& name, int stretch, bool elided)
 
 void EditorStatusBar::ShowState(const QString& onlinePort) {
     const QString name = QString::fromStdString(FileNameOf(CurrentFileName));
-    SetText(file, name.isEmpty() ? tr("New configuration") : name);
-    if (file->toolTip() != QString::fromStdString(CurrentFileName))
-        file->setToolTip(QString::fromStdString(CurrentFileName));
-    SetText(changes, ConfigDiffers() ? tr("Unsaved changes") : tr("No unsaved changes"));
-    SetText(addresses, tr("Base %1-%2").arg(Config.VekNetBase).arg(Config.VekNetBase + lastOffset));
-    SetText(onlineState, onlinePort.isEmpty() ? tr("Offline") : tr("Online on %1").arg(onlinePort));
-    if (onlineState->toolTip() != onlinePort)
-        onlineState->setToolTip(onlinePort);
+    SetText(file_, name.isEmpty() ? tr("New configuration") : name);
+    if (file_->toolTip() != QString::fromStdString(CurrentFileName))
+        file_->setToolTip(QString::fromStdString(CurrentFileName));
+    SetText(changes_, ConfigDiffers() ? tr("Unsaved changes") : tr("No unsaved changes"));
+    SetText(addresses_, tr("Base %1-%2").arg(Config.VekNetBase).arg(Config.VekNetBase + lastOffset));
+    SetText(onlineState_, onlinePort.isEmpty() ? tr("Offline") : tr("Online on %1").arg(onlinePort));
+    if (onlineState_->toolTip() != onlinePort)
+        onlineState_->setToolTip(onlinePort);
 }
 
 } // namespace vek

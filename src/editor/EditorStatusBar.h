@@ -19,10 +19,10 @@ class EditorStatusBar : public QStatusBar {
   private:
     QLabel* AddField(const QString& name, int stretch, bool elided);
 
-    QLabel* file;
-    QLabel* changes;
-    QLabel* addresses;
-    QLabel* onlineState;
+    QLabel* file_;
+    QLabel* changes_;
+    QLabel* addresses_;
+    QLabel* onlineState_;
 };
 
 } // namespace vek

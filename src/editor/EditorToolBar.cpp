@@ -9,6 +9,8 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr std::string_view saveKey = "SAVE";
@@ -16,7 +18,7 @@ constexpr std::string_view saveKey = "SAVE";
 } // namespace
 
 EditorToolBar::EditorToolBar(QWidget* parent) : QToolBar(parent) {
-    setObjectName(QStringLiteral("Toolbar1"));
+    setObjectName(u"Toolbar1"_s);
     setWindowTitle(tr("Commands"));
     setMovable(false);
     setContextMenuPolicy(Qt::PreventContextMenu);
@@ -49,8 +51,7 @@ void EditorToolBar::SetOnline(bool online) {
 void EditorToolBar::ShowIcons() {
     const bool dark =
         palette().color(QPalette::Window).lightness() < palette().color(QPalette::WindowText).lightness();
-    const QString folder =
-        dark ? QStringLiteral(":/icons/dark/%1.svg") : QStringLiteral(":/icons/light/%1.svg");
+    const QString folder = dark ? u":/icons/dark/%1.svg"_s : u":/icons/light/%1.svg"_s;
     for (const ToolbarCommand& command : ToolbarCommands())
         Action(command.Key)->setIcon(QIcon(folder.arg(FromConstant(command.Key).toLower())));
 }

@@ -27,15 +27,15 @@ FileKind KindOf(const QString& filter, std::string_view suffix) { return {filter
 } // namespace
 
 ExportCommands::ExportCommands(QWidget& window, ModelView& view, Dialogs& dialogs)
-    : QObject(&window), window(window), view(view), dialogs(dialogs) {}
+    : QObject(&window), window_(window), view_(view), dialogs_(dialogs) {}
 
 std::string ExportCommands::ChosenReport(bool forPrinting) {
-    PrintingOptionsForm form(options, forPrinting, &window);
+    PrintingOptionsForm form(options_, forPrinting, &window_);
     form.exec();
     if (form.OptionsCancelled())
         return {};
-    options = form.Options();
-    return BuildReport(Config, options, {view.Output(), view.LinkGroup});
+    options_ = form.Options();
+    return BuildReport(Config, options_, {view_.Output(), view_.LinkGroup});
 }
 
 void ExportCommands::TextCommand() {
@@ -52,17 +52,17 @@ void ExportCommands::PrintCommand() {
                                                  : QString::fromStdString(FileNameOf(CurrentFileName));
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(name);
-    if (dialogs.ChoosePrinter(&window, printer) && !PrintReport(printer, LinesFromBytes(report), name))
+    if (dialogs_.ChoosePrinter(&window_, printer) && !PrintReport(printer, LinesFromBytes(report), name))
         Q_EMIT Failed(tr("Nothing was printed: the printer could not be started"));
 }
 
 void ExportCommands::CsvCommand() {
     const Answer unused =
-        dialogs.AskYesNo(&window, tr("Include Unused?"), tr("Do you wish to include unused adresses?"));
+        dialogs_.AskYesNo(&window_, tr("Include Unused?"), tr("Do you wish to include unused adresses?"));
     const std::string list = BuildAddressList(
-        Config, view.Output(), {.IncludeUnusedAddresses = unused == Answer::Yes, .CsvSeparator = true});
+        Config, view_.Output(), {.IncludeUnusedAddresses = unused == Answer::Yes, .CsvSeparator = true});
     if (list.empty()) {
-        dialogs.Message(&window, MessageIcon::Exclamation, tr("Sorry"), tr("Nothing to export"));
+        dialogs_.Message(&window_, MessageIcon::Exclamation, tr("Sorry"), tr("Nothing to export"));
         return;
     }
     WriteExport(AsBytes(list), KindOf(tr("Excel comma delimited file (*.CSV)"), addressListSuffix),
@@ -70,14 +70,14 @@ void ExportCommands::CsvCommand() {
 }
 
 void ExportCommands::ExportCommand() {
-    const DownloadImage image = BuildImageFromConfig(view);
+    const DownloadImage image = BuildImageFromConfig(view_);
     const auto bytes = BuildDeviceExport(std::as_bytes(std::span(image.Buffer)), image.Length - 1);
     WriteExport(bytes, KindOf(tr("Vekule Export File (*.VEX)"), deviceExportSuffix), ExistingTail::Keep);
 }
 
 void ExportCommands::WriteExport(std::span<const std::byte> bytes, const FileKind& kind, ExistingTail tail) {
     const std::string proposed = ProposedExportName(CurrentFileName, kind.Suffix.toStdString());
-    const auto name = dialogs.SaveFile(&window, QString::fromStdString(proposed), kind);
+    const auto name = dialogs_.SaveFile(&window_, QString::fromStdString(proposed), kind);
     if (!name || name->isEmpty())
         return;
     try {
@@ -86,8 +86,8 @@ void ExportCommands::WriteExport(std::span<const std::byte> bytes, const FileKin
         Q_EMIT Failed(tr("Nothing was written: ") + QString::fromStdString(error.what()));
         return;
     }
-    dialogs.Message(&window, MessageIcon::None, tr("Successful"),
-                    *name + tr(" has been successfully exported"));
+    dialogs_.Message(&window_, MessageIcon::None, tr("Successful"),
+                     *name + tr(" has been successfully exported"));
 }
 
 DownloadImage BuildImageFromConfig(ModelView& view) {

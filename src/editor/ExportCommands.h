@@ -42,10 +42,10 @@ class ExportCommands : public QObject {
     std::string ChosenReport(bool forPrinting);
     void WriteExport(std::span<const std::byte> bytes, const FileKind& kind, ExistingTail tail);
 
-    QWidget& window;
-    ModelView& view;
-    Dialogs& dialogs;
-    PrintingOptions options; ///< the last accepted choice
+    QWidget& window_;
+    ModelView& view_;
+    Dialogs& dialogs_;
+    PrintingOptions options_; ///< the last accepted choice
 };
 
 /// Builds the download image from Config and stores what the build adjusted in Config and the view. Throws

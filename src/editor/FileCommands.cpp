@@ -12,56 +12,58 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-FileKind ConfigurationFiles() { return {QStringLiteral("Vorn Matrix File (*.VMC)"), QStringLiteral("VMC")}; }
+FileKind ConfigurationFiles() { return {u"Vorn Matrix File (*.VMC)"_s, u"VMC"_s}; }
 
 QString CurrentName() { return QString::fromStdString(CurrentFileName); }
 
 } // namespace
 
 FileCommands::FileCommands(QWidget& window, ModelView& view, Dialogs& dialogs)
-    : QObject(&window), window(window), view(view), dialogs(dialogs) {}
+    : QObject(&window), window_(window), view_(view), dialogs_(dialogs) {}
 
 void FileCommands::NewCommand() {
     if (!AskToSaveChanges())
         return;
     NewConfiguration();
-    view.ResetWorkingLevels();
-    view.ShowAll();
+    view_.ResetWorkingLevels();
+    view_.ShowAll();
     ConfigChanged = false;
 }
 
 void FileCommands::OpenFileCommand() {
     if (!AskToSaveChanges())
         return;
-    const auto name = dialogs.OpenFile(&window, CurrentName(), ConfigurationFiles());
+    const auto name = dialogs_.OpenFile(&window_, CurrentName(), ConfigurationFiles());
     if (name)
         Read(name->toStdString(), name->toStdString());
 }
 
 void FileCommands::OpenFileAtStartup(QString commandLine) {
-    if (commandLine.startsWith(QLatin1Char('"')))
+    if (commandLine.startsWith(u'"'))
         commandLine.remove(0, 1);
-    if (commandLine.endsWith(QLatin1Char('"')))
+    if (commandLine.endsWith(u'"'))
         commandLine.chop(1);
-    if (!commandLine.endsWith(QLatin1String("VMC")) || !QFileInfo::exists(commandLine))
+    if (!commandLine.endsWith("VMC"_L1) || !QFileInfo::exists(commandLine))
         return;
     Read(commandLine.toStdString(), {});
 }
 
 void FileCommands::Read(const std::string& path, const std::string& nameAfterwards) {
     NewConfiguration();
-    view.ResetWorkingLevels();
+    view_.ResetWorkingLevels();
     try {
         ReadConfigFile(path);
         SavedConfig = Config;
         CurrentFileName = nameAfterwards;
-        view.TakeStartLevels();
+        view_.TakeStartLevels();
     } catch (const FileError& error) {
         FileFailed(error.what());
     }
-    view.ShowAll();
+    view_.ShowAll();
     ConfigChanged = false;
 }
 
@@ -76,7 +78,7 @@ void FileCommands::SaveCommand() {
 }
 
 void FileCommands::SaveAsCommand() {
-    const auto name = dialogs.SaveFile(&window, CurrentName(), ConfigurationFiles());
+    const auto name = dialogs_.SaveFile(&window_, CurrentName(), ConfigurationFiles());
     if (!name || name->isEmpty())
         return;
     try {
@@ -91,19 +93,19 @@ void FileCommands::Write(const std::string& path) {
     CurrentFileName = path;
     ConfigChanged = false;
     SavedConfig = Config;
-    dialogs.Message(&window, MessageIcon::None, tr("File Saved."),
-                    tr("Configuration saved to ") + QString::fromStdString(FileNameOf(CurrentFileName)));
+    dialogs_.Message(&window_, MessageIcon::None, tr("File Saved."),
+                     tr("Configuration saved to ") + QString::fromStdString(FileNameOf(CurrentFileName)));
 }
 
 bool FileCommands::AskToSaveChanges() {
     if (!ConfigDiffers())
         return true;
     const Answer answer =
-        dialogs.AskYesNoCancel(&window, tr("Config Changed!"),
-                               tr("Current cofiguration has changed,\r\nDo you wish to save changes?"));
+        dialogs_.AskYesNoCancel(&window_, tr("Config Changed!"),
+                                tr("Current cofiguration has changed,\r\nDo you wish to save changes?"));
     if (answer != Answer::Yes)
         return answer == Answer::No;
-    const auto name = dialogs.SaveFile(&window, CurrentName(), ConfigurationFiles());
+    const auto name = dialogs_.SaveFile(&window_, CurrentName(), ConfigurationFiles());
     if (!name || name->isEmpty())
         return false;
     try {
@@ -118,8 +120,8 @@ bool FileCommands::AskToSaveChanges() {
 
 void FileCommands::FileFailed(const std::string& reason) {
     Q_EMIT Failed(QString::fromStdString(reason));
-    dialogs.Message(&window, MessageIcon::Exclamation, tr("Sorry File Error!"),
-                    tr("Sorry there was an error the file ") + CurrentName() + QLatin1Char('!'));
+    dialogs_.Message(&window_, MessageIcon::Exclamation, tr("Sorry File Error!"),
+                     tr("Sorry there was an error the file ") + CurrentName() + u'!');
 }
 
 } // namespace vek

@@ -40,9 +40,9 @@ class FileCommands : public QObject {
     void Write(const std::string& path);
     void FileFailed(const std::string& reason);
 
-    QWidget& window;
-    ModelView& view;
-    Dialogs& dialogs;
+    QWidget& window_;
+    ModelView& view_;
+    Dialogs& dialogs_;
 };
 
 } // namespace vek

@@ -13,6 +13,8 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// A limited level: its box, its field and the button that copies the slider into it.
@@ -34,7 +36,7 @@ const Limit& LimitOf(LimitedLevel level) { return limits[static_cast<std::size_t
 } // namespace
 
 LevelLimits::LevelLimits(LevelsPage& page, ModelView& view, Dialogs& dialogs, QObject* parent)
-    : QObject(parent), page(page), view(view), dialogs(dialogs) {
+    : QObject(parent), page_(page), view_(view), dialogs_(dialogs) {
     for (const Limit& limit : limits) {
         const LimitedLevel level = limit.Level;
         connect(page.*limit.Box, &dBText::Change, this, [this, level] { LevelChanged(level); });
@@ -43,40 +45,40 @@ LevelLimits::LevelLimits(LevelsPage& page, ModelView& view, Dialogs& dialogs, QO
     }
     for (QRadioButton* option : page.RemotePreviousNotSetStartLevel)
         connect(option, &QRadioButton::clicked, this, &LevelLimits::StartChoiceClicked);
-    connect(page.RemoteStepLevel, &dBText::Change, this, [this] { this->view.StoreView(); });
-    connect(page.RemoteMuteOnMin, &QCheckBox::clicked, this, [this] { this->view.StoreView(); });
+    connect(page.RemoteStepLevel, &dBText::Change, this, [this] { this->view_.StoreView(); });
+    connect(page.RemoteMuteOnMin, &QCheckBox::clicked, this, [this] { this->view_.StoreView(); });
 }
 
 void LevelLimits::LevelChanged(LimitedLevel changed) {
-    if (refusing)
+    if (refusing_)
         return;
     const Limit& limit = LimitOf(changed);
-    dBText& box = *(page.*limit.Box);
-    const LimitedLevels levels = {page.PanelMaximumLevel->Level(), page.PanelMinimumLevel->Level(),
-                                  page.RemoteStartLevel->Level()};
-    const LevelDecision decision = DecideLevel(changed, levels, page.FixedStart());
-    const float stored = view.Levels().*limit.Field;
+    dBText& box = *(page_.*limit.Box);
+    const LimitedLevels levels = {page_.PanelMaximumLevel->Level(), page_.PanelMinimumLevel->Level(),
+                                  page_.RemoteStartLevel->Level()};
+    const LevelDecision decision = DecideLevel(changed, levels, page_.FixedStart());
+    const float stored = view_.Levels().*limit.Field;
     if (!decision.Accepted) {
-        refusing = true;
-        dialogs.Message(page.window(), MessageIcon::Exclamation, FromConstant(decision.Title),
-                        FromConstant(decision.Reason) + QStringLiteral("\r\nRestoring original value"));
-        refusing = false;
+        refusing_ = true;
+        dialogs_.Message(page_.window(), MessageIcon::Exclamation, FromConstant(decision.Title),
+                         FromConstant(decision.Reason) + u"\r\nRestoring original value"_s);
+        refusing_ = false;
         box.SetLevel(stored);
         return;
     }
     if (decision.DragStart && box.Level() != stored)
-        page.RemoteStartLevel->SetLevel(box.Level());
-    view.StoreView();
+        page_.RemoteStartLevel->SetLevel(box.Level());
+    view_.StoreView();
 }
 
 void LevelLimits::TakeFromSlider(LimitedLevel target) {
-    (page.*LimitOf(target).Box)->SetLevel(page.LevelTrim1->Level());
+    (page_.*LimitOf(target).Box)->SetLevel(page_.LevelTrim1->Level());
     LevelChanged(target);
 }
 
 void LevelLimits::StartChoiceClicked() {
-    page.ShowStartLevel(page.FixedStart());
-    view.StoreView();
+    page_.ShowStartLevel(page_.FixedStart());
+    view_.StoreView();
 }
 
 } // namespace vek

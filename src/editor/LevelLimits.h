@@ -24,10 +24,10 @@ class LevelLimits : public QObject {
     void TakeFromSlider(LimitedLevel target);
     void StartChoiceClicked();
 
-    LevelsPage& page;
-    ModelView& view;
-    Dialogs& dialogs;
-    bool refusing = false; ///< a refusal is being shown; leaving the box for it must not refuse again
+    LevelsPage& page_;
+    ModelView& view_;
+    Dialogs& dialogs_;
+    bool refusing_ = false; ///< a refusal is being shown; leaving the box for it must not refuse again
 };
 
 } // namespace vek

@@ -19,6 +19,8 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// A level and its box.
@@ -91,8 +93,8 @@ std::size_t ModelView::Output() const { return CheckedIndex(CurrentOutput, outpu
 float& ModelView::WorkingLevel() { return WorkingLevels[CheckedIndex(CurrentMode, modeCount)][Output()]; }
 
 void ModelView::ReadSelectors() {
-    ReadSelector(CurrentMode, pages.Selectors->Modes);
-    ReadSelector(CurrentOutput, pages.Selectors->UsePanel);
+    ReadSelector(CurrentMode, pages_.Selectors->Modes);
+    ReadSelector(CurrentOutput, pages_.Selectors->UsePanel);
 }
 
 void ModelView::StoreView() {
@@ -104,7 +106,7 @@ void ModelView::StoreView() {
 
 void ModelView::StoreMode(ModeRecord& mode) {
     Store(mode.LinkGroup, LinkGroup);
-    const RemotePanelsPage& page = *pages.RemotePanels;
+    const RemotePanelsPage& page = *pages_.RemotePanels;
     for (std::size_t output = 0; output < outputCount; ++output) {
         PanelRecord& panels = mode.OutputPanels[output];
         StoreText(panels.PanelInputs, *page.RemotePaneInputs[output]);
@@ -115,7 +117,7 @@ void ModelView::StoreMode(ModeRecord& mode) {
 }
 
 void ModelView::StoreLevels(OutputLevelRecord& levels) {
-    const LevelsPage& page = *pages.Levels;
+    const LevelsPage& page = *pages_.Levels;
     for (const LevelField& field : levelFields)
         StoreLevel(levels.*field.Field, *(page.*field.Box));
     StoreFlag(levels.MuteOnMin, page.RemoteMuteOnMin->isChecked());
@@ -124,11 +126,11 @@ void ModelView::StoreLevels(OutputLevelRecord& levels) {
 
 void ModelView::StoreGlobalFields() {
     for (std::size_t i = 0; i < inputCount; ++i)
-        Store(Config.InputTrim[i], pages.InputTrims->Trims[i]->Level());
+        Store(Config.InputTrim[i], pages_.InputTrims->Trims[i]->Level());
     for (std::size_t i = 0; i < outputCount; ++i)
-        Store(Config.OutputTrim[i], pages.OutputTrims->Trims[i]->Level());
+        Store(Config.OutputTrim[i], pages_.OutputTrims->Trims[i]->Level());
     // The box shows line ends in one form only; text that it shows unchanged keeps its bytes.
-    const std::string notes = pages.Notes->Text1->Bytes();
+    const std::string notes = pages_.Notes->Text1->Bytes();
     if (LinesFromBytes(Config.Notes.Trimmed()) != LinesFromBytes(TrimBlanks(notes)))
         Store(Config.Notes, FixedText<notesLength>(notes));
 }
@@ -139,12 +141,12 @@ void ModelView::ShowMode() {
     ShowPanels(mode);
     ShowLevels(Levels());
     Addresses = Config.Addresses;
-    pages.Addresses->ShowAddresses(Addresses, Config.VekNetBase, Output());
-    pages.RemotePanels->RefreshTakenMarks(mode);
+    pages_.Addresses->ShowAddresses(Addresses, Config.VekNetBase, Output());
+    pages_.RemotePanels->RefreshTakenMarks(mode);
 }
 
 void ModelView::ShowPanels(ModeRecord& mode) {
-    const RemotePanelsPage& page = *pages.RemotePanels;
+    const RemotePanelsPage& page = *pages_.RemotePanels;
     std::array<std::size_t, linkGroupCount + 1> leaders =
         {}; // output number from 1, 0 while the group has none
     for (std::size_t output = 0; output < outputCount; ++output) {
@@ -156,7 +158,7 @@ void ModelView::ShowPanels(ModeRecord& mode) {
             if (leader == 0) {
                 leader = output + 1;
             } else {
-                inputs = selects = QStringLiteral("Linked - %1").arg(leader);
+                inputs = selects = u"Linked - %1"_s.arg(leader);
                 panels.UsePreviousRoute = mode.OutputPanels[leader - 1].UsePreviousRoute;
             }
         }
@@ -168,7 +170,7 @@ void ModelView::ShowPanels(ModeRecord& mode) {
 }
 
 void ModelView::ShowLevels(const OutputLevelRecord& levels) {
-    LevelsPage& page = *pages.Levels;
+    LevelsPage& page = *pages_.Levels;
     for (const LevelField& field : levelFields)
         (page.*field.Box)->SetLevel(levels.*field.Field);
     page.RemoteMuteOnMin->setChecked(IsSet(levels.MuteOnMin));
@@ -181,13 +183,13 @@ void ModelView::ShowLevels(const OutputLevelRecord& levels) {
 void ModelView::ShowGlobalFields() {
     // The view of the trimmed text ends with the assignment, which pads it again.
     Config.Notes = Config.Notes.Trimmed();
-    NotesBox& notes = *pages.Notes->Text1;
+    NotesBox& notes = *pages_.Notes->Text1;
     if (LinesFromBytes(TrimBlanks(notes.Bytes())) != LinesFromBytes(Config.Notes.Trimmed()))
         notes.SetBytes(Config.Notes.Trimmed());
     for (std::size_t i = 0; i < inputCount; ++i)
-        pages.InputTrims->Trims[i]->SetLevel(Config.InputTrim[i]);
+        pages_.InputTrims->Trims[i]->SetLevel(Config.InputTrim[i]);
     for (std::size_t i = 0; i < outputCount; ++i)
-        pages.OutputTrims->Trims[i]->SetLevel(Config.OutputTrim[i]);
+        pages_.OutputTrims->Trims[i]->SetLevel(Config.OutputTrim[i]);
 }
 
 void ModelView::ShowAll() {

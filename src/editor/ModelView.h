@@ -11,7 +11,7 @@ namespace vek {
 
 class ModelView {
   public:
-    explicit ModelView(const EditorPages& pages) : pages(pages) {}
+    explicit ModelView(const EditorPages& pages) : pages_(pages) {}
 
     /// Sets CurrentMode and CurrentOutput from the selectors.
     void ReadSelectors();
@@ -56,7 +56,7 @@ class ModelView {
     void ShowPanels(ModeRecord& mode);
     void ShowLevels(const OutputLevelRecord& levels);
 
-    EditorPages pages;
+    EditorPages pages_;
 };
 
 } // namespace vek

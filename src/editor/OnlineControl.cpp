@@ -45,9 +45,9 @@ std::optional<LevelSource> LevelsOf(int page) {
 
 OnlineControl::OnlineControl(QWidget& window, const OnlineParts& parts, const EditorServices& services,
                              const DeviceTypeList& types)
-    : QObject(&window), window(window), parts(parts), dialogs(services.Boxes),
-      OnlineMSComm(services.MakeSerialControl()), OnlineTimer(services.MakeTimer()),
-      session(*OnlineMSComm, *OnlineTimer, types, *this, *this) {
+    : QObject(&window), window_(window), parts_(parts), dialogs_(services.Boxes),
+      OnlineMSComm_(services.MakeSerialControl()), OnlineTimer_(services.MakeTimer()),
+      session_(*OnlineMSComm_, *OnlineTimer_, types, *this, *this) {
     parts.Strip.setVisible(false);
     Connect();
 }
@@ -55,29 +55,29 @@ OnlineControl::OnlineControl(QWidget& window, const OnlineParts& parts, const Ed
 OnlineControl::~OnlineControl() = default;
 
 void OnlineControl::Connect() {
-    connect(parts.Page.OnlineSearch, &QPushButton::clicked, this, [this] {
-        parts.Page.Ports->RefreshDevices();
-        Run([this] { session.Online_search_for_vek(); });
+    connect(parts_.Page.OnlineSearch, &QPushButton::clicked, this, [this] {
+        parts_.Page.Ports->RefreshDevices();
+        Run([this] { session_.Online_search_for_vek(); });
     });
-    connect(parts.Page.OnlineCancel, &QPushButton::clicked, this,
-            [this] { Run([this] { session.Disconnect(); }); });
-    connect(parts.Page.Ports, &PortRows::Chosen, this, [this] { Run([this] { session.ChoosePort(); }); });
-    connect(&parts.SSTab1, &QTabWidget::currentChanged, this, &OnlineControl::TabChanged);
-    connect(&parts.Strip, &OnlineStrip::RouteClicked, this, &OnlineControl::RouteClicked);
-    connect(&parts.Strip, &OnlineStrip::OffsetChanged, this, &OnlineControl::LevelsChanged);
-    connect(&parts.Strip, &OnlineStrip::MuteClicked, this, [this] {
-        session.MutedOutputs = parts.Strip.Muted();
+    connect(parts_.Page.OnlineCancel, &QPushButton::clicked, this,
+            [this] { Run([this] { session_.Disconnect(); }); });
+    connect(parts_.Page.Ports, &PortRows::Chosen, this, [this] { Run([this] { session_.ChoosePort(); }); });
+    connect(&parts_.SSTab1, &QTabWidget::currentChanged, this, &OnlineControl::TabChanged);
+    connect(&parts_.Strip, &OnlineStrip::RouteClicked, this, &OnlineControl::RouteClicked);
+    connect(&parts_.Strip, &OnlineStrip::OffsetChanged, this, &OnlineControl::LevelsChanged);
+    connect(&parts_.Strip, &OnlineStrip::MuteClicked, this, [this] {
+        session_.MutedOutputs = parts_.Strip.Muted();
         LevelsChanged();
     });
 }
 
 template <typename Operation>
 void OnlineControl::Run(Operation operation) {
-    if (closing)
+    if (closing_)
         return;
-    const bool outermost = !session.Busy();
-    Guarded(dialogs, &window, operation);
-    if (outermost && closing)
+    const bool outermost = !session_.Busy();
+    Guarded(dialogs_, &window_, operation);
+    if (outermost && closing_)
         Q_EMIT Unwound();
 }
 
@@ -90,102 +90,104 @@ QString OnlineControl::PortName() const {
 }
 
 void OnlineControl::LevelsChanged() {
-    Run([this] { session.ApplyOnlineLevels(); });
+    Run([this] { session_.ApplyOnlineLevels(); });
 }
 
 void OnlineControl::RouteAndApply() {
-    Run([this] { session.SendRoutes(); });
+    Run([this] { session_.SendRoutes(); });
 }
 
 void OnlineControl::RouteClicked(std::size_t input) {
-    session.OnlineInput = input;
-    const int page = parts.SSTab1.currentIndex();
+    session_.OnlineInput = input;
+    const int page = parts_.SSTab1.currentIndex();
     if (page == LevelsTab || page == OutputTrimsTab)
         RouteAndApply();
 }
 
 void OnlineControl::SelectInput(std::size_t input) {
-    if (!session.IsOnline())
+    if (!session_.IsOnline())
         return;
-    parts.Strip.RouteOption[input]->setChecked(true);
-    session.OnlineInput = input;
+    parts_.Strip.RouteOption[input]->setChecked(true);
+    session_.OnlineInput = input;
     RouteAndApply();
 }
 
 void OnlineControl::TabChanged() {
     FollowTab();
-    if (!session.IsOnline())
+    if (!session_.IsOnline())
         return;
-    const int page = parts.SSTab1.currentIndex();
+    const int page = parts_.SSTab1.currentIndex();
     if (page == InputTrimsTab || page == OutputTrimsTab) {
-        session.MutedOutputs = parts.Strip.Muted();
+        session_.MutedOutputs = parts_.Strip.Muted();
         RouteAndApply();
     }
     LevelsChanged();
 }
 
 void OnlineControl::FollowTab() {
-    if (const auto levels = LevelsOf(parts.SSTab1.currentIndex()))
-        session.LevelView = *levels;
+    if (const auto levels = LevelsOf(parts_.SSTab1.currentIndex()))
+        session_.LevelView = *levels;
 }
 
 bool OnlineControl::Shutdown() {
-    closing = true;
+    closing_ = true;
     bool done = false;
-    Guarded(dialogs, &window, [&] { done = session.Shutdown(); });
+    Guarded(dialogs_, &window_, [&] { done = session_.Shutdown(); });
     return done;
 }
 
 void OnlineControl::CheckPort() {
-    if (session.IsOnline())
-        Run([this] { session.DisconnectIfPortLost(); });
+    if (session_.IsOnline())
+        Run([this] { session_.DisconnectIfPortLost(); });
 }
 
-PortRows& OnlineControl::Ports() const { return *parts.Page.Ports; }
+PortRows& OnlineControl::Ports() const { return *parts_.Page.Ports; }
 
-void OnlineControl::ShowOnlineSearch(bool visible) { parts.Page.OnlineSearch->setVisible(visible); }
+void OnlineControl::ShowOnlineSearch(bool visible) { parts_.Page.OnlineSearch->setVisible(visible); }
 
-void OnlineControl::ShowOnlineCancel(bool visible) { parts.Page.OnlineCancel->setVisible(visible); }
+void OnlineControl::ShowOnlineCancel(bool visible) { parts_.Page.OnlineCancel->setVisible(visible); }
 
-void OnlineControl::ShowOnlineLevelOffset(bool visible) { parts.Strip.setVisible(visible); }
+void OnlineControl::ShowOnlineLevelOffset(bool visible) { parts_.Strip.setVisible(visible); }
 
 void OnlineControl::UpdateTabs() {
-    const bool online = session.IsOnline();
+    const bool online = session_.IsOnline();
     if (online) {
-        session.MutedOutputs = parts.Strip.Muted();
-        if (IsOfflinePage(parts.SSTab1.currentIndex()))
-            parts.SSTab1.setCurrentIndex(InputTrimsTab);
+        session_.MutedOutputs = parts_.Strip.Muted();
+        if (IsOfflinePage(parts_.SSTab1.currentIndex()))
+            parts_.SSTab1.setCurrentIndex(InputTrimsTab);
     }
     for (const int page : offlinePages)
-        parts.SSTab1.setTabEnabled(page, !online);
+        parts_.SSTab1.setTabEnabled(page, !online);
     FollowTab();
     Q_EMIT OnlineChanged();
 }
 
-bool OnlineControl::Text2Visible() const { return parts.Page.DiagnosticsOn(); }
+bool OnlineControl::Text2Visible() const { return parts_.Page.DiagnosticsOn(); }
 
-void OnlineControl::AppendText2(const std::string& text) { parts.Page.AppendDiagnostics(FromConstant(text)); }
+void OnlineControl::AppendText2(const std::string& text) {
+    parts_.Page.AppendDiagnostics(FromConstant(text));
+}
 
 void OnlineControl::ErrorMessage(const std::string& title, const std::string& text) {
-    dialogs.Message(&window, MessageIcon::Exclamation, FromConstant(title), FromConstant(text));
+    dialogs_.Message(&window_, MessageIcon::Exclamation, FromConstant(title), FromConstant(text));
 }
 
 void OnlineControl::Message(const std::string& title, const std::string& text) {
-    dialogs.Message(&window, MessageIcon::None, FromConstant(title), FromConstant(text));
+    dialogs_.Message(&window_, MessageIcon::None, FromConstant(title), FromConstant(text));
 }
 
-std::size_t OnlineControl::CurrentOutput() const { return parts.View.Output(); }
+std::size_t OnlineControl::CurrentOutput() const { return parts_.View.Output(); }
 
-float OnlineControl::LevelTrim1() const { return parts.Level.Level(); }
+float OnlineControl::LevelTrim1() const { return parts_.Level.Level(); }
 
 float OnlineControl::InputLevelTrim(std::size_t input) const {
-    return parts.InputTrims.Trims[input]->Level();
+    return parts_.InputTrims.Trims[input]->Level();
 }
 
 float OnlineControl::OutputLevelTrim(std::size_t output) const {
-    return parts.OutputTrims.Trims[output]->Level();
+    return parts_.OutputTrims.Trims[output]->Level();
 }
 
-float OnlineControl::OnlineLevelOffset() const { return parts.Strip.OnlineLevelOffset->Level(); }
+float OnlineControl::OnlineLevelOffset() const { return parts_.Strip.OnlineLevelOffset->Level(); }
 
 } // namespace vek

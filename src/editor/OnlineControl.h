@@ -39,7 +39,7 @@ class OnlineControl : public QObject, private WithPortRows<OnlineView>, private 
                   const DeviceTypeList& types);
     ~OnlineControl() override;
 
-    bool IsOnline() const { return session.IsOnline(); }
+    bool IsOnline() const { return session_.IsOnline(); }
 
     /// The port of the session as the user reads it ("COM1 (ttyUSB0)").
     QString PortName() const;
@@ -88,13 +88,13 @@ class OnlineControl : public QObject, private WithPortRows<OnlineView>, private 
     template <typename Operation>
     void Run(Operation operation);
 
-    QWidget& window;
-    OnlineParts parts;
-    Dialogs& dialogs;
-    std::unique_ptr<SerialControl> OnlineMSComm;
-    std::unique_ptr<OneShotTimer> OnlineTimer;
-    OnlineSession session;
-    bool closing = false;
+    QWidget& window_;
+    OnlineParts parts_;
+    Dialogs& dialogs_;
+    std::unique_ptr<SerialControl> OnlineMSComm_;
+    std::unique_ptr<OneShotTimer> OnlineTimer_;
+    OnlineSession session_;
+    bool closing_ = false;
 };
 
 } // namespace vek

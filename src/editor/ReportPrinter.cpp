@@ -7,6 +7,8 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr double marginMillimetres = 18;
@@ -38,7 +40,7 @@ PageGeometry Measure(const QPrinter& printer, const QFontMetricsF& metrics) {
     const QRectF page = printer.pageRect(QPrinter::DevicePixel);
     const int lines = static_cast<int>(page.height() / metrics.lineSpacing());
     return {page.width(), metrics.lineSpacing(),
-            std::max(20, static_cast<int>(page.width() / metrics.horizontalAdvance(QLatin1Char('M')))),
+            std::max(20, static_cast<int>(page.width() / metrics.horizontalAdvance(u'M'))),
             std::max(1, lines - headerLines)};
 }
 
@@ -58,8 +60,8 @@ void DrawHeader(QPainter& painter, const PageGeometry& page, const QString& file
 QString ExpandTabs(const QString& line) {
     QString expanded;
     for (const QChar character : line) {
-        if (character == QLatin1Char('\t'))
-            expanded += QString(tabWidth - expanded.size() % tabWidth, QLatin1Char(' '));
+        if (character == u'\t')
+            expanded += QString(tabWidth - expanded.size() % tabWidth, u' ');
         else
             expanded += character;
     }
@@ -70,13 +72,13 @@ QString ExpandTabs(const QString& line) {
 
 QStringList WrapLines(const QString& text, int columns) {
     QStringList wrapped;
-    for (const QString& original : text.split(QLatin1Char('\n'))) {
+    for (const QString& original : text.split(u'\n')) {
         QString line = ExpandTabs(original);
         // Blanks that pad the end of a line would only make empty lines.
-        while (line.endsWith(QLatin1Char(' ')))
+        while (line.endsWith(u' '))
             line.chop(1);
         while (line.size() > columns) {
-            const qsizetype blank = line.lastIndexOf(QLatin1Char(' '), columns);
+            const qsizetype blank = line.lastIndexOf(u' ', columns);
             const qsizetype end = blank > columns / 2 ? blank : columns;
             wrapped += line.left(end);
             line.remove(0, blank == end ? end + 1 : end);
@@ -94,8 +96,7 @@ bool PrintReport(QPrinter& printer, const QString& text, const QString& fileName
     painter.setFont(ReportFont());
     const PageGeometry page = Measure(printer, QFontMetricsF(painter.font(), &printer));
     // Every line of the report begins with a line end, so the first one is empty.
-    const QStringList lines =
-        WrapLines(text.startsWith(QLatin1Char('\n')) ? text.mid(1) : text, page.Columns);
+    const QStringList lines = WrapLines(text.startsWith(u'\n') ? text.mid(1) : text, page.Columns);
     const auto pageCount = static_cast<int>((lines.size() + page.LinesPerPage - 1) / page.LinesPerPage);
     for (int number = 0; number < pageCount; ++number) {
         if (number > 0 && !printer.newPage())

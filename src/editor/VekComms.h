@@ -34,7 +34,7 @@ class VekComms : public QDialog, private WithPortRows<VekLinkView> {
     void showEvent(QShowEvent* event) override;
 
   private:
-    PortRows& Ports() const override { return *ports; }
+    PortRows& Ports() const override { return *ports_; }
     void EnableProgramVek(bool enabled) override;
     void ShowPleaseWait(bool visible) override;
     void SetLabel2(const std::string& percentage) override;
@@ -52,20 +52,20 @@ class VekComms : public QDialog, private WithPortRows<VekLinkView> {
     template <typename Operation>
     void Run(Operation operation);
 
-    Dialogs& dialogs;
-    const DownloadImage& image;
-    std::unique_ptr<SerialControl> MSComm1;
-    std::unique_ptr<OneShotTimer> Timer1;
-    PortRows* ports;
-    QWidget* PleaseWait;
-    QLabel* Label2;
-    QLabel* Label3;
-    QProgressBar* ProgressBar1;
-    QPushButton* Command1;
-    QPushButton* ProgramVekButton;
-    VekLink link;
-    bool activated = false;
-    bool closeWanted = false;
+    Dialogs& dialogs_;
+    const DownloadImage& image_;
+    std::unique_ptr<SerialControl> MSComm1_;
+    std::unique_ptr<OneShotTimer> Timer1_;
+    PortRows* ports_;
+    QWidget* PleaseWait_;
+    QLabel* Label2_;
+    QLabel* Label3_;
+    QProgressBar* ProgressBar1_;
+    QPushButton* Command1_;
+    QPushButton* ProgramVekButton_;
+    VekLink link_;
+    bool activated_ = false;
+    bool closeWanted_ = false;
 };
 
 } // namespace vek

@@ -46,22 +46,22 @@ class FieldLister {
 
     template <typename Body>
     void Object(const FieldName& name, Body body) {
-        const std::string outer = words;
-        words += name.Caption;
-        words += name.Caption.empty() ? "" : " ";
+        const std::string outer = words_;
+        words_ += name.Caption;
+        words_ += name.Caption.empty() ? "" : " ";
         body();
-        words = outer;
+        words_ = outer;
     }
 
     template <typename Body>
     void Array(const FieldName& name, std::size_t size, Body body) {
-        const std::string outer = where;
+        const std::string outer = where_;
         for (std::size_t i = 0; i < size; ++i) {
-            where = outer.empty() ? "" : outer + ", ";
-            where += Numbered(name.Caption, i);
+            where_ = outer.empty() ? "" : outer + ", ";
+            where_ += Numbered(name.Caption, i);
             body(i);
         }
-        where = outer;
+        where_ = outer;
     }
 
     std::vector<ListedField> Fields;
@@ -75,12 +75,12 @@ class FieldLister {
     }
 
     void Add(std::string_view caption, std::string text) {
-        Fields.push_back({where.empty() ? "" : where + ": ", words, std::move(text)});
+        Fields.push_back({where_.empty() ? "" : where_ + ": ", words_, std::move(text)});
         Fields.back().Words += caption;
     }
 
-    std::string where;
-    std::string words;
+    std::string where_;
+    std::string words_;
 };
 
 std::vector<ListedField> ListFields(const MatrixConfig& config) {

@@ -91,9 +91,9 @@ class JsonReader {
         if (!object.Value.is_object())
             object.Fail("must be an object");
         Scope scope = {object, {}};
-        Scope* const outer = std::exchange(current, &scope);
+        Scope* const outer = std::exchange(current_, &scope);
         body();
-        current = outer;
+        current_ = outer;
         for (const auto& [name, value] : object.Value.items()) {
             if (std::find(scope.Read.begin(), scope.Read.end(), name) == scope.Read.end())
                 throw JsonError(MemberPath(object.Path, name), "unknown name");
@@ -143,7 +143,7 @@ class JsonReader {
     }
 
     std::vector<std::byte> OptionalBytes(std::string_view name) {
-        if (!current->Object.Value.contains(name))
+        if (!current_->Object.Value.contains(name))
             return {};
         const Located member = Member(name);
         const auto bytes =
@@ -160,15 +160,15 @@ class JsonReader {
     };
 
     Located Member(std::string_view name) {
-        const std::string path = MemberPath(current->Object.Path, name);
-        const auto found = current->Object.Value.find(name);
-        if (found == current->Object.Value.end())
+        const std::string path = MemberPath(current_->Object.Path, name);
+        const auto found = current_->Object.Value.find(name);
+        if (found == current_->Object.Value.end())
             throw JsonError(path, "missing");
-        current->Read.push_back(name);
+        current_->Read.push_back(name);
         return {*found, path};
     }
 
-    Scope* current = nullptr;
+    Scope* current_ = nullptr;
 };
 
 } // namespace

@@ -11,7 +11,7 @@ namespace {
 
 class JsonWriter {
   public:
-    explicit JsonWriter(Json& document) : scope(&document) {}
+    explicit JsonWriter(Json& document) : scope_(&document) {}
 
     void Integer(const FieldName& name, std::int16_t value) { Add(name, value); }
     void LinkGroup(const FieldName& name, std::int16_t value) { Add(name, value); }
@@ -61,17 +61,17 @@ class JsonWriter {
     }
 
     Json& Add(const FieldName& name, Json value) {
-        return (*scope)[std::string(name.Json)] = std::move(value);
+        return (*scope_)[std::string(name.Json)] = std::move(value);
     }
 
     template <typename Body>
     void Within(Json& inner, Body body) {
-        Json* const outer = std::exchange(scope, &inner);
+        Json* const outer = std::exchange(scope_, &inner);
         body();
-        scope = outer;
+        scope_ = outer;
     }
 
-    Json* scope;
+    Json* scope_;
 };
 
 } // namespace

@@ -13,17 +13,17 @@ class Position {
     void Meet(Json::parse_event_t event, const Json& parsed) {
         switch (event) {
         case Json::parse_event_t::object_start:
-            scopes.push_back({.IsObject = true});
+            scopes_.push_back({.IsObject = true});
             break;
         case Json::parse_event_t::array_start:
-            scopes.push_back({.IsObject = false});
+            scopes_.push_back({.IsObject = false});
             break;
         case Json::parse_event_t::key:
             EnterMember(parsed.get_ref<const std::string&>());
             break;
         case Json::parse_event_t::object_end:
         case Json::parse_event_t::array_end:
-            scopes.pop_back();
+            scopes_.pop_back();
             LeaveValue();
             break;
         case Json::parse_event_t::value:
@@ -34,7 +34,7 @@ class Position {
 
     std::string Path() const {
         std::string path;
-        for (const Scope& scope : scopes)
+        for (const Scope& scope : scopes_)
             path = scope.IsObject ? MemberPath(path, scope.Name) : ElementPath(path, scope.Index);
         return path;
     }
@@ -48,18 +48,18 @@ class Position {
     };
 
     void EnterMember(const std::string& name) {
-        Scope& scope = scopes.back();
+        Scope& scope = scopes_.back();
         scope.Name = name;
         if (!scope.Names.insert(name).second)
             throw JsonError(Path(), "given twice");
     }
 
     void LeaveValue() {
-        if (!scopes.empty())
-            ++scopes.back().Index;
+        if (!scopes_.empty())
+            ++scopes_.back().Index;
     }
 
-    std::vector<Scope> scopes;
+    std::vector<Scope> scopes_;
 };
 
 /// The parser's own words, without the library's tag in front.

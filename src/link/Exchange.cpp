@@ -4,45 +4,45 @@ namespace vek {
 
 void Exchange::Open(int number) {
     Close();
-    port.SetCommPort(number);
-    port.SetPortOpen(true);
+    port_.SetCommPort(number);
+    port_.SetPortOpen(true);
 }
 
 void Exchange::Close() {
-    if (port.PortOpen())
-        port.SetPortOpen(false);
+    if (port_.PortOpen())
+        port_.SetPortOpen(false);
 }
 
 void Exchange::SetSettings(std::string_view settings) {
     if (!Ended())
-        port.SetSettings(settings);
+        port_.SetSettings(settings);
 }
 
 void Exchange::Send(std::span<const std::uint8_t> bytes) {
     if (!Ended())
-        port.Output(bytes);
+        port_.Output(bytes);
 }
 
 void Exchange::DiscardInput() {
     if (!Ended())
-        port.Input();
+        port_.Input();
 }
 
 void Exchange::Wait(int milliseconds) {
-    timer.Start(milliseconds);
-    while (timer.Enabled() && !Ended())
-        timer.LetEventsRun();
-    timer.Stop();
+    timer_.Start(milliseconds);
+    while (timer_.Enabled() && !Ended())
+        timer_.LetEventsRun();
+    timer_.Stop();
 }
 
 ByteVector Exchange::WaitForReply(int milliseconds, std::size_t enough, std::size_t least) {
-    timer.Start(milliseconds);
-    while (timer.Enabled() && port.InBufferCount() < enough && !Ended())
-        timer.LetEventsRun();
-    timer.Stop();
-    if (Ended() || port.InBufferCount() < least)
+    timer_.Start(milliseconds);
+    while (timer_.Enabled() && port_.InBufferCount() < enough && !Ended())
+        timer_.LetEventsRun();
+    timer_.Stop();
+    if (Ended() || port_.InBufferCount() < least)
         return {};
-    return port.Input();
+    return port_.Input();
 }
 
 } // namespace vek

@@ -18,13 +18,13 @@ namespace vek {
 class Exchange {
   public:
     /// Both must outlive this object.
-    Exchange(SerialControl& port, OneShotTimer& timer) : port(port), timer(timer) {}
+    Exchange(SerialControl& port, OneShotTimer& timer) : port_(port), timer_(timer) {}
 
-    void Cancel() { cancelled = true; }
-    void ClearCancel() { cancelled = false; }
-    bool Cancelled() const { return cancelled; }
-    bool PortOpen() const { return port.PortOpen(); }
-    bool Ended() const { return cancelled || !port.PortOpen(); }
+    void Cancel() { cancelled_ = true; }
+    void ClearCancel() { cancelled_ = false; }
+    bool Cancelled() const { return cancelled_; }
+    bool PortOpen() const { return port_.PortOpen(); }
+    bool Ended() const { return cancelled_ || !port_.PortOpen(); }
 
     /// Opens one of COM1 … COM4 (number 1 … 4), closing what was open; PortOpen() tells whether it worked.
     void Open(int number);
@@ -42,21 +42,21 @@ class Exchange {
     ByteVector WaitForReply(int milliseconds, std::size_t enough, std::size_t least);
 
   private:
-    SerialControl& port;
-    OneShotTimer& timer;
-    bool cancelled = false;
+    SerialControl& port_;
+    OneShotTimer& timer_;
+    bool cancelled_ = false;
 };
 
 /// Holds a flag set while a procedure runs.
 class RunningScope {
   public:
-    explicit RunningScope(bool& flag) : flag(flag) { flag = true; }
-    ~RunningScope() { flag = false; }
+    explicit RunningScope(bool& flag) : flag_(flag) { flag_ = true; }
+    ~RunningScope() { flag_ = false; }
     RunningScope(const RunningScope&) = delete;
     RunningScope& operator=(const RunningScope&) = delete;
 
   private:
-    bool& flag;
+    bool& flag_;
 };
 
 } // namespace vek

@@ -13,24 +13,24 @@ constexpr float mutedLevel = -96.0F;
 } // namespace
 
 void OnlineSession::Log(const std::string& text) {
-    if (view.Text2Visible())
-        view.AppendText2(text);
+    if (view_.Text2Visible())
+        view_.AppendText2(text);
 }
 
 void OnlineSession::SendCommand(const CommandPacket& packet, const std::string& name) {
     const ByteVector reply = Request(packet, onlineReplyLength);
-    if (exchange.Cancelled())
+    if (exchange_.Cancelled())
         return;
     const bool answered = reply.size() == onlineReplyLength;
     if (answered && IsAccepted(reply))
         return;
-    if (!exchange.PortOpen()) {
-        lossReported = true;
-        disconnectWanted = true;
+    if (!exchange_.PortOpen()) {
+        lossReported_ = true;
+        disconnectWanted_ = true;
     }
     std::string text = answered ? "Reply ERROR to " : "Reply fail to ";
     text += name;
-    view.ErrorMessage(errorTitle, text);
+    view_.ErrorMessage(errorTitle, text);
 }
 
 void OnlineSession::SendVolume(std::size_t output, float level) {
@@ -49,50 +49,50 @@ float OnlineSession::LevelOf(std::size_t output) const {
     case LevelSource::InputTrims:
         if (MutedOutputs[output])
             return mutedLevel;
-        return levels.InputLevelTrim(OnlineInput) + levels.OnlineLevelOffset();
+        return levels_.InputLevelTrim(OnlineInput) + levels_.OnlineLevelOffset();
     case LevelSource::OutputTrims: {
         if (MutedOutputs[output])
             return mutedLevel;
-        const float level = levels.OutputLevelTrim(output) + levels.OnlineLevelOffset();
-        return level + levels.InputLevelTrim(OnlineInput);
+        const float level = levels_.OutputLevelTrim(output) + levels_.OnlineLevelOffset();
+        return level + levels_.InputLevelTrim(OnlineInput);
     }
     case LevelSource::Level: {
         // Only the output being edited is heard, muted or not.
-        if (output != levels.CurrentOutput())
+        if (output != levels_.CurrentOutput())
             return mutedLevel;
-        const float level = levels.OutputLevelTrim(output) + levels.LevelTrim1();
-        return level + levels.InputLevelTrim(OnlineInput);
+        const float level = levels_.OutputLevelTrim(output) + levels_.LevelTrim1();
+        return level + levels_.InputLevelTrim(OnlineInput);
     }
     }
     return mutedLevel;
 }
 
 void OnlineSession::LevelPass() {
-    levelsWanted = false;
+    levelsWanted_ = false;
     Log(lineBreak);
     for (std::size_t output = 0; output < outputCount; ++output) {
         // Routes bring their own application of the levels.
-        if (disconnectWanted || routesWanted || exchange.Cancelled())
+        if (disconnectWanted_ || routesWanted_ || exchange_.Cancelled())
             return;
         SendVolume(output, LevelOf(output));
     }
 }
 
 void OnlineSession::RoutePass() {
-    routesWanted = false;
+    routesWanted_ = false;
     const std::size_t input = OnlineInput;
-    if (LastRoutedInput != input) {
+    if (LastRoutedInput_ != input) {
         // Until all eight are through, the outputs may be on different inputs.
-        LastRoutedInput.reset();
+        LastRoutedInput_.reset();
         Log(lineBreak);
         for (std::size_t output = 0; output < outputCount; ++output) {
-            if (disconnectWanted || exchange.Cancelled() || (routesWanted && OnlineInput != input))
+            if (disconnectWanted_ || exchange_.Cancelled() || (routesWanted_ && OnlineInput != input))
                 return;
             SendRoute(output, input);
         }
     }
-    LastRoutedInput = input;
-    levelsWanted = true;
+    LastRoutedInput_ = input;
+    levelsWanted_ = true;
 }
 
 } // namespace vek

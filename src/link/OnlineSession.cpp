@@ -21,23 +21,23 @@ constexpr int findRestWait = 20;
 
 OnlineSession::OnlineSession(SerialControl& port, OneShotTimer& timer, const DeviceTypeList& types,
                              const OnlineLevels& levels, OnlineView& view)
-    : exchange(port, timer), types(types), levels(levels), view(view) {}
+    : exchange_(port, timer), types_(types), levels_(levels), view_(view) {}
 
 void OnlineSession::Online_search_for_vek() {
-    if (busy || online)
+    if (busy_ || online_)
         return;
-    const RunningScope running(busy);
-    SearchPorts(exchange, types, view, [this] {
-        exchange.SetSettings(onlineSettings);
+    const RunningScope running(busy_);
+    SearchPorts(exchange_, types_, view_, [this] {
+        exchange_.SetSettings(onlineSettings);
         return OnlineFind_vek(true);
     });
     Serve();
 }
 
 void OnlineSession::ChoosePort() {
-    if (busy || online)
+    if (busy_ || online_)
         return;
-    const RunningScope running(busy);
+    const RunningScope running(busy_);
     if (Online_set_active_port() && IsMatrixVek(OnlineFind_vek(false)))
         GoOnline();
     else
@@ -46,56 +46,56 @@ void OnlineSession::ChoosePort() {
 }
 
 void OnlineSession::Disconnect() {
-    disconnectWanted = true;
+    disconnectWanted_ = true;
     ServeUnlessBusy();
 }
 
 void OnlineSession::DisconnectIfPortLost() {
-    if (online && !exchange.PortOpen())
+    if (online_ && !exchange_.PortOpen())
         Disconnect();
 }
 
 void OnlineSession::ApplyOnlineLevels() {
-    if (!online)
+    if (!online_)
         return;
-    levelsWanted = true;
+    levelsWanted_ = true;
     ServeUnlessBusy();
 }
 
 void OnlineSession::SendRoutes() {
-    if (!online) {
-        LastRoutedInput = OnlineInput;
+    if (!online_) {
+        LastRoutedInput_ = OnlineInput;
         return;
     }
-    routesWanted = true;
+    routesWanted_ = true;
     ServeUnlessBusy();
 }
 
 bool OnlineSession::Shutdown() {
-    if (busy) {
+    if (busy_) {
         Cancel();
         return false;
     }
-    exchange.ClearCancel();
+    exchange_.ClearCancel();
     Disconnect();
     Cancel();
     return true;
 }
 
 void OnlineSession::ServeUnlessBusy() {
-    if (busy)
+    if (busy_)
         return;
-    const RunningScope running(busy);
+    const RunningScope running(busy_);
     Serve();
 }
 
 void OnlineSession::Serve() {
-    while (!exchange.Cancelled()) {
-        if (disconnectWanted)
+    while (!exchange_.Cancelled()) {
+        if (disconnectWanted_)
             DisconnectNow();
-        else if (routesWanted)
+        else if (routesWanted_)
             RoutePass();
-        else if (levelsWanted)
+        else if (levelsWanted_)
             LevelPass();
         else
             return;
@@ -103,51 +103,51 @@ void OnlineSession::Serve() {
 }
 
 bool OnlineSession::Online_set_active_port() {
-    const bool ok = OpenSelectedPort(exchange, view);
-    exchange.SetSettings(onlineSettings);
+    const bool ok = OpenSelectedPort(exchange_, view_);
+    exchange_.SetSettings(onlineSettings);
     return ok;
 }
 
 void OnlineSession::GoOnline() {
     for (std::size_t row = 0; row < portCount; ++row) {
-        if (!view.OptionSelected(row))
-            view.EnableOption(row, false);
+        if (!view_.OptionSelected(row))
+            view_.EnableOption(row, false);
     }
     // The unit was restarted since it was last online, so its routes are not known.
-    LastRoutedInput.reset();
-    online = true;
-    view.ShowOnlineSearch(false);
-    view.ShowOnlineCancel(true);
-    view.ShowOnlineLevelOffset(true);
-    view.Message("Online", "Matrix Vek is now online.");
-    view.UpdateTabs();
+    LastRoutedInput_.reset();
+    online_ = true;
+    view_.ShowOnlineSearch(false);
+    view_.ShowOnlineCancel(true);
+    view_.ShowOnlineLevelOffset(true);
+    view_.Message("Online", "Matrix Vek is now online.");
+    view_.UpdateTabs();
 }
 
 void OnlineSession::DisconnectNow() {
-    if (online)
+    if (online_)
         OnlineRestart_unit();
-    online = false;
-    exchange.Close();
-    lossReported = false;
-    disconnectWanted = false;
-    routesWanted = false;
-    levelsWanted = false;
-    view.ShowOnlineCancel(false);
-    view.ShowOnlineLevelOffset(false);
-    view.UpdateTabs();
+    online_ = false;
+    exchange_.Close();
+    lossReported_ = false;
+    disconnectWanted_ = false;
+    routesWanted_ = false;
+    levelsWanted_ = false;
+    view_.ShowOnlineCancel(false);
+    view_.ShowOnlineLevelOffset(false);
+    view_.UpdateTabs();
     for (std::size_t row = 0; row < portCount; ++row) {
-        view.ShowBlanking(row, false);
-        view.SelectOption(row, false);
-        view.EnableOption(row, false);
-        view.SetVekType(row, "");
+        view_.ShowBlanking(row, false);
+        view_.SelectOption(row, false);
+        view_.EnableOption(row, false);
+        view_.SetVekType(row, "");
     }
-    view.ShowOnlineSearch(true);
+    view_.ShowOnlineSearch(true);
 }
 
 ByteVector OnlineSession::Request(std::span<const std::uint8_t> packet, std::size_t replyLength) {
-    exchange.DiscardInput();
-    exchange.Send(packet);
-    return exchange.WaitForReply(replyWait, replyLength, replyLength);
+    exchange_.DiscardInput();
+    exchange_.Send(packet);
+    return exchange_.WaitForReply(replyWait, replyLength, replyLength);
 }
 
 std::uint32_t OnlineSession::OnlineFind_vek(bool restart) {
@@ -156,10 +156,10 @@ std::uint32_t OnlineSession::OnlineFind_vek(bool restart) {
         ByteVector reply = Request(onlineFindRequest, findReplyLength);
         if (reply.empty())
             continue;
-        const ByteVector rest = exchange.WaitForReply(findRestWait, noLimit, 1);
+        const ByteVector rest = exchange_.WaitForReply(findRestWait, noLimit, 1);
         reply.insert(reply.end(), rest.begin(), rest.end());
         const auto found = DecodeFindReply(reply);
-        if (exchange.Ended() || !found || FoundType(types, *found) == nullptr)
+        if (exchange_.Ended() || !found || FoundType(types_, *found) == nullptr)
             continue;
         if (restart)
             OnlineRestart_unit();
@@ -175,8 +175,8 @@ bool OnlineSession::OnlineRestart_unit() {
         if (IsAccepted(reply))
             return true;
     }
-    if (!exchange.Cancelled() && !lossReported)
-        view.ErrorMessage(errorTitle, reply.empty() ? "No reply to restart" : "Reply fail to restart");
+    if (!exchange_.Cancelled() && !lossReported_)
+        view_.ErrorMessage(errorTitle, reply.empty() ? "No reply to restart" : "Reply fail to restart");
     return false;
 }
 

@@ -81,7 +81,7 @@ class OnlineSession {
     std::array<bool, 8> MutedOutputs = {};
     LevelSource LevelView = LevelSource::InputTrims;
 
-    bool IsOnline() const { return online; }
+    bool IsOnline() const { return online_; }
 
     /// Scans COM1 to COM4 and fills the table. Ignored while online or busy.
     void Online_search_for_vek();
@@ -101,9 +101,9 @@ class OnlineSession {
     void SendRoutes();
 
     /// Ends what runs at once and without a message: the window is closing. Nothing is sent until Shutdown.
-    void Cancel() { exchange.Cancel(); }
+    void Cancel() { exchange_.Cancel(); }
     /// True while an operation is under way; the window must not be deleted then.
-    bool Busy() const { return busy; }
+    bool Busy() const { return busy_; }
     /// Disconnects for good, before the window closes; true when done. While an operation is under way it
     /// cancels that instead and returns false: call again when Busy() is false.
     bool Shutdown();
@@ -130,17 +130,17 @@ class OnlineSession {
     void ServeUnlessBusy();
     void Serve();
 
-    Exchange exchange;
-    const DeviceTypeList& types;
-    const OnlineLevels& levels;
-    OnlineView& view;
-    std::optional<std::size_t> LastRoutedInput; ///< nothing until all outputs were routed to one input
-    bool online = false;
-    bool busy = false;
-    bool levelsWanted = false;
-    bool routesWanted = false;
-    bool disconnectWanted = false;
-    bool lossReported = false; ///< the user knows that the port is gone
+    Exchange exchange_;
+    const DeviceTypeList& types_;
+    const OnlineLevels& levels_;
+    OnlineView& view_;
+    std::optional<std::size_t> LastRoutedInput_; ///< nothing until all outputs were routed to one input
+    bool online_ = false;
+    bool busy_ = false;
+    bool levelsWanted_ = false;
+    bool routesWanted_ = false;
+    bool disconnectWanted_ = false;
+    bool lossReported_ = false; ///< the user knows that the port is gone
 };
 
 } // namespace vek

@@ -51,63 +51,63 @@ std::string BlockErrorTitle(int number) { return std::string("Error!  ") += std:
 } // namespace
 
 VekLink::VekLink(SerialControl& port, OneShotTimer& timer, const DeviceTypeList& types, VekLinkView& view)
-    : exchange(port, timer), types(types), view(view) {}
+    : exchange_(port, timer), types_(types), view_(view) {}
 
 void VekLink::Activate() {
-    if (busy)
+    if (busy_)
         return;
-    view.EnableProgramVek(false);
-    view.SetProgressBar1(0);
-    view.ShowPleaseWait(false);
+    view_.EnableProgramVek(false);
+    view_.SetProgressBar1(0);
+    view_.ShowPleaseWait(false);
     search_for_vek();
 }
 
 void VekLink::search_for_vek() {
-    if (busy)
+    if (busy_)
         return;
-    const RunningScope running(busy);
-    view.EnableProgramVek(false);
-    SearchPorts(exchange, types, view, [this] { return Find_vek(true); });
+    const RunningScope running(busy_);
+    view_.EnableProgramVek(false);
+    SearchPorts(exchange_, types_, view_, [this] { return Find_vek(true); });
 }
 
 ConfigureResult VekLink::ProgramVek(const DownloadImage& image) {
     ConfigureResult result = ConfigureResult::Finished;
-    if (busy)
+    if (busy_)
         return result;
-    const RunningScope running(busy);
+    const RunningScope running(busy_);
     do {
         set_active_port();
-        view.SetLabel3("Please wait programing vek");
-        view.ShowPleaseWait(true);
+        view_.SetLabel3("Please wait programing vek");
+        view_.ShowPleaseWait(true);
         result = Configure_Vek(image);
     } while (result == ConfigureResult::ProgramAnother);
-    exchange.Close();
+    exchange_.Close();
     return result;
 }
 
 void VekLink::set_active_port() {
-    if (OpenSelectedPort(exchange, view))
-        exchange.Wait(portOpenWait);
+    if (OpenSelectedPort(exchange_, view_))
+        exchange_.Wait(portOpenWait);
 }
 
 void VekLink::send_wake_pulse() {
-    exchange.SetSettings(wakePulseSettings);
-    exchange.Send(0);
-    exchange.Wait(wakePulseWait);
+    exchange_.SetSettings(wakePulseSettings);
+    exchange_.Send(0);
+    exchange_.Wait(wakePulseWait);
 }
 
 ByteVector VekLink::SearchAt(std::string_view settings) {
-    exchange.DiscardInput();
-    exchange.SetSettings(settings);
-    exchange.Send(attentionByte);
-    exchange.Wait(byteWait);
+    exchange_.DiscardInput();
+    exchange_.SetSettings(settings);
+    exchange_.Send(attentionByte);
+    exchange_.Wait(byteWait);
     for (const char letter : wakeWord) {
         if (letter == wakeWord.back())
-            exchange.DiscardInput();
-        exchange.Send(static_cast<std::uint8_t>(letter));
-        exchange.Wait(byteWait);
+            exchange_.DiscardInput();
+        exchange_.Send(static_cast<std::uint8_t>(letter));
+        exchange_.Wait(byteWait);
     }
-    return exchange.WaitForReply(searchReplyWait, longestSearchReply, findReplyLength);
+    return exchange_.WaitForReply(searchReplyWait, longestSearchReply, findReplyLength);
 }
 
 std::uint32_t VekLink::Find_vek(bool restart) {
@@ -116,12 +116,12 @@ std::uint32_t VekLink::Find_vek(bool restart) {
     for (int pass = 0; pass < searchPasses; ++pass) {
         for (const char* settings : searchSettings) {
             const ByteVector reply = SearchAt(settings);
-            if (exchange.Ended())
+            if (exchange_.Ended())
                 return 0;
             replySeen = replySeen || !reply.empty();
             const auto found = DecodeFindReply(reply);
             // The type is that of the first byte received, even when the answer starts behind noise.
-            if (!found || FindDeviceType(types, reply.front()) == nullptr)
+            if (!found || FindDeviceType(types_, reply.front()) == nullptr)
                 continue;
             if (restart)
                 restart_unit();
@@ -136,23 +136,23 @@ std::uint32_t VekLink::Find_vek(bool restart) {
 }
 
 void VekLink::SendCommand(std::uint8_t command, std::span<const std::uint8_t> argument) {
-    exchange.SetSettings(commandSettings);
-    exchange.Send(command);
-    exchange.Wait(byteWait);
-    exchange.SetSettings(argumentSettings);
-    exchange.Send(argument);
+    exchange_.SetSettings(commandSettings);
+    exchange_.Send(command);
+    exchange_.Wait(byteWait);
+    exchange_.SetSettings(argumentSettings);
+    exchange_.Send(argument);
 }
 
 bool VekLink::dumb_restart_unit() {
-    exchange.DiscardInput();
+    exchange_.DiscardInput();
     SendCommand(restartCommand, restartArgument);
-    exchange.Wait(dumbRestartWait);
+    exchange_.Wait(dumbRestartWait);
     return false;
 }
 
 VekLink::Reply VekLink::Command(std::uint8_t command, std::span<const std::uint8_t> argument) {
     SendCommand(command, argument);
-    const ByteVector reply = exchange.WaitForReply(commandReplyWait, commandReplyLength, commandReplyLength);
+    const ByteVector reply = exchange_.WaitForReply(commandReplyWait, commandReplyLength, commandReplyLength);
     if (IsAccepted(reply))
         return Reply::Accepted;
     return reply.empty() ? Reply::None : Reply::Refused;
@@ -161,14 +161,14 @@ VekLink::Reply VekLink::Command(std::uint8_t command, std::span<const std::uint8
 bool VekLink::restart_unit() {
     Reply reply = Reply::None;
     for (int attempt = 0; attempt < commandAttempts; ++attempt) {
-        exchange.DiscardInput();
+        exchange_.DiscardInput();
         reply = Command(restartCommand, restartArgument);
         if (reply == Reply::Accepted)
             return true;
     }
-    if (!exchange.Cancelled())
-        view.ErrorMessage(errorTitle,
-                          reply == Reply::Refused ? "Reply fail to restart" : "No reply to restart");
+    if (!exchange_.Cancelled())
+        view_.ErrorMessage(errorTitle,
+                           reply == Reply::Refused ? "Reply fail to restart" : "No reply to restart");
     return false;
 }
 
@@ -180,21 +180,21 @@ bool VekLink::SendBlock(const DownloadImage& image, int number) {
         if (reply == Reply::Accepted)
             return true;
     }
-    if (!exchange.Cancelled())
-        view.ErrorMessage(BlockErrorTitle(number),
-                          reply == Reply::Refused ? "Reply to download failed" : "No reply to download");
+    if (!exchange_.Cancelled())
+        view_.ErrorMessage(BlockErrorTitle(number),
+                           reply == Reply::Refused ? "Reply to download failed" : "No reply to download");
     return false;
 }
 
 void VekLink::ShowProgress(const std::string& percentage, int value) {
-    view.SetLabel2(percentage);
-    view.SetProgressBar1(value);
+    view_.SetLabel2(percentage);
+    view_.SetProgressBar1(value);
 }
 
 void VekLink::send_download(const DownloadImage& image, bool& success) {
     success = false;
     const int blocks = BlockCount(image.Length);
-    exchange.DiscardInput();
+    exchange_.DiscardInput();
     for (int number = 0; number < blocks; ++number) {
         if (!SendBlock(image, number))
             return;
@@ -207,18 +207,18 @@ void VekLink::send_download(const DownloadImage& image, bool& success) {
 
 ConfigureResult VekLink::Configure_Vek(const DownloadImage& image) {
     ShowProgress("0%", 0);
-    view.ShowPleaseWait(true);
-    if (exchange.Cancelled())
+    view_.ShowPleaseWait(true);
+    if (exchange_.Cancelled())
         return ConfigureResult::Finished;
-    if (!exchange.PortOpen()) {
-        view.ErrorMessage(errorTitle, "Port not open");
+    if (!exchange_.PortOpen()) {
+        view_.ErrorMessage(errorTitle, "Port not open");
         return ConfigureResult::PortNotOpen;
     }
     const std::uint32_t found = Find_vek(false);
-    if (exchange.Cancelled())
+    if (exchange_.Cancelled())
         return ConfigureResult::Finished;
     if (found == 0) {
-        view.ErrorMessage(errorTitle, "Vek not responding");
+        view_.ErrorMessage(errorTitle, "Vek not responding");
         return ConfigureResult::NotResponding;
     }
     bool success = false;
@@ -226,12 +226,12 @@ ConfigureResult VekLink::Configure_Vek(const DownloadImage& image) {
     if (!success)
         return ConfigureResult::Finished;
     if (restart_unit())
-        return view.AskYesNo("All sent ok", "Program another vek") ? ConfigureResult::ProgramAnother
-                                                                   : ConfigureResult::Finished;
-    if (!exchange.Cancelled())
-        view.ErrorMessage(errorTitle,
-                          "Program failed, Vekule will fail to operate correctly until reprogrammmed, "
-                          "Try powering the vek off/wait/on and reprogram again");
+        return view_.AskYesNo("All sent ok", "Program another vek") ? ConfigureResult::ProgramAnother
+                                                                    : ConfigureResult::Finished;
+    if (!exchange_.Cancelled())
+        view_.ErrorMessage(errorTitle,
+                           "Program failed, Vekule will fail to operate correctly until reprogrammmed, "
+                           "Try powering the vek off/wait/on and reprogram again");
     return ConfigureResult::RestartFailed;
 }
 

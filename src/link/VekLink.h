@@ -62,9 +62,9 @@ class VekLink {
     ConfigureResult ProgramVek(const DownloadImage& image);
 
     /// Ends what runs at once, for good: the window is closing. What runs closes its port as it returns.
-    void Cancel() { exchange.Cancel(); }
+    void Cancel() { exchange_.Cancel(); }
     /// True while one of the procedures above is running; the window must not be deleted then.
-    bool Busy() const { return busy; }
+    bool Busy() const { return busy_; }
 
     // The steps of the above, on the port that is open.
 
@@ -94,10 +94,10 @@ class VekLink {
     bool SendBlock(const DownloadImage& image, int number);
     void ShowProgress(const std::string& percentage, int value);
 
-    Exchange exchange;
-    const DeviceTypeList& types;
-    VekLinkView& view;
-    bool busy = false;
+    Exchange exchange_;
+    const DeviceTypeList& types_;
+    VekLinkView& view_;
+    bool busy_ = false;
 };
 
 } // namespace vek

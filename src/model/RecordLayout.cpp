@@ -67,40 +67,40 @@ void Visit(Config& config, Archive& archive) {
 
 class RecordWriter {
   public:
-    explicit RecordWriter(std::span<std::byte> bytes) : writer(bytes) {}
-    void Integer(std::int16_t value) { writer.Integer(value); }
-    void LinkGroup(std::int16_t value) { writer.Integer(value); }
-    void Level(float value) { writer.Single(value); }
+    explicit RecordWriter(std::span<std::byte> bytes) : writer_(bytes) {}
+    void Integer(std::int16_t value) { writer_.Integer(value); }
+    void LinkGroup(std::int16_t value) { writer_.Integer(value); }
+    void Level(float value) { writer_.Single(value); }
     template <std::size_t N>
     void Text(const FixedText<N>& text) {
-        writer.Text(text.Padded());
+        writer_.Text(text.Padded());
     }
 
   private:
-    ByteWriter writer;
+    ByteWriter writer_;
 };
 
 class RecordReader {
   public:
-    explicit RecordReader(std::span<const std::byte> bytes) : reader(bytes) {}
-    void Integer(std::int16_t& value) { value = reader.Integer(); }
+    explicit RecordReader(std::span<const std::byte> bytes) : reader_(bytes) {}
+    void Integer(std::int16_t& value) { value = reader_.Integer(); }
     void LinkGroup(std::int16_t& value) {
-        value = reader.Integer();
+        value = reader_.Integer();
         if (!IsValidLinkGroup(value))
             throw FileError("link group " + std::to_string(value) + " is outside 0 to 4");
     }
     void Level(float& value) {
-        value = reader.Single();
+        value = reader_.Single();
         if (!IsValidLevel(value))
             throw FileError("a level is not a finite number");
     }
     template <std::size_t N>
     void Text(FixedText<N>& text) {
-        text = reader.Text(N);
+        text = reader_.Text(N);
     }
 
   private:
-    ByteReader reader;
+    ByteReader reader_;
 };
 
 } // namespace

@@ -11,6 +11,8 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr AddressGroup groups[] = {AddressGroup::Mode, AddressGroup::Route, AddressGroup::RouteControl,
@@ -53,7 +55,7 @@ AddressesPage::AddressesPage(QWidget* parent) : QWidget(parent) {
 
 AddressLabel* AddressesPage::MakeLabel(AddressGroup group, std::size_t function, const QString& caption) {
     const bool input = function < FirstOutputFunction(group);
-    auto* label = new AddressLabel(caption + QLatin1Char(' ') + (input ? tr("In") : tr("Out")), this);
+    auto* label = new AddressLabel(caption + u' ' + (input ? tr("In") : tr("Out")), this);
     label->setObjectName(ElementName(LabelName(group), function));
     connect(label, &AddressLabel::clicked, this,
             [this, group, function] { Q_EMIT Clicked(group, function); });
@@ -114,15 +116,15 @@ QWidget* AddressesPage::MakeVolumeFrame() {
 std::span<AddressLabel*> AddressesPage::Labels(AddressGroup group) {
     switch (group) {
     case AddressGroup::Mode:
-        return VekNetLabel2;
+        return VekNetLabel2_;
     case AddressGroup::Route:
-        return VekNetLabelRoute;
+        return VekNetLabelRoute_;
     case AddressGroup::RouteControl:
-        return VekNetLabelRouteControl;
+        return VekNetLabelRouteControl_;
     case AddressGroup::Volume:
         break;
     }
-    return VolumeVekNetLabel;
+    return VolumeVekNetLabel_;
 }
 
 void AddressesPage::ShowAddresses(const AddressEnables& enables, int base, std::size_t output) {

@@ -39,10 +39,10 @@ class AddressesPage : public QWidget {
                  std::size_t function);
     AddressLabel* MakeLabel(AddressGroup group, std::size_t function, const QString& caption);
 
-    std::array<AddressLabel*, modeFunctionCount> VekNetLabel2 = {};
-    std::array<AddressLabel*, routeFunctionCount> VekNetLabelRoute = {};
-    std::array<AddressLabel*, routeControlFunctionCount> VekNetLabelRouteControl = {};
-    std::array<AddressLabel*, volumeFunctionCount> VolumeVekNetLabel = {};
+    std::array<AddressLabel*, modeFunctionCount> VekNetLabel2_ = {};
+    std::array<AddressLabel*, routeFunctionCount> VekNetLabelRoute_ = {};
+    std::array<AddressLabel*, routeControlFunctionCount> VekNetLabelRouteControl_ = {};
+    std::array<AddressLabel*, volumeFunctionCount> VolumeVekNetLabel_ = {};
 };
 
 } // namespace vek

@@ -16,6 +16,8 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // What the volume chip can take, less what trims and offset can add: no sum that can be set leaves its range.
@@ -69,7 +71,7 @@ QWidget* LevelsPage::MakeSlider() {
     auto* layout = new QVBoxLayout(column);
     layout->setContentsMargins(0, 0, 0, 0);
     LevelTrim1 = new LevelTrim(column);
-    LevelTrim1->setObjectName(QStringLiteral("LevelTrim1"));
+    LevelTrim1->setObjectName(u"LevelTrim1"_s);
     LevelTrim1->SetAccessibleTitle(tr("Level of the output"));
     LevelTrim1->SetMaxLevel(sliderMaximum);
     LevelTrim1->SetMinLevel(sliderMinimum);
@@ -109,13 +111,13 @@ QWidget* LevelsPage::MakeLimits() {
         }
         ++row;
     }
-    StartLevelLabel->setObjectName(QStringLiteral("StartLevelLabel"));
+    StartLevelLabel->setObjectName(u"StartLevelLabel"_s);
     for (QWidget* widget : {static_cast<QWidget*>(RemoteStartLevel), static_cast<QWidget*>(StartLevelLabel),
                             static_cast<QWidget*>(UseSliderToSet[SetStart])})
         KeepPlaceWhenHidden(widget);
 
     RemoteMuteOnMin = new QCheckBox(tr("Mute on Minimum Level"), column);
-    RemoteMuteOnMin->setObjectName(QStringLiteral("RemoteMuteOnMin"));
+    RemoteMuteOnMin->setObjectName(u"RemoteMuteOnMin"_s);
     grid->setRowMinimumHeight(row++, 12);
     grid->addWidget(RemoteMuteOnMin, row++, 0, 1, 3);
     auto* choice = new QButtonGroup(column);

@@ -8,21 +8,23 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 NotesPage::NotesPage(QWidget* parent) : QWidget(parent) {
     Text1 = new NotesBox(this);
-    Text1->setObjectName(QStringLiteral("Text1"));
+    Text1->setObjectName(u"Text1"_s);
     Text1->setAccessibleName(tr("Notes"));
-    remaining = new QLabel(this);
-    remaining->setAlignment(Qt::AlignRight);
+    remaining_ = new QLabel(this);
+    remaining_->setAlignment(Qt::AlignRight);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(Text1, 1);
-    layout->addWidget(remaining);
+    layout->addWidget(remaining_);
     connect(Text1, &NotesBox::textChanged, this, &NotesPage::ShowRemaining);
     ShowRemaining();
 }
 
 void NotesPage::ShowRemaining() {
-    remaining->setText(tr("%1 of %2 characters left").arg(Text1->Remaining()).arg(notesLength));
+    remaining_->setText(tr("%1 of %2 characters left").arg(Text1->Remaining()).arg(notesLength));
 }
 
 } // namespace vek

@@ -20,7 +20,7 @@ class NotesPage : public QWidget {
   private:
     void ShowRemaining();
 
-    QLabel* remaining;
+    QLabel* remaining_;
 };
 
 } // namespace vek

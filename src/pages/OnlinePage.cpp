@@ -11,6 +11,8 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr PortRowNames rowNames = {"OnlinePort", "VekType", "Blanking", "Blanking1", true};
@@ -22,46 +24,46 @@ OnlinePage::OnlinePage(std::function<QStringList()> deviceNames, QWidget* parent
     auto* frame = new QGroupBox(tr("Matrix Control"), this);
     Ports = new PortRows(rowNames, std::move(deviceNames), frame);
     OnlineSearch = new QPushButton(tr("Search for Matrix Vek"), frame);
-    OnlineSearch->setObjectName(QStringLiteral("OnlineSearch"));
+    OnlineSearch->setObjectName(u"OnlineSearch"_s);
     OnlineCancel = new QPushButton(tr("Disconnect"), frame);
-    OnlineCancel->setObjectName(QStringLiteral("OnlineCancel"));
+    OnlineCancel->setObjectName(u"OnlineCancel"_s);
     OnlineCancel->setVisible(false);
-    showDiagnostics = new QCheckBox(tr("Show diagnostics"), frame);
-    showDiagnostics->setObjectName(QStringLiteral("ShowDiagnostics"));
-    Text2 = new QPlainTextEdit(frame);
-    Text2->setObjectName(QStringLiteral("Text2"));
-    Text2->setAccessibleName(tr("Diagnostics"));
-    Text2->setReadOnly(true);
-    Text2->setUndoRedoEnabled(false);
-    Text2->setMaximumBlockCount(mostDiagnosticLines);
-    Text2->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    Text2->setVisible(false);
-    connect(showDiagnostics, &QCheckBox::toggled, Text2, &QWidget::setVisible);
+    showDiagnostics_ = new QCheckBox(tr("Show diagnostics"), frame);
+    showDiagnostics_->setObjectName(u"ShowDiagnostics"_s);
+    Text2_ = new QPlainTextEdit(frame);
+    Text2_->setObjectName(u"Text2"_s);
+    Text2_->setAccessibleName(tr("Diagnostics"));
+    Text2_->setReadOnly(true);
+    Text2_->setUndoRedoEnabled(false);
+    Text2_->setMaximumBlockCount(mostDiagnosticLines);
+    Text2_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    Text2_->setVisible(false);
+    connect(showDiagnostics_, &QCheckBox::toggled, Text2_, &QWidget::setVisible);
 
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(OnlineSearch);
     buttons->addWidget(OnlineCancel);
     buttons->addStretch(1);
-    buttons->addWidget(showDiagnostics);
+    buttons->addWidget(showDiagnostics_);
     auto* column = new QVBoxLayout(frame);
     column->addWidget(Ports);
     column->addLayout(buttons);
-    column->addWidget(Text2, 1);
+    column->addWidget(Text2_, 1);
     column->addStretch(0);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(frame);
 }
 
-bool OnlinePage::DiagnosticsOn() const { return showDiagnostics->isChecked(); }
+bool OnlinePage::DiagnosticsOn() const { return showDiagnostics_->isChecked(); }
 
 void OnlinePage::AppendDiagnostics(const QString& text) {
-    QTextCursor end(Text2->document());
+    QTextCursor end(Text2_->document());
     end.movePosition(QTextCursor::End);
     QString lines = text;
-    lines.remove(QLatin1Char('\r'));
+    lines.remove(u'\r');
     end.insertText(lines);
-    Text2->setTextCursor(end);
-    Text2->ensureCursorVisible();
+    Text2_->setTextCursor(end);
+    Text2_->ensureCursorVisible();
 }
 
 } // namespace vek

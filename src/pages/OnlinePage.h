@@ -31,8 +31,8 @@ class OnlinePage : public QWidget {
     QPushButton* OnlineCancel;
 
   private:
-    QCheckBox* showDiagnostics;
-    QPlainTextEdit* Text2;
+    QCheckBox* showDiagnostics_;
+    QPlainTextEdit* Text2_;
 };
 
 } // namespace vek

@@ -12,6 +12,8 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 OnlineStrip::OnlineStrip(QWidget* parent) : QWidget(parent) {
     auto* frames = new QVBoxLayout;
     const QString muteCaption = tr("Mute");
@@ -20,9 +22,9 @@ OnlineStrip::OnlineStrip(QWidget* parent) : QWidget(parent) {
     frames->addStretch(1);
 
     OnlineLabel32 = new QLabel(tr("Online Level Offset"), this);
-    OnlineLabel32->setObjectName(QStringLiteral("OnlineLabel32"));
+    OnlineLabel32->setObjectName(u"OnlineLabel32"_s);
     OnlineLevelOffset = new LevelTrim(this);
-    OnlineLevelOffset->setObjectName(QStringLiteral("OnlineLevelOffset"));
+    OnlineLevelOffset->setObjectName(u"OnlineLevelOffset"_s);
     OnlineLevelOffset->SetAccessibleTitle(OnlineLabel32->text());
     OnlineLevelOffset->SetMaxLevel(trimMaximum);
     OnlineLevelOffset->SetMinLevel(trimMinimum);

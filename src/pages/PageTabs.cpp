@@ -5,20 +5,20 @@
 
 namespace vek {
 
-QSize PageTabs::sizeHint() const { return painted ? QTabWidget::sizeHint() : tabBar()->sizeHint(); }
+QSize PageTabs::sizeHint() const { return painted_ ? QTabWidget::sizeHint() : tabBar()->sizeHint(); }
 
 QSize PageTabs::minimumSizeHint() const {
-    return painted ? QTabWidget::minimumSizeHint() : tabBar()->minimumSizeHint();
+    return painted_ ? QTabWidget::minimumSizeHint() : tabBar()->minimumSizeHint();
 }
 
-bool PageTabs::hasHeightForWidth() const { return painted && QTabWidget::hasHeightForWidth(); }
+bool PageTabs::hasHeightForWidth() const { return painted_ && QTabWidget::hasHeightForWidth(); }
 
 void PageTabs::paintEvent(QPaintEvent* event) {
     QTabWidget::paintEvent(event);
-    if (painted)
+    if (painted_)
         return;
     QTimer::singleShot(0, this, [this] {
-        painted = true;
+        painted_ = true;
         updateGeometry();
     });
 }

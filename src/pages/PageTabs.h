@@ -21,7 +21,7 @@ class PageTabs : public QTabWidget {
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    bool painted = false;
+    bool painted_ = false;
 };
 
 } // namespace vek

@@ -14,6 +14,8 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int deviceCharacters = 34; // of a name that is shown in full
@@ -24,40 +26,41 @@ QString ComName(std::size_t row) { return PortRows::tr("COM%1").arg(row + 1); }
 } // namespace
 
 PortRows::PortRows(const PortRowNames& names, DeviceNames deviceNames, QWidget* parent)
-    : QWidget(parent), deviceNames(std::move(deviceNames)) {
-    options = new QButtonGroup(this);
+    : QWidget(parent), deviceNames_(std::move(deviceNames)) {
+    options_ = new QButtonGroup(this);
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setColumnStretch(2, 1);
     for (std::size_t row = 0; row < portCount; ++row) {
-        rows[row] = MakeRow(names, row);
+        rows_[row] = MakeRow(names, row);
         const int line = static_cast<int>(row);
-        grid->addWidget(rows[row].Number, line, 0);
-        grid->addWidget(rows[row].Option, line, 0);
-        grid->addWidget(rows[row].Device, line, 1);
-        grid->addWidget(rows[row].VekType, line, 2);
+        grid->addWidget(rows_[row].Number, line, 0);
+        grid->addWidget(rows_[row].Option, line, 0);
+        grid->addWidget(rows_[row].Device, line, 1);
+        grid->addWidget(rows_[row].VekType, line, 2);
         // The same cells: while it shows it covers the row.
-        grid->addWidget(rows[row].Blanking, line, 0, 1, 3);
-        rows[row].Blanking->raise();
+        grid->addWidget(rows_[row].Blanking, line, 0, 1, 3);
+        rows_[row].Blanking->raise();
     }
 }
 
 void PortRows::RefreshDevices() {
-    devices = deviceNames();
+    devices_ = deviceNames_();
     for (std::size_t row = 0; row < portCount; ++row)
-        ShowDevice(row, devices.value(static_cast<qsizetype>(row)));
+        ShowDevice(row, devices_.value(static_cast<qsizetype>(row)));
 }
 
 void PortRows::ShowDevice(std::size_t row, const QString& device) {
-    rows[row].Device->setText(device.isEmpty() ? tr("no port") : device);
-    for (QWidget* widget : {static_cast<QWidget*>(rows[row].Device), static_cast<QWidget*>(rows[row].Option),
-                            static_cast<QWidget*>(rows[row].VekType)})
+    rows_[row].Device->setText(device.isEmpty() ? tr("no port") : device);
+    for (QWidget* widget :
+         {static_cast<QWidget*>(rows_[row].Device), static_cast<QWidget*>(rows_[row].Option),
+          static_cast<QWidget*>(rows_[row].VekType)})
         widget->setToolTip(device);
 }
 
 QString PortRows::PortName(std::size_t row) const {
-    const QString device = devices.value(static_cast<qsizetype>(row));
-    return device.isEmpty() ? ComName(row) : ComName(row) + QStringLiteral(" (%1)").arg(device);
+    const QString device = devices_.value(static_cast<qsizetype>(row));
+    return device.isEmpty() ? ComName(row) : ComName(row) + u" (%1)"_s.arg(device);
 }
 
 void PortRows::showEvent(QShowEvent* event) {
@@ -75,7 +78,7 @@ PortRows::Row PortRows::MakeRow(const PortRowNames& names, std::size_t row) {
     option->setObjectName(ElementName(names.Option, row));
     option->setVisible(false);
     option->setEnabled(false);
-    options->addButton(option);
+    options_->addButton(option);
     connect(option, &QRadioButton::toggled, this, [this, row](bool on) {
         if (on)
             Q_EMIT Chosen(row);
@@ -113,33 +116,33 @@ PortRows::Row PortRows::MakeRow(const PortRowNames& names, std::size_t row) {
     return {number, device, option, type, blanking};
 }
 
-void PortRows::ShowBlanking(std::size_t row, bool visible) { rows[row].Blanking->setVisible(visible); }
+void PortRows::ShowBlanking(std::size_t row, bool visible) { rows_[row].Blanking->setVisible(visible); }
 
 void PortRows::ShowOption(std::size_t row, bool visible) {
-    rows[row].Option->setVisible(visible);
-    rows[row].Number->setVisible(!visible);
+    rows_[row].Option->setVisible(visible);
+    rows_[row].Number->setVisible(!visible);
 }
 
-void PortRows::EnableOption(std::size_t row, bool enabled) { rows[row].Option->setEnabled(enabled); }
+void PortRows::EnableOption(std::size_t row, bool enabled) { rows_[row].Option->setEnabled(enabled); }
 
 void PortRows::SelectOption(std::size_t row, bool selected) {
-    const QSignalBlocker quiet(rows[row].Option);
+    const QSignalBlocker quiet(rows_[row].Option);
     // An exclusive group would not let go of its last selected button.
-    options->setExclusive(false);
-    rows[row].Option->setChecked(selected);
-    options->setExclusive(true);
+    options_->setExclusive(false);
+    rows_[row].Option->setChecked(selected);
+    options_->setExclusive(true);
 }
 
-bool PortRows::OptionSelected(std::size_t row) const { return rows[row].Option->isChecked(); }
+bool PortRows::OptionSelected(std::size_t row) const { return rows_[row].Option->isChecked(); }
 
-void PortRows::ShowVekType(std::size_t row, bool visible) { rows[row].VekType->setVisible(visible); }
+void PortRows::ShowVekType(std::size_t row, bool visible) { rows_[row].VekType->setVisible(visible); }
 
 void PortRows::SetVekType(std::size_t row, const std::string& text) {
-    rows[row].VekType->setText(QString::fromStdString(text));
+    rows_[row].VekType->setText(QString::fromStdString(text));
 }
 
 void PortRows::LockOptions(bool locked) {
-    for (const Row& row : rows) {
+    for (const Row& row : rows_) {
         row.Option->setAttribute(Qt::WA_TransparentForMouseEvents, locked);
         row.Option->setFocusPolicy(locked ? Qt::NoFocus : Qt::StrongFocus);
     }

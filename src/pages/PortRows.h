@@ -73,10 +73,10 @@ class PortRows : public QWidget {
     Row MakeRow(const PortRowNames& names, std::size_t row);
     void ShowDevice(std::size_t row, const QString& device);
 
-    DeviceNames deviceNames;
-    QStringList devices; ///< by row
-    std::array<Row, portCount> rows;
-    QButtonGroup* options;
+    DeviceNames deviceNames_;
+    QStringList devices_; ///< by row
+    std::array<Row, portCount> rows_;
+    QButtonGroup* options_;
 };
 
 /// Forwards the table part of a view of the link to PortRows.

@@ -29,7 +29,7 @@ Rs232Page::Rs232Page(QWidget* parent) : QWidget(parent) {
             code->setObjectName(ElementName("RS232Label", commands.size() * output + j));
             code->setAlignment(Qt::AlignCenter);
             code->setFrameShape(QFrame::StyledPanel);
-            codes.push_back(code);
+            codes_.push_back(code);
             grid->addWidget(code, row, static_cast<int>(j) + 1);
         }
     }
@@ -44,7 +44,7 @@ Rs232Page::Rs232Page(QWidget* parent) : QWidget(parent) {
 
 void Rs232Page::showEvent(QShowEvent* event) {
     // A text that can be selected is a whole document; these wait until they are looked at.
-    for (QLabel* code : codes)
+    for (QLabel* code : codes_)
         code->setTextInteractionFlags(Qt::TextSelectableByMouse);
     QWidget::showEvent(event);
 }

@@ -20,7 +20,7 @@ class Rs232Page : public QWidget {
     void showEvent(QShowEvent* event) override;
 
   private:
-    std::vector<QLabel*> codes; // owned by this widget
+    std::vector<QLabel*> codes_; // owned by this widget
 };
 
 } // namespace vek

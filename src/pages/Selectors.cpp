@@ -10,6 +10,8 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 Selectors::Selectors(QWidget* parent) : QWidget(parent) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -27,7 +29,7 @@ QWidget* Selectors::MakeFrame(const QString& title, std::string_view name,
         const QString number = QString::number(i + 1);
         auto* option = new QRadioButton(number, frame);
         option->setObjectName(ElementName(name, i));
-        option->setAccessibleName(title + QLatin1Char(' ') + number);
+        option->setAccessibleName(title + u' ' + number);
         option->installEventFilter(this);
         connect(option, &QRadioButton::toggled, this, [this, chosen](bool on) {
             if (on)

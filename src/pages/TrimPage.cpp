@@ -10,6 +10,8 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 TrimPage::TrimPage(std::string_view name, const QString& title, const QString& caption, QWidget* parent)
     : QWidget(parent) {
     auto* frame = new QGroupBox(title, this);
@@ -21,7 +23,7 @@ TrimPage::TrimPage(std::string_view name, const QString& title, const QString& c
         label->setAlignment(Qt::AlignHCenter);
         auto* trim = new LevelTrim(frame);
         trim->setObjectName(ElementName(name, i));
-        trim->SetAccessibleTitle(title + QLatin1String(", ") + number);
+        trim->SetAccessibleTitle(title + ", "_L1 + number);
         trim->SetMaxLevel(trimMaximum);
         trim->SetMinLevel(trimMinimum);
         connect(trim, &LevelTrim::Change, this, &TrimPage::Edited);

@@ -63,19 +63,19 @@ json ReadJson(const std::string& path) {
 } // namespace
 
 JsonRegistryStore::JsonRegistryStore(std::string given, const std::string& inherited)
-    : path(std::move(given)) {
+    : path_(std::move(given)) {
     std::error_code error;
-    const bool own = fs::exists(path, error);
+    const bool own = fs::exists(path_, error);
     if (!own && !fs::exists(inherited, error))
         return;
     try {
-        json content = ReadJson(own ? path : inherited);
+        json content = ReadJson(own ? path_ : inherited);
         if (content.is_object())
-            root = std::move(content);
+            root_ = std::move(content);
         else if (own)
-            writable = SetAside(path);
+            writable_ = SetAside(path_);
     } catch (const FileError&) {
-        writable = !own;
+        writable_ = !own;
     }
 }
 
@@ -90,7 +90,7 @@ JsonRegistryStore JsonRegistryStore::OfThisMachine() {
 }
 
 const json* JsonRegistryStore::FindKey(std::string_view key) const {
-    const json* found = &root;
+    const json* found = &root_;
     while (!key.empty()) {
         const auto next = found->find(TakeStep(key));
         if (next == found->end() || !next->is_object())
@@ -105,13 +105,13 @@ bool JsonRegistryStore::KeyExists(std::string_view key) const { return FindKey(k
 void JsonRegistryStore::CreateKey(std::string_view key) {
     if (KeyExists(key))
         return;
-    json* place = &root;
+    json* place = &root_;
     while (!key.empty()) {
         place = &(*place)[TakeStep(key)];
         if (!place->is_object())
             *place = json::object();
     }
-    changed = true;
+    changed_ = true;
 }
 
 std::vector<std::string> JsonRegistryStore::SubkeyNames(std::string_view key) const {
@@ -140,25 +140,25 @@ std::optional<RegistryValue> JsonRegistryStore::Query(std::string_view key, std:
 void JsonRegistryStore::Set(std::string_view key, std::string_view name, RegistryValue value) {
     if (!KeyExists(key))
         return;
-    json* place = &root;
+    json* place = &root_;
     while (!key.empty())
         place = &(*place)[TakeStep(key)];
     std::visit([&](const auto& content) { (*place)[std::string(name)] = content; }, value);
-    changed = true;
+    changed_ = true;
 }
 
 void JsonRegistryStore::Flush() {
-    if (!changed || !writable)
+    if (!changed_ || !writable_)
         return;
     // Texts that came from elsewhere may not be UTF-8; the file always is.
-    const std::string text = root.dump(4, ' ', false, json::error_handler_t::replace) + '\n';
+    const std::string text = root_.dump(4, ' ', false, json::error_handler_t::replace) + '\n';
     try {
         std::error_code error;
-        fs::create_directories(fs::path(path).parent_path(), error);
-        WriteFileDurably(path, AsBytes(text), ExistingTail::Drop);
-        changed = false;
+        fs::create_directories(fs::path(path_).parent_path(), error);
+        WriteFileDurably(path_, AsBytes(text), ExistingTail::Drop);
+        changed_ = false;
     } catch (const FileError&) {
-        writable = false;
+        writable_ = false;
     }
 }
 

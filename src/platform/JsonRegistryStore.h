@@ -31,10 +31,10 @@ class JsonRegistryStore final : public RegistryStore {
   private:
     const nlohmann::json* FindKey(std::string_view key) const;
 
-    std::string path;
-    nlohmann::json root = nlohmann::json::object();
-    bool changed = false;
-    bool writable = true;
+    std::string path_;
+    nlohmann::json root_ = nlohmann::json::object();
+    bool changed_ = false;
+    bool writable_ = true;
 };
 
 } // namespace vek

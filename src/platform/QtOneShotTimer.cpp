@@ -5,33 +5,33 @@
 namespace vek {
 
 QtOneShotTimer::QtOneShotTimer() {
-    timer.setSingleShot(true);
-    timer.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&timer, &QTimer::timeout, &timer, [this] { Tick(); });
+    timer_.setSingleShot(true);
+    timer_.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { Tick(); });
 }
 
 void QtOneShotTimer::Start(int milliseconds) {
-    end = QDeadlineTimer(milliseconds, Qt::PreciseTimer);
-    enabled = true;
-    timer.start(milliseconds);
+    end_ = QDeadlineTimer(milliseconds, Qt::PreciseTimer);
+    enabled_ = true;
+    timer_.start(milliseconds);
 }
 
 void QtOneShotTimer::Stop() {
-    timer.stop();
-    enabled = false;
+    timer_.stop();
+    enabled_ = false;
 }
 
 void QtOneShotTimer::Tick() {
     // Should the event loop be early by a fraction of a millisecond, it gets another one.
-    if (end.hasExpired())
-        enabled = false;
+    if (end_.hasExpired())
+        enabled_ = false;
     else
-        timer.start(1);
+        timer_.start(1);
 }
 
 void QtOneShotTimer::LetEventsRun() {
-    QCoreApplication::processEvents(enabled ? QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents
-                                            : QEventLoop::AllEvents);
+    QCoreApplication::processEvents(enabled_ ? QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents
+                                             : QEventLoop::AllEvents);
 }
 
 } // namespace vek

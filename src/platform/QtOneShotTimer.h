@@ -16,15 +16,15 @@ class QtOneShotTimer final : public OneShotTimer {
 
     void Start(int milliseconds) override;
     void Stop() override;
-    bool Enabled() const override { return enabled; }
+    bool Enabled() const override { return enabled_; }
     void LetEventsRun() override;
 
   private:
     void Tick();
 
-    QTimer timer;
-    QDeadlineTimer end;
-    bool enabled = false;
+    QTimer timer_;
+    QDeadlineTimer end_;
+    bool enabled_ = false;
 };
 
 } // namespace vek

@@ -12,6 +12,8 @@
 
 namespace vek {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using std::chrono::microseconds;
@@ -67,8 +69,8 @@ std::string ResolvedPath(const std::string& path) {
 } // namespace
 
 QtSerialControl::QtSerialControl(DeviceLookup deviceOf, SettingsDriver applySettings)
-    : deviceOf(std::move(deviceOf)), applySettings(std::move(applySettings)) {
-    QObject::connect(&port, &QSerialPort::errorOccurred, &port,
+    : deviceOf_(std::move(deviceOf)), applySettings_(std::move(applySettings)) {
+    QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
                      [this](QSerialPort::SerialPortError error) { OnError(error); });
 }
 
@@ -79,22 +81,22 @@ void QtSerialControl::SetPortOpen(bool open) {
 }
 
 void QtSerialControl::Open() {
-    const std::string device = ResolvedPath(deviceOf(commPort));
+    const std::string device = ResolvedPath(deviceOf_(commPort_));
     if (!IsSerialDevice(device))
         return;
-    port.setPortName(QString::fromStdString(device));
-    port.setReadBufferSize(readBufferSize);
-    lineFree = {};
-    current = settingsOfNewPort;
-    if (port.open(QIODevice::ReadWrite))
-        port.clear(QSerialPort::Input);
+    port_.setPortName(QString::fromStdString(device));
+    port_.setReadBufferSize(readBufferSize);
+    lineFree_ = {};
+    current_ = settingsOfNewPort;
+    if (port_.open(QIODevice::ReadWrite))
+        port_.clear(QSerialPort::Input);
 }
 
 void QtSerialControl::Close() {
-    if (port.isOpen())
-        port.close();
-    failed = false;
-    pulseByBreak = false;
+    if (port_.isOpen())
+        port_.close();
+    failed_ = false;
+    pulseByBreak_ = false;
 }
 
 void QtSerialControl::OnError(QSerialPort::SerialPortError error) {
@@ -113,12 +115,12 @@ void QtSerialControl::OnError(QSerialPort::SerialPortError error) {
 void QtSerialControl::Fail() {
     if (!PortOpen())
         return;
-    failed = true;
+    failed_ = true;
     // Not from within the port's own signal. Until then the port reports its end over and over.
     QMetaObject::invokeMethod(
-        &port,
+        &port_,
         [this] {
-            if (failed)
+            if (failed_)
                 Close();
         },
         Qt::QueuedConnection);
@@ -130,16 +132,16 @@ void QtSerialControl::SetSettings(std::string_view settings) {
         return;
     // Hardware sends on from its own buffer when the driver's is empty. A device that answers what it was
     // asked has everything already; one that answers something older may not.
-    std::this_thread::sleep_until(lineFree);
-    current = *parsed;
-    const int rate = applySettings(static_cast<int>(port.handle()), current);
-    pulseByBreak = current.Baud == wakePulseRate && !RatesAgree(rate, wakePulseRate);
+    std::this_thread::sleep_until(lineFree_);
+    current_ = *parsed;
+    const int rate = applySettings_(static_cast<int>(port_.handle()), current_);
+    pulseByBreak_ = current_.Baud == wakePulseRate && !RatesAgree(rate, wakePulseRate);
 }
 
 void QtSerialControl::Output(std::span<const std::uint8_t> bytes) {
     if (!PortOpen())
         return;
-    if (pulseByBreak)
+    if (pulseByBreak_)
         SendBreak();
     else if (!WriteOut(bytes))
         Fail();
@@ -148,47 +150,47 @@ void QtSerialControl::Output(std::span<const std::uint8_t> bytes) {
 /// False when the port does not take the bytes.
 bool QtSerialControl::WriteOut(std::span<const std::uint8_t> bytes) {
     const auto start = std::chrono::steady_clock::now();
-    const QDeadlineTimer deadline(2 * LineTime(bytes.size(), current) + driverPatience, Qt::PreciseTimer);
-    if (!WriteAll(static_cast<int>(port.handle()), bytes, deadline))
+    const QDeadlineTimer deadline(2 * LineTime(bytes.size(), current_) + driverPatience, Qt::PreciseTimer);
+    if (!WriteAll(static_cast<int>(port_.handle()), bytes, deadline))
         return false;
     // The driver has them all; now they go out.
     while (PortOpen() && !deadline.hasExpired()) {
-        const int queued = QueuedOutput(static_cast<int>(port.handle()));
+        const int queued = QueuedOutput(static_cast<int>(port_.handle()));
         if (queued == 0)
             break;
-        std::this_thread::sleep_for(LineTime(static_cast<std::size_t>(queued), current));
+        std::this_thread::sleep_for(LineTime(static_cast<std::size_t>(queued), current_));
     }
-    lineFree = OnPseudoTerminal() ? std::chrono::steady_clock::now() + pseudoTerminalTime
-                                  : start + LineTime(bytes.size(), current);
+    lineFree_ = OnPseudoTerminal() ? std::chrono::steady_clock::now() + pseudoTerminalTime
+                                   : start + LineTime(bytes.size(), current_);
     return true;
 }
 
-bool QtSerialControl::OnPseudoTerminal() const { return port.portName().startsWith(QLatin1String("pts/")); }
+bool QtSerialControl::OnPseudoTerminal() const { return port_.portName().startsWith("pts/"_L1); }
 
 void QtSerialControl::SendBreak() {
-    port.setBreakEnabled(true);
+    port_.setBreakEnabled(true);
     std::this_thread::sleep_for(breakLength);
-    port.setBreakEnabled(false);
+    port_.setBreakEnabled(false);
 }
 
 ByteVector QtSerialControl::Input() {
     ByteVector input;
     const auto take = [&] {
-        const QByteArray bytes = port.readAll();
+        const QByteArray bytes = port_.readAll();
         input.insert(input.end(), bytes.begin(), bytes.end());
     };
     if (!PortOpen())
         return input;
     take();
     // And what arrived since events last ran.
-    while (PortOpen() && input.size() < mostInput && QueuedInput(static_cast<int>(port.handle())) > 0 &&
-           port.waitForReadyRead(0))
+    while (PortOpen() && input.size() < mostInput && QueuedInput(static_cast<int>(port_.handle())) > 0 &&
+           port_.waitForReadyRead(0))
         take();
     return input;
 }
 
 std::size_t QtSerialControl::InBufferCount() const {
-    return PortOpen() ? static_cast<std::size_t>(port.bytesAvailable()) : 0;
+    return PortOpen() ? static_cast<std::size_t>(port_.bytesAvailable()) : 0;
 }
 
 } // namespace vek

@@ -27,9 +27,9 @@ class QtSerialControl final : public SerialControl {
     explicit QtSerialControl(DeviceLookup deviceOf = DeviceOfComPort,
                              SettingsDriver applySettings = ApplyPortSettings);
 
-    void SetCommPort(int number) override { commPort = number; }
+    void SetCommPort(int number) override { commPort_ = number; }
     void SetPortOpen(bool open) override;
-    bool PortOpen() const override { return port.isOpen() && !failed; }
+    bool PortOpen() const override { return port_.isOpen() && !failed_; }
     void SetSettings(std::string_view settings) override;
     void Output(std::span<const std::uint8_t> bytes) override;
     ByteVector Input() override;
@@ -44,14 +44,14 @@ class QtSerialControl final : public SerialControl {
     void SendBreak();
     bool OnPseudoTerminal() const;
 
-    DeviceLookup deviceOf;
-    SettingsDriver applySettings;
-    QSerialPort port;
-    int commPort = 1;
-    PortSettings current;                                ///< of the open port
-    std::chrono::steady_clock::time_point lineFree = {}; ///< when the last output has left the line
-    bool failed = false;       ///< the device is gone; the port is about to be closed
-    bool pulseByBreak = false; ///< the port cannot do the rate of the wake pulse, to which it is set
+    DeviceLookup deviceOf_;
+    SettingsDriver applySettings_;
+    QSerialPort port_;
+    int commPort_ = 1;
+    PortSettings current_;                                ///< of the open port
+    std::chrono::steady_clock::time_point lineFree_ = {}; ///< when the last output has left the line
+    bool failed_ = false;       ///< the device is gone; the port is about to be closed
+    bool pulseByBreak_ = false; ///< the port cannot do the rate of the wake pulse, to which it is set
 };
 
 } // namespace vek

@@ -127,9 +127,9 @@ std::string FaultNotation() {
 Delivery FaultPlan::DeliveryOf(const DeviceEvent& event) {
     Delivery delivery;
     delivery.Bytes = event.Reply;
-    const auto fault = std::find_if(faults.begin(), faults.end(),
+    const auto fault = std::find_if(faults_.begin(), faults_.end(),
                                     [&](const Fault& candidate) { return Applies(candidate, event); });
-    if (fault == faults.end())
+    if (fault == faults_.end())
         return delivery;
     if (fault->Count)
         --*fault->Count;

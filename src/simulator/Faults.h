@@ -53,13 +53,13 @@ struct Delivery {
 /// Chooses the fault, if any, for each event.
 class FaultPlan {
   public:
-    explicit FaultPlan(std::vector<Fault> faults) : faults(std::move(faults)) {}
+    explicit FaultPlan(std::vector<Fault> faults) : faults_(std::move(faults)) {}
 
     /// The event's reply, changed by the first fault that applies; counts that fault's use.
     Delivery DeliveryOf(const DeviceEvent& event);
 
   private:
-    std::vector<Fault> faults; ///< with the uses that are left
+    std::vector<Fault> faults_; ///< with the uses that are left
 };
 
 } // namespace vek

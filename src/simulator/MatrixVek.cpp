@@ -76,16 +76,16 @@ const MatrixVek::PlainRequest MatrixVek::plainRequests[] = {
 };
 
 std::vector<DeviceEvent> MatrixVek::Receive(std::uint8_t byte, const LineSettings& line, DeviceTime now) {
-    events.clear();
+    events_.clear();
     const Framing framing = FramingOf(line);
-    const bool argumentFollows = framing == Framing::Argument && FramingOf(lastLine) == Framing::Command;
-    const bool sameLine = line == lastLine || argumentFollows;
-    if (!sameLine || now - lastTime > longestGap) {
+    const bool argumentFollows = framing == Framing::Argument && FramingOf(lastLine_) == Framing::Command;
+    const bool sameLine = line == lastLine_ || argumentFollows;
+    if (!sameLine || now - lastTime_ > longestGap) {
         DropPartial(sameLine ? "nothing more came" : "the line's settings changed");
-        inNoise = false;
+        inNoise_ = false;
     }
-    lastLine = line;
-    lastTime = now;
+    lastLine_ = line;
+    lastTime_ = now;
 
     switch (framing) {
     case Framing::Wake:
@@ -104,32 +104,32 @@ std::vector<DeviceEvent> MatrixVek::Receive(std::uint8_t byte, const LineSetting
         RefuseNoise(byte);
         break;
     }
-    return std::exchange(events, {});
+    return std::exchange(events_, {});
 }
 
 void MatrixVek::ReceivePulse(std::uint8_t byte) {
     if (byte != 0)
         return RefuseNoise(byte);
-    partial = {byte};
-    awake = true;
+    partial_ = {byte};
+    awake_ = true;
     Report(DeviceEventKind::WakePulse, "wake pulse", {});
 }
 
 void MatrixVek::ReceivePlain(std::uint8_t byte) {
-    const std::uint8_t first = partial.empty() ? byte : partial.front();
+    const std::uint8_t first = partial_.empty() ? byte : partial_.front();
     const auto* request =
         std::find_if(std::begin(plainRequests), std::end(plainRequests), [&](const PlainRequest& candidate) {
             return candidate.First == first &&
-                   lastLine.Baud == (candidate.AtSearchRate ? options.SearchRate : programRate);
+                   lastLine_.Baud == (candidate.AtSearchRate ? options_.SearchRate : programRate);
         });
     if (request == std::end(plainRequests))
         return RefuseNoise(byte);
-    if (!request->Words.empty() && static_cast<std::uint8_t>(request->Words[partial.size()]) != byte) {
+    if (!request->Words.empty() && static_cast<std::uint8_t>(request->Words[partial_.size()]) != byte) {
         DropPartial("it went on differently");
         return ReceivePlain(byte);
     }
-    partial.push_back(byte);
-    if (partial.size() == request->Length)
+    partial_.push_back(byte);
+    if (partial_.size() == request->Length)
         (this->*request->Handle)();
 }
 
@@ -137,96 +137,96 @@ void MatrixVek::ReceiveCommand(std::uint8_t byte) {
     DropPartial("a new command came");
     if (byte != restartCommand && byte != downloadCommand)
         return RefuseNoise(byte);
-    partial = {byte};
+    partial_ = {byte};
 }
 
 void MatrixVek::ReceiveArgument(std::uint8_t byte) {
-    if (partial.empty())
+    if (partial_.empty())
         return RefuseNoise(byte);
-    partial.push_back(byte);
-    if (partial.front() == restartCommand)
+    partial_.push_back(byte);
+    if (partial_.front() == restartCommand)
         OnRestart();
-    else if (partial.size() == 1 + blockFrameSize)
+    else if (partial_.size() == 1 + blockFrameSize)
         OnBlock();
 }
 
 void MatrixVek::OnSearch() {
-    if (options.NeedsWakePulse && !awake)
+    if (options_.NeedsWakePulse && !awake_)
         return Refuse("a search without a wake pulse");
-    identified = true;
-    nextBlock = 0;
+    identified_ = true;
+    nextBlock_ = 0;
     auto reply = Identity();
-    if (options.SearchReplyLength > static_cast<int>(reply.size()))
+    if (options_.SearchReplyLength > static_cast<int>(reply.size()))
         reply.push_back('\r');
-    Report(DeviceEventKind::Search, Text("search at %d baud", lastLine.Baud), std::move(reply));
+    Report(DeviceEventKind::Search, Text("search at %d baud", lastLine_.Baud), std::move(reply));
 }
 
 void MatrixVek::OnFind() {
-    online = true;
+    online_ = true;
     Report(DeviceEventKind::OnlineFind, "online find", Identity());
 }
 
 void MatrixVek::OnVolume() {
     if (!TakesPacket("volume") || !NamesChannels("volume", 1))
         return;
-    const int code = partial[2];
+    const int code = partial_[2];
     Report(DeviceEventKind::Volume,
-           Text("volume: output %d, code %d (%g dB)", partial[1] + 1, code, (code - 210) / 2.0), {accepted});
+           Text("volume: output %d, code %d (%g dB)", partial_[1] + 1, code, (code - 210) / 2.0), {accepted});
 }
 
 void MatrixVek::OnRoute() {
     if (!TakesPacket("route") || !NamesChannels("route", 2))
         return;
-    Report(DeviceEventKind::Route, Text("route: output %d, input %d", partial[1] + 1, partial[2] + 1),
+    Report(DeviceEventKind::Route, Text("route: output %d, input %d", partial_[1] + 1, partial_[2] + 1),
            {accepted});
 }
 
 void MatrixVek::OnOnlineRestart() {
     // Taken without a find request too: when its acknowledgement is lost, the editor repeats it to a device
     // that has restarted already.
-    if (!SumIsRight(partial))
+    if (!SumIsRight(partial_))
         return Refuse("online restart packet with a wrong sum");
-    if (partial[1] != restartArgument || partial[2] != restartArgument)
+    if (partial_[1] != restartArgument || partial_[2] != restartArgument)
         return Refuse("an online restart with other bytes than FF FF");
     Report(DeviceEventKind::OnlineRestart, "online restart", {accepted});
     Restarted();
 }
 
 void MatrixVek::OnBlock() {
-    const auto frame = std::span(partial).subspan(1);
+    const auto frame = std::span(partial_).subspan(1);
     const int number = frame[0] * 256 + frame[1];
-    if (!identified)
+    if (!identified_)
         return Refuse(Text("block %d without a search before", number));
     if (!SumIsRight(frame))
         return Refuse(Text("block %d with a wrong sum", number));
-    if (number >= deviceBlockCount || (number != nextBlock && number + 1 != nextBlock))
-        return Refuse(Text("block %d where block %d was due", number, nextBlock));
+    if (number >= deviceBlockCount || (number != nextBlock_ && number + 1 != nextBlock_))
+        return Refuse(Text("block %d where block %d was due", number, nextBlock_));
     const auto content = frame.subspan(blockHeaderSize, deviceBlockSize);
-    std::copy(content.begin(), content.end(), &received[static_cast<std::size_t>(number) * deviceBlockSize]);
-    const bool repeated = number != nextBlock;
-    nextBlock = number + 1;
+    std::copy(content.begin(), content.end(), &received_[static_cast<std::size_t>(number) * deviceBlockSize]);
+    const bool repeated = number != nextBlock_;
+    nextBlock_ = number + 1;
     Report(DeviceEventKind::Block, Text("block %d%s", number, repeated ? " (repeated)" : ""),
            Acknowledgement());
-    events.back().Number = number;
+    events_.back().Number = number;
 }
 
 void MatrixVek::OnRestart() {
-    if (partial[1] != restartArgument)
+    if (partial_[1] != restartArgument)
         return Refuse("a restart with another argument than FF");
     Report(DeviceEventKind::Restart, "restart", Acknowledgement());
-    if (nextBlock == deviceBlockCount) {
-        std::copy_n(received.begin(), deviceImageSize, image.emplace().begin());
+    if (nextBlock_ == deviceBlockCount) {
+        std::copy_n(received_.begin(), deviceImageSize, image_.emplace().begin());
         Report(DeviceEventKind::Programmed, Text("programmed: %zu bytes in use", deviceImageSize), {});
-    } else if (nextBlock > 0) {
-        Refuse(Text("a download of %d of %d blocks, dropped", nextBlock, deviceBlockCount));
+    } else if (nextBlock_ > 0) {
+        Refuse(Text("a download of %d of %d blocks, dropped", nextBlock_, deviceBlockCount));
     }
     Restarted();
 }
 
 bool MatrixVek::TakesPacket(const char* what) {
-    if (!SumIsRight(partial))
+    if (!SumIsRight(partial_))
         Refuse(Text("%s packet with a wrong sum", what));
-    else if (!online)
+    else if (!online_)
         Refuse(Text("%s packet without a find request before", what));
     else
         return true;
@@ -234,7 +234,7 @@ bool MatrixVek::TakesPacket(const char* what) {
 }
 
 bool MatrixVek::NamesChannels(const char* what, std::size_t count) {
-    const auto channels = std::span(partial).subspan(1, count);
+    const auto channels = std::span(partial_).subspan(1, count);
     const bool named = std::all_of(channels.begin(), channels.end(),
                                    [](std::uint8_t channel) { return channel < deviceChannelCount; });
     if (!named)
@@ -243,14 +243,14 @@ bool MatrixVek::NamesChannels(const char* what, std::size_t count) {
 }
 
 void MatrixVek::DropPartial(const char* why) {
-    if (!partial.empty())
-        Refuse(Text("%zu bytes of a request: %s", partial.size(), why));
+    if (!partial_.empty())
+        Refuse(Text("%zu bytes of a request: %s", partial_.size(), why));
 }
 
 void MatrixVek::RefuseNoise(std::uint8_t byte) {
-    if (!std::exchange(inNoise, true)) {
-        partial = {byte};
-        Refuse(Text("byte %02X begins nothing at %s", byte, Describe(lastLine).c_str()));
+    if (!std::exchange(inNoise_, true)) {
+        partial_ = {byte};
+        Refuse(Text("byte %02X begins nothing at %s", byte, Describe(lastLine_).c_str()));
     }
 }
 
@@ -258,17 +258,18 @@ void MatrixVek::Refuse(std::string why) { Report(DeviceEventKind::Refused, std::
 
 void MatrixVek::Report(DeviceEventKind kind, std::string text, std::vector<std::uint8_t> reply) {
     if (kind != DeviceEventKind::Refused)
-        inNoise = false;
-    events.push_back({kind, ++counts[kind], std::exchange(partial, {}), std::move(reply), std::move(text)});
+        inNoise_ = false;
+    events_.push_back(
+        {kind, ++counts_[kind], std::exchange(partial_, {}), std::move(reply), std::move(text)});
 }
 
 void MatrixVek::Restarted() {
-    awake = identified = online = false;
-    nextBlock = 0;
+    awake_ = identified_ = online_ = false;
+    nextBlock_ = 0;
 }
 
 std::vector<std::uint8_t> MatrixVek::Identity() const {
-    return WithCheckByte({options.ReplyCode, options.FirmwareMajor, options.FirmwareMinor});
+    return WithCheckByte({options_.ReplyCode, options_.FirmwareMajor, options_.FirmwareMinor});
 }
 
 } // namespace vek

@@ -60,14 +60,14 @@ struct MatrixVekOptions {
 /// Fed with bytes and the settings of the line at their arrival; holds no port and reads no clock.
 class MatrixVek {
   public:
-    explicit MatrixVek(const MatrixVekOptions& options) : options(options) {}
+    explicit MatrixVek(const MatrixVekOptions& options) : options_(options) {}
 
     /// Takes one byte. Usually gives no event or one; two when a restart puts a new image in use or a byte
     /// breaks off a request.
     std::vector<DeviceEvent> Receive(std::uint8_t byte, const LineSettings& line, DeviceTime now);
 
     /// The image in use; nothing before the first complete download and restart.
-    const std::optional<DeviceImage>& Image() const { return image; }
+    const std::optional<DeviceImage>& Image() const { return image_; }
 
   private:
     struct PlainRequest;
@@ -96,20 +96,20 @@ class MatrixVek {
     void Restarted();
     std::vector<std::uint8_t> Identity() const;
 
-    MatrixVekOptions options;
-    LineSettings lastLine;
-    DeviceTime lastTime = {};
-    std::vector<std::uint8_t> partial; ///< of a request; with its command byte first where it has one
-    std::vector<DeviceEvent> events;   ///< of the byte being received
-    std::map<DeviceEventKind, int> counts;
-    bool inNoise = false; ///< senseless bytes in a row are reported once
+    MatrixVekOptions options_;
+    LineSettings lastLine_;
+    DeviceTime lastTime_ = {};
+    std::vector<std::uint8_t> partial_; ///< of a request; with its command byte first where it has one
+    std::vector<DeviceEvent> events_;   ///< of the byte being received
+    std::map<DeviceEventKind, int> counts_;
+    bool inNoise_ = false; ///< senseless bytes in a row are reported once
 
-    bool awake = false;      ///< there was a wake pulse since the last restart
-    bool identified = false; ///< there was a search since the last restart: programming is allowed
-    bool online = false;     ///< there was a find request since the last restart
-    int nextBlock = 0;
-    std::array<std::uint8_t, deviceBlockCount* deviceBlockSize> received = {};
-    std::optional<DeviceImage> image;
+    bool awake_ = false;      ///< there was a wake pulse since the last restart
+    bool identified_ = false; ///< there was a search since the last restart: programming is allowed
+    bool online_ = false;     ///< there was a find request since the last restart
+    int nextBlock_ = 0;
+    std::array<std::uint8_t, deviceBlockCount* deviceBlockSize> received_ = {};
+    std::optional<DeviceImage> image_;
 };
 
 } // namespace vek

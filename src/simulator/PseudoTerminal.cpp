@@ -44,28 +44,28 @@ std::string Describe(const LineSettings& line) {
 }
 
 PseudoTerminal::PseudoTerminal() {
-    device = Descriptor(
+    device_ = Descriptor(
         Checked(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC), "making a pseudo-terminal"));
-    Checked(::grantpt(device.Get()), "making a pseudo-terminal");
-    Checked(::unlockpt(device.Get()), "making a pseudo-terminal");
+    Checked(::grantpt(device_.Get()), "making a pseudo-terminal");
+    Checked(::unlockpt(device_.Get()), "making a pseudo-terminal");
     std::array<char, 64> name = {};
-    Checked(-::ptsname_r(device.Get(), name.data(), name.size()), "naming a pseudo-terminal");
-    portPath = name.data();
-    port =
+    Checked(-::ptsname_r(device_.Get(), name.data(), name.size()), "naming a pseudo-terminal");
+    portPath_ = name.data();
+    port_ =
         Descriptor(Checked(::open(name.data(), O_RDWR | O_NOCTTY | O_CLOEXEC), "opening a pseudo-terminal"));
-    MakeRaw(port.Get());
+    MakeRaw(port_.Get());
 }
 
 LineSettings PseudoTerminal::Settings() const {
     termios2 settings = {};
-    Checked(::ioctl(device.Get(), TCGETS2, &settings), "reading the line's settings");
+    Checked(::ioctl(device_.Get(), TCGETS2, &settings), "reading the line's settings");
     return {static_cast<int>(settings.c_ospeed), (settings.c_cflag & CSTOPB) != 0 ? 2 : 1,
             (settings.c_cflag & PARODD) != 0};
 }
 
 std::vector<std::uint8_t> PseudoTerminal::Read() {
     std::vector<std::uint8_t> bytes(4096);
-    const ssize_t got = ::read(device.Get(), bytes.data(), bytes.size());
+    const ssize_t got = ::read(device_.Get(), bytes.data(), bytes.size());
     if (got < 0 && errno != EAGAIN && errno != EINTR)
         Fail("reading from the line");
     bytes.resize(got < 0 ? 0 : static_cast<std::size_t>(got));
@@ -73,15 +73,15 @@ std::vector<std::uint8_t> PseudoTerminal::Read() {
 }
 
 std::size_t PseudoTerminal::Write(std::span<const std::uint8_t> bytes) {
-    const ssize_t put = ::write(device.Get(), bytes.data(), bytes.size());
+    const ssize_t put = ::write(device_.Get(), bytes.data(), bytes.size());
     if (put < 0 && errno != EAGAIN && errno != EINTR)
         Fail("writing to the line");
     return put < 0 ? 0 : static_cast<std::size_t>(put);
 }
 
 void PseudoTerminal::HangUp() {
-    device = Descriptor();
-    port = Descriptor();
+    device_ = Descriptor();
+    port_ = Descriptor();
 }
 
 } // namespace vek

@@ -19,9 +19,9 @@ class PseudoTerminal {
     PseudoTerminal();
 
     /// The name under which programs open the line, such as "/dev/pts/3".
-    const std::string& PortPath() const { return portPath; }
+    const std::string& PortPath() const { return portPath_; }
     /// The device's end, for poll(). -1 after HangUp().
-    int Handle() const { return device.Get(); }
+    int Handle() const { return device_.Get(); }
 
     /// How the program's end is set now.
     LineSettings Settings() const;
@@ -34,9 +34,9 @@ class PseudoTerminal {
     void HangUp();
 
   private:
-    Descriptor device;
-    Descriptor port; ///< the program's end, held so that the line outlives each program
-    std::string portPath;
+    Descriptor device_;
+    Descriptor port_; ///< the program's end, held so that the line outlives each program
+    std::string portPath_;
 };
 
 } // namespace vek

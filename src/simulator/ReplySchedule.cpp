@@ -14,38 +14,38 @@ constexpr std::uint8_t floodByte = 0xAA;
 
 void ReplySchedule::Add(const Delivery& delivery, DeviceTime now, std::chrono::nanoseconds byteTime) {
     if (delivery.Flood.count() > 0)
-        floodEnd = now + delivery.Flood;
+        floodEnd_ = now + delivery.Flood;
     DeviceTime time = now + delivery.Delay;
     for (const std::uint8_t byte : delivery.Bytes) {
         time += byteTime;
         const auto place =
-            std::upper_bound(waiting.begin(), waiting.end(), time,
+            std::upper_bound(waiting_.begin(), waiting_.end(), time,
                              [](DeviceTime wanted, const TimedByte& other) { return wanted < other.Time; });
-        waiting.insert(place, {time, byte});
+        waiting_.insert(place, {time, byte});
     }
 }
 
 std::span<const std::uint8_t> ReplySchedule::Due(DeviceTime now) {
-    const auto later =
-        std::find_if(waiting.begin(), waiting.end(), [&](const TimedByte& byte) { return byte.Time > now; });
-    std::transform(waiting.begin(), later, std::back_inserter(due),
+    const auto later = std::find_if(waiting_.begin(), waiting_.end(),
+                                    [&](const TimedByte& byte) { return byte.Time > now; });
+    std::transform(waiting_.begin(), later, std::back_inserter(due_),
                    [](const TimedByte& byte) { return byte.Byte; });
-    waiting.erase(waiting.begin(), later);
-    if (floodEnd && now >= *floodEnd)
-        floodEnd.reset();
-    if (floodEnd && due.size() < floodChunk)
-        due.resize(floodChunk, floodByte);
-    return due;
+    waiting_.erase(waiting_.begin(), later);
+    if (floodEnd_ && now >= *floodEnd_)
+        floodEnd_.reset();
+    if (floodEnd_ && due_.size() < floodChunk)
+        due_.resize(floodChunk, floodByte);
+    return due_;
 }
 
 void ReplySchedule::Sent(std::size_t count) {
-    due.erase(due.begin(), due.begin() + static_cast<std::ptrdiff_t>(count));
+    due_.erase(due_.begin(), due_.begin() + static_cast<std::ptrdiff_t>(count));
 }
 
 std::optional<DeviceTime> ReplySchedule::NextTime() const {
-    if (waiting.empty())
+    if (waiting_.empty())
         return std::nullopt;
-    return waiting.front().Time;
+    return waiting_.front().Time;
 }
 
 } // namespace vek

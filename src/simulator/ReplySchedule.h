@@ -25,7 +25,7 @@ class ReplySchedule {
     void Sent(std::size_t count);
 
     /// True while some of the bytes given by Due() are unsent, or a flood lasts.
-    bool Sending() const { return !due.empty() || floodEnd; }
+    bool Sending() const { return !due_.empty() || floodEnd_; }
     /// When bytes become due next; nothing while none are waiting.
     std::optional<DeviceTime> NextTime() const;
 
@@ -35,9 +35,9 @@ class ReplySchedule {
         std::uint8_t Byte;
     };
 
-    std::vector<TimedByte> waiting; ///< by time
-    std::vector<std::uint8_t> due;
-    std::optional<DeviceTime> floodEnd;
+    std::vector<TimedByte> waiting_; ///< by time
+    std::vector<std::uint8_t> due_;
+    std::optional<DeviceTime> floodEnd_;
 };
 
 } // namespace vek

@@ -29,19 +29,19 @@ timespec TimeUntil(DeviceTime next) {
 } // namespace
 
 SimulatedVek::SimulatedVek(SimulatedVekOptions given)
-    : options(std::move(given)), stopEvent(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), device(options.Device),
-      faults(options.Faults) {
-    if (!stopEvent.Open())
+    : options_(std::move(given)), stopEvent_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+      device_(options_.Device), faults_(options_.Faults) {
+    if (!stopEvent_.Open())
         throw std::system_error(errno, std::generic_category(), "making a simulated device");
 }
 
 void SimulatedVek::Run(int stopDescriptor) {
     AskForPromptness();
-    while (!hungUp) {
-        const auto next = replies.NextTime();
+    while (!hungUp_) {
+        const auto next = replies_.NextTime();
         std::array<pollfd, 3> watched = {{
-            {line.Handle(), static_cast<short>(replies.Sending() ? POLLIN | POLLOUT : POLLIN), 0},
-            {stopEvent.Get(), POLLIN, 0},
+            {line_.Handle(), static_cast<short>(replies_.Sending() ? POLLIN | POLLOUT : POLLIN), 0},
+            {stopEvent_.Get(), POLLIN, 0},
             {stopDescriptor, POLLIN, 0},
         }};
         const timespec timeout = next ? TimeUntil(*next) : timespec{};
@@ -58,58 +58,58 @@ void SimulatedVek::Run(int stopDescriptor) {
 
 void SimulatedVek::Receive(DeviceTime now) {
     // The settings are those of the bytes only when both are read promptly: senders change them 10 ms later.
-    const auto bytes = line.Read();
-    const LineSettings settings = line.Settings();
+    const auto bytes = line_.Read();
+    const LineSettings settings = line_.Settings();
     for (const std::uint8_t byte : bytes)
-        for (const DeviceEvent& event : device.Receive(byte, settings, now))
+        for (const DeviceEvent& event : device_.Receive(byte, settings, now))
             React(event, settings.Baud, now);
 }
 
 void SimulatedVek::React(const DeviceEvent& event, int baud, DeviceTime now) {
-    const Delivery delivery = faults.DeliveryOf(event);
-    replies.Add(delivery, now, options.Paced ? ByteTime(baud) : std::chrono::nanoseconds::zero());
+    const Delivery delivery = faults_.DeliveryOf(event);
+    replies_.Add(delivery, now, options_.Paced ? ByteTime(baud) : std::chrono::nanoseconds::zero());
     if (delivery.HangUp) {
-        line.HangUp();
-        hungUp = true;
+        line_.HangUp();
+        hungUp_ = true;
     }
     {
-        const std::lock_guard lock(mutex);
-        events.push_back(event);
-        image = device.Image();
+        const std::lock_guard lock(mutex_);
+        events_.push_back(event);
+        image_ = device_.Image();
     }
-    changed.notify_all();
-    if (options.OnEvent)
-        options.OnEvent(event, delivery.Note);
-    if (event.Kind == DeviceEventKind::Programmed && options.OnProgrammed)
-        options.OnProgrammed(*device.Image());
+    changed_.notify_all();
+    if (options_.OnEvent)
+        options_.OnEvent(event, delivery.Note);
+    if (event.Kind == DeviceEventKind::Programmed && options_.OnProgrammed)
+        options_.OnProgrammed(*device_.Image());
 }
 
 void SimulatedVek::Send(DeviceTime now) {
-    if (hungUp)
+    if (hungUp_)
         return;
-    const auto due = replies.Due(now);
+    const auto due = replies_.Due(now);
     if (!due.empty())
-        replies.Sent(line.Write(due));
+        replies_.Sent(line_.Write(due));
 }
 
-void SimulatedVek::Stop() { ::eventfd_write(stopEvent.Get(), 1); }
+void SimulatedVek::Stop() { ::eventfd_write(stopEvent_.Get(), 1); }
 
 std::vector<DeviceEvent> SimulatedVek::Events() const {
-    const std::lock_guard lock(mutex);
-    return events;
+    const std::lock_guard lock(mutex_);
+    return events_;
 }
 
 bool SimulatedVek::WaitForEvents(DeviceEventKind kind, int count, std::chrono::milliseconds timeout) const {
-    std::unique_lock lock(mutex);
-    return changed.wait_for(lock, timeout, [&] {
-        return std::count_if(events.begin(), events.end(),
+    std::unique_lock lock(mutex_);
+    return changed_.wait_for(lock, timeout, [&] {
+        return std::count_if(events_.begin(), events_.end(),
                              [&](const DeviceEvent& event) { return event.Kind == kind; }) >= count;
     });
 }
 
 std::optional<DeviceImage> SimulatedVek::Image() const {
-    const std::lock_guard lock(mutex);
-    return image;
+    const std::lock_guard lock(mutex_);
+    return image_;
 }
 
 } // namespace vek

@@ -32,7 +32,7 @@ class SimulatedVek {
     explicit SimulatedVek(SimulatedVekOptions options);
 
     /// What to open instead of a serial port.
-    const std::string& PortPath() const { return line.PortPath(); }
+    const std::string& PortPath() const { return line_.PortPath(); }
 
     /// Serves the line until Stop(), until `stopDescriptor` (-1: none) is readable, or until a fault hangs
     /// up. Passes on what the callbacks throw. Sleeps while nothing happens.
@@ -53,18 +53,18 @@ class SimulatedVek {
     void React(const DeviceEvent& event, int baud, DeviceTime now);
     void Send(DeviceTime now);
 
-    SimulatedVekOptions options;
-    PseudoTerminal line;
-    Descriptor stopEvent;
-    MatrixVek device;
-    FaultPlan faults;
-    ReplySchedule replies;
-    bool hungUp = false;
+    SimulatedVekOptions options_;
+    PseudoTerminal line_;
+    Descriptor stopEvent_;
+    MatrixVek device_;
+    FaultPlan faults_;
+    ReplySchedule replies_;
+    bool hungUp_ = false;
 
-    mutable std::mutex mutex; ///< for what follows
-    mutable std::condition_variable changed;
-    std::vector<DeviceEvent> events;
-    std::optional<DeviceImage> image;
+    mutable std::mutex mutex_; ///< for what follows
+    mutable std::condition_variable changed_;
+    std::vector<DeviceEvent> events_;
+    std::optional<DeviceImage> image_;
 };
 
 } // namespace vek

@@ -37,33 +37,34 @@ void ConsoleView::ErrorMessage(const std::string& title, const std::string& text
 }
 
 ConsoleLink::ConsoleLink(VekLinkView& view, QtSerialControl::DeviceLookup deviceOf)
-    : types(DeviceTypesOfThisMachine()), port(std::move(deviceOf)), link(port, timer, types, view),
-      endings(BlockSignals({SIGINT, SIGTERM, SIGHUP})), signalNotifier(endings.Get(), QSocketNotifier::Read) {
-    QObject::connect(&signalNotifier, &QSocketNotifier::activated, &signalNotifier, [this] {
-        signalNotifier.setEnabled(false);
-        cancelled = true;
-        link.Cancel();
+    : types_(DeviceTypesOfThisMachine()), port_(std::move(deviceOf)), link_(port_, timer_, types_, view),
+      endings_(BlockSignals({SIGINT, SIGTERM, SIGHUP})),
+      signalNotifier_(endings_.Get(), QSocketNotifier::Read) {
+    QObject::connect(&signalNotifier_, &QSocketNotifier::activated, &signalNotifier_, [this] {
+        signalNotifier_.setEnabled(false);
+        cancelled_ = true;
+        link_.Cancel();
     });
 }
 
 void ConsoleLink::ThrowIfCancelled() const {
-    if (cancelled)
+    if (cancelled_)
         throw std::runtime_error("cancelled");
 }
 
-NamedPort::NamedPort(const std::string& name) : device(DeviceOfPortName(name)), text(name) {
-    if (device.empty())
+NamedPort::NamedPort(const std::string& name) : device_(DeviceOfPortName(name)), text_(name) {
+    if (device_.empty())
         Refuse(name, "there is no such port");
-    if (::access(device.c_str(), R_OK | W_OK) != 0)
-        Refuse(device, std::strerror(errno));
-    if (!IsSerialDevice(device))
-        Refuse(device, "is not a serial port");
+    if (::access(device_.c_str(), R_OK | W_OK) != 0)
+        Refuse(device_, std::strerror(errno));
+    if (!IsSerialDevice(device_))
+        Refuse(device_, "is not a serial port");
     if (name.find('/') == std::string::npos)
-        text.append(" (").append(ShownDeviceName(device)).append(")");
+        text_.append(" (").append(ShownDeviceName(device_)).append(")");
 }
 
 QtSerialControl::DeviceLookup NamedPort::AsCom1() const {
-    return [device = device](int number) { return number == 1 ? device : std::string(); };
+    return [device = device_](int number) { return number == 1 ? device : std::string(); };
 }
 
 } // namespace vek

@@ -18,11 +18,11 @@ class ConsoleView : public VekLinkView {
   public:
     void ShowBlanking(std::size_t, bool) override {}
     void ShowOption(std::size_t, bool) override {}
-    void EnableOption(std::size_t row, bool enabled) override { rows[row].Enabled = enabled; }
-    void SelectOption(std::size_t row, bool selected) override { rows[row].Selected = selected; }
-    bool OptionSelected(std::size_t row) const override { return rows[row].Selected; }
-    void ShowVekType(std::size_t row, bool visible) override { rows[row].Opened = visible; }
-    void SetVekType(std::size_t row, const std::string& text) override { rows[row].Found = text; }
+    void EnableOption(std::size_t row, bool enabled) override { rows_[row].Enabled = enabled; }
+    void SelectOption(std::size_t row, bool selected) override { rows_[row].Selected = selected; }
+    bool OptionSelected(std::size_t row) const override { return rows_[row].Selected; }
+    void ShowVekType(std::size_t row, bool visible) override { rows_[row].Opened = visible; }
+    void SetVekType(std::size_t row, const std::string& text) override { rows_[row].Found = text; }
 
     void EnableProgramVek(bool) override {}
     void ShowPleaseWait(bool) override {}
@@ -39,7 +39,7 @@ class ConsoleView : public VekLinkView {
         bool Selected = false;
         std::string Found;
     };
-    std::array<Row, portCount> rows;
+    std::array<Row, portCount> rows_;
 };
 
 /// A device link for the command line. Needs the application object; at most one at a time. The signals
@@ -49,19 +49,19 @@ class ConsoleLink {
     /// The view must outlive this object.
     ConsoleLink(VekLinkView& view, QtSerialControl::DeviceLookup deviceOf);
 
-    VekLink* operator->() { return &link; }
-    const DeviceTypeList& Types() const { return types; }
+    VekLink* operator->() { return &link_; }
+    const DeviceTypeList& Types() const { return types_; }
     /// Throws std::runtime_error after one of the signals.
     void ThrowIfCancelled() const;
 
   private:
-    DeviceTypeList types;
-    QtOneShotTimer timer;
-    QtSerialControl port;
-    VekLink link;
-    Descriptor endings;
-    QSocketNotifier signalNotifier;
-    bool cancelled = false;
+    DeviceTypeList types_;
+    QtOneShotTimer timer_;
+    QtSerialControl port_;
+    VekLink link_;
+    Descriptor endings_;
+    QSocketNotifier signalNotifier_;
+    bool cancelled_ = false;
 };
 
 /// The port that a user names.
@@ -71,13 +71,13 @@ class NamedPort {
     explicit NamedPort(const std::string& name);
 
     /// "COM1 (ttyUSB0)", or the device alone.
-    const std::string& Text() const { return text; }
+    const std::string& Text() const { return text_; }
     /// Makes the device COM1, and the only port.
     QtSerialControl::DeviceLookup AsCom1() const;
 
   private:
-    std::string device;
-    std::string text;
+    std::string device_;
+    std::string text_;
 };
 
 } // namespace vek

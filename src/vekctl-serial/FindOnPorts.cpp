@@ -14,19 +14,19 @@ namespace {
 /// Prints the ports as they have been searched.
 class FindView final : public ConsoleView {
   public:
-    explicit FindView(std::array<std::string, portCount> given) : names(std::move(given)) {}
+    explicit FindView(std::array<std::string, portCount> given) : names_(std::move(given)) {}
 
     void ShowBlanking(std::size_t row, bool visible) override {
-        if (visible || !rows[row].Opened)
+        if (visible || !rows_[row].Opened)
             return;
-        std::printf("%s: %s\n", names[row].c_str(), rows[row].Found.c_str());
+        std::printf("%s: %s\n", names_[row].c_str(), rows_[row].Found.c_str());
         std::fflush(stdout);
     }
-    bool AnyOpened() const { return std::ranges::any_of(rows, &Row::Opened); }
-    bool AnyMatrixVek() const { return std::ranges::any_of(rows, &Row::Enabled); }
+    bool AnyOpened() const { return std::ranges::any_of(rows_, &Row::Opened); }
+    bool AnyMatrixVek() const { return std::ranges::any_of(rows_, &Row::Enabled); }
 
   private:
-    std::array<std::string, portCount> names;
+    std::array<std::string, portCount> names_;
 };
 
 } // namespace

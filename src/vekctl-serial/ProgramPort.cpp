@@ -21,13 +21,13 @@ class ProgramView final : public ConsoleView {
   public:
     ~ProgramView() override { End(); }
 
-    void SetLabel2(const std::string& text) override { percentage = text; }
+    void SetLabel2(const std::string& text) override { percentage_ = text; }
     void SetProgressBar1(int value) override {
-        if (onTerminal)
+        if (onTerminal_)
             ShowBar(value);
-        else if (value / lineStep > shownLines) {
-            shownLines = value / lineStep;
-            std::printf("%s\n", percentage.c_str());
+        else if (value / lineStep > shownLines_) {
+            shownLines_ = value / lineStep;
+            std::printf("%s\n", percentage_.c_str());
             std::fflush(stdout);
         }
     }
@@ -37,16 +37,16 @@ class ProgramView final : public ConsoleView {
     }
     /// Asked only when the device was programmed and has restarted.
     bool AskYesNo(const std::string&, const std::string&) override {
-        programmed = true;
+        programmed_ = true;
         return false;
     }
     /// Leaves the line of the bar.
     void End() {
-        if (barOpen)
+        if (barOpen_)
             std::putchar('\n');
-        barOpen = false;
+        barOpen_ = false;
     }
-    bool Programmed() const { return programmed; }
+    bool Programmed() const { return programmed_; }
 
   private:
     static constexpr int lineStep = fullProgress / 10;
@@ -55,15 +55,15 @@ class ProgramView final : public ConsoleView {
         constexpr int width = 50;
         const auto filled = static_cast<std::size_t>(value * width / fullProgress);
         const std::string bar = std::string(filled, '#') + std::string(width - filled, '.');
-        std::printf("\r[%s] %6s", bar.c_str(), percentage.c_str());
+        std::printf("\r[%s] %6s", bar.c_str(), percentage_.c_str());
         std::fflush(stdout);
-        barOpen = true;
+        barOpen_ = true;
     }
-    const bool onTerminal = ::isatty(STDOUT_FILENO) == 1;
-    std::string percentage;
-    int shownLines = 0;
-    bool barOpen = false;
-    bool programmed = false;
+    const bool onTerminal_ = ::isatty(STDOUT_FILENO) == 1;
+    std::string percentage_;
+    int shownLines_ = 0;
+    bool barOpen_ = false;
+    bool programmed_ = false;
 };
 
 /// Nothing but a Matrix Vek may be sent the image of one.

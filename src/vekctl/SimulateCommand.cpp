@@ -29,34 +29,34 @@ struct SimulateOptions {
 /// A symbolic link to the port, for programs that need a name known beforehand. Removed at the end.
 class PortLink {
   public:
-    PortLink(std::string path, const std::string& target) : path(std::move(path)), target(target) {
+    PortLink(std::string path, const std::string& target) : path_(std::move(path)), target_(target) {
         namespace fs = std::filesystem;
-        if (this->path.empty())
+        if (this->path_.empty())
             return;
         std::error_code error;
-        const auto status = fs::symlink_status(this->path, error);
+        const auto status = fs::symlink_status(this->path_, error);
         if (fs::exists(status) && !fs::is_symlink(status))
-            throw FileError(this->path + ": is there already and is not a link");
+            throw FileError(this->path_ + ": is there already and is not a link");
         // Whoever waits for the link never sees a stale one nor none.
-        const std::string temporary = this->path + ".new";
+        const std::string temporary = this->path_ + ".new";
         fs::remove(temporary, error);
         fs::create_symlink(target, temporary, error);
         if (!error)
-            fs::rename(temporary, this->path, error);
+            fs::rename(temporary, this->path_, error);
         if (error)
-            throw FileError(this->path + ": " + error.message());
+            throw FileError(this->path_ + ": " + error.message());
     }
     PortLink(const PortLink&) = delete;
     PortLink& operator=(const PortLink&) = delete;
     ~PortLink() {
         std::error_code error;
-        if (!path.empty() && std::filesystem::read_symlink(path, error) == target)
-            std::filesystem::remove(path, error);
+        if (!path_.empty() && std::filesystem::read_symlink(path_, error) == target_)
+            std::filesystem::remove(path_, error);
     }
 
   private:
-    std::string path;
-    std::string target;
+    std::string path_;
+    std::string target_;
 };
 
 std::string Hex(const std::vector<std::uint8_t>& bytes) {

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 using namespace vek;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -29,7 +30,7 @@ TEST(Notes, OnlyCharactersOfTheCodePage) {
     EXPECT_EQ(box.Bytes(), "a\x80"
                            "b")
         << "an arrow cannot be typed";
-    Paste(box, QStringLiteral("\u2192\u00E9\U0001F600\r\nx"));
+    Paste(box, u"\u2192\u00E9\U0001F600\r\nx"_s);
     EXPECT_EQ(box.Bytes(), "a\x80"
                            "b?\xE9?\r\nx");
 }
@@ -42,14 +43,14 @@ TEST(Notes, NoMoreThanFits) {
     EXPECT_EQ(box.Remaining(), 1);
     QTest::keyClick(&box, Qt::Key_Return);
     EXPECT_EQ(box.Remaining(), 1) << "a line end takes two";
-    QTest::keyClicks(&box, QStringLiteral("xy"));
+    QTest::keyClicks(&box, u"xy"_s);
     EXPECT_EQ(box.Remaining(), 0);
     EXPECT_TRUE(box.Bytes().ends_with("\r\nx"));
     // What replaces a selection has the selection's room.
     box.moveCursor(QTextCursor::StartOfLine, QTextCursor::KeepAnchor);
-    Paste(box, QStringLiteral("12345"));
+    Paste(box, u"12345"_s);
     EXPECT_TRUE(box.Bytes().ends_with("\r\n1"));
-    box.setPlainText(QString(5000, QLatin1Char('z')));
+    box.setPlainText(QString(5000, u'z'));
     EXPECT_EQ(box.Bytes(), std::string(notesLength, 'z'));
 }
 

@@ -12,12 +12,13 @@
 
 using namespace vek;
 using namespace vek::test;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString question = QStringLiteral("Current cofiguration has changed,\r\nDo you wish to save changes?");
-const QString changedTitle = QStringLiteral("Config Changed!");
-const QString errorTitle = QStringLiteral("Sorry File Error!");
+const QString question = u"Current cofiguration has changed,\r\nDo you wish to save changes?"_s;
+const QString changedTitle = u"Config Changed!"_s;
+const QString errorTitle = u"Sorry File Error!"_s;
 
 class Commands : public EditorTest {
   protected:
@@ -27,11 +28,10 @@ class Commands : public EditorTest {
     }
     void Open(const QString& path, const QString& startAt = {}) {
         boxes.ExpectOpenFile(startAt, path);
-        Trigger(QStringLiteral("OPEN"));
+        Trigger(u"OPEN"_s);
     }
     void ExpectSaved(const std::string& name) {
-        boxes.ExpectMessage(QStringLiteral("File Saved."),
-                            QStringLiteral("Configuration saved to ") + QString::fromStdString(name),
+        boxes.ExpectMessage(u"File Saved."_s, u"Configuration saved to "_s + QString::fromStdString(name),
                             MessageIcon::None);
     }
     /// Presses a button of the dialog that a command opens, after ticking some boxes.
@@ -50,33 +50,33 @@ class Commands : public EditorTest {
 } // namespace
 
 TEST_F(Commands, TitleAndSaveButtonFollowTheName) {
-    EXPECT_TRUE(window->windowTitle().startsWith(QStringLiteral("Vorn Matrix Editor ")));
-    EXPECT_FALSE(Find<QAction>(QStringLiteral("SAVE"))->isEnabled());
+    EXPECT_TRUE(window->windowTitle().startsWith(u"Vorn Matrix Editor "_s));
+    EXPECT_FALSE(Find<QAction>(u"SAVE"_s)->isEnabled());
     Open(Sample("02"));
     window->Timer1_Tick();
-    EXPECT_EQ(window->windowTitle(), QStringLiteral("02.VMC"));
-    EXPECT_TRUE(Find<QAction>(QStringLiteral("SAVE"))->isEnabled());
-    Trigger(QStringLiteral("NEW"));
-    EXPECT_TRUE(window->windowTitle().startsWith(QStringLiteral("Vorn Matrix Editor ")));
-    EXPECT_FALSE(Find<QAction>(QStringLiteral("SAVE"))->isEnabled());
+    EXPECT_EQ(window->windowTitle(), u"02.VMC"_s);
+    EXPECT_TRUE(Find<QAction>(u"SAVE"_s)->isEnabled());
+    Trigger(u"NEW"_s);
+    EXPECT_TRUE(window->windowTitle().startsWith(u"Vorn Matrix Editor "_s));
+    EXPECT_FALSE(Find<QAction>(u"SAVE"_s)->isEnabled());
     EXPECT_EQ(Differing(Bytes(), ReadText(DataPath("01.VMC"))), "");
 }
 
 TEST_F(Commands, SaveAsThenSaveWriteTheRecord) {
-    Type(QStringLiteral("RemotePaneInputs_0"), QStringLiteral("12"));
+    Type(u"RemotePaneInputs_0"_s, u"12"_s);
     boxes.ExpectSaveFile(QString(), PathOf("a.VMC"));
     ExpectSaved("a.VMC");
-    Trigger(QStringLiteral("SAVEAS"));
+    Trigger(u"SAVEAS"_s);
     EXPECT_EQ(Differing(ReadText(folder.Path("a.VMC")), Bytes()), "");
     EXPECT_FALSE(ConfigDiffers());
     // What is being typed counts, though the box has not been left.
-    auto* maximum = Part<QLineEdit>(QStringLiteral("PanelMaximumLevel"), QStringLiteral("Text1"));
-    Find<QTabWidget>(QStringLiteral("SSTab1"))->setCurrentIndex(LevelsTab);
+    auto* maximum = Part<QLineEdit>(u"PanelMaximumLevel"_s, u"Text1"_s);
+    Find<QTabWidget>(u"SSTab1"_s)->setCurrentIndex(LevelsTab);
     window->activateWindow();
     maximum->setFocus();
-    maximum->setText(QStringLiteral("7.5"));
+    maximum->setText(u"7.5"_s);
     ExpectSaved("a.VMC");
-    Trigger(QStringLiteral("SAVE"));
+    Trigger(u"SAVE"_s);
     EXPECT_EQ(LoadConfig(folder.Path("a.VMC")).Modes[0].OutputLevels[0].MaximumLevel, 7.5F);
 }
 
@@ -98,14 +98,14 @@ TEST_F(Commands, UnsavedChangesAreAskedFor) {
             boxes.ExpectSaveFile(QString(), c.file);
         if (c.answer == Answer::Yes && c.goesOn)
             ExpectSaved("kept.VMC");
-        Trigger(QStringLiteral("NEW"));
+        Trigger(u"NEW"_s);
         EXPECT_EQ(Config.VekNetBase, c.goesOn ? 512 : 99) << &c - cases;
     }
     EXPECT_EQ(LoadConfig(folder.Path("kept.VMC")).VekNetBase, 99);
     Config.VekNetBase = 98;
     boxes.ExpectYesNoCancel(changedTitle, question, Answer::No);
     boxes.ExpectOpenFile(QString(), std::nullopt);
-    Trigger(QStringLiteral("OPEN"));
+    Trigger(u"OPEN"_s);
     EXPECT_EQ(Config.VekNetBase, 98) << "a cancelled file dialog changes nothing";
 }
 
@@ -115,10 +115,10 @@ TEST_F(Commands, AFailedReadGivesDefaultsAndAMessage) {
          {PathOf("short.VMC"), PathOf("missing.VMC"), QString::fromStdString(folder.Path())}) {
         Open(Sample("02"));
         boxes.ExpectOpenFile(Sample("02"), path);
-        boxes.ExpectMessage(errorTitle, QStringLiteral("Sorry there was an error the file !"));
-        Trigger(QStringLiteral("OPEN"));
+        boxes.ExpectMessage(errorTitle, u"Sorry there was an error the file !"_s);
+        Trigger(u"OPEN"_s);
         EXPECT_EQ(Differing(Bytes(), ReadText(DataPath("01.VMC"))), "");
-        Trigger(QStringLiteral("ONLINE"));
+        Trigger(u"ONLINE"_s);
         EXPECT_EQ(Differing(Bytes(), ReadText(DataPath("01.VMC"))), "")
             << "nothing of the former file is left in the controls";
     }
@@ -127,56 +127,53 @@ TEST_F(Commands, AFailedReadGivesDefaultsAndAMessage) {
 TEST_F(Commands, AFailedWriteKeepsEverything) {
     boxes.ExpectSaveFile(QString(), PathOf("a.VMC"));
     ExpectSaved("a.VMC");
-    Trigger(QStringLiteral("SAVEAS"));
-    Type(QStringLiteral("RemotePaneInputs_0"), QStringLiteral("5"));
+    Trigger(u"SAVEAS"_s);
+    Type(u"RemotePaneInputs_0"_s, u"5"_s);
     std::filesystem::remove(folder.Path("a.VMC"));
     std::filesystem::create_directory(folder.Path("a.VMC"));
-    const QString text =
-        QStringLiteral("Sorry there was an error the file ") + PathOf("a.VMC") + QLatin1Char('!');
+    const QString text = u"Sorry there was an error the file "_s + PathOf("a.VMC") + u'!';
     boxes.ExpectMessage(errorTitle, text);
-    Trigger(QStringLiteral("SAVE"));
-    boxes.ExpectSaveFile(PathOf("a.VMC"), QStringLiteral("/dev/full"));
+    Trigger(u"SAVE"_s);
+    boxes.ExpectSaveFile(PathOf("a.VMC"), u"/dev/full"_s);
     boxes.ExpectMessage(errorTitle, text);
-    Trigger(QStringLiteral("SAVEAS"));
+    Trigger(u"SAVEAS"_s);
     EXPECT_TRUE(ConfigDiffers());
     EXPECT_TRUE(ConfigChanged);
     EXPECT_EQ(CurrentFileName, folder.Path("a.VMC"));
 }
 
 TEST_F(Commands, ResetAsksUnlessTheModeIsBlank) {
-    Click(QStringLiteral("Modes_2"));
-    Trigger(QStringLiteral("DEFAULT"));
+    Click(u"Modes_2"_s);
+    Trigger(u"DEFAULT"_s);
     EXPECT_EQ(Config.Modes[2], DefaultMode());
     EXPECT_EQ(Config.Modes[1], ModeRecord());
-    const QString ask = QStringLiteral("Do you wish to reset this mode to default settings?");
-    Type(QStringLiteral("RemotePaneInputs_7"), QString());
-    boxes.ExpectYesNo(QStringLiteral("Reset to default"), ask, Answer::No);
-    Trigger(QStringLiteral("DEFAULT"));
+    const QString ask = u"Do you wish to reset this mode to default settings?"_s;
+    Type(u"RemotePaneInputs_7"_s, QString());
+    boxes.ExpectYesNo(u"Reset to default"_s, ask, Answer::No);
+    Trigger(u"DEFAULT"_s);
     EXPECT_NE(Config.Modes[2], DefaultMode());
-    boxes.ExpectYesNo(QStringLiteral("Reset to default"), ask, Answer::Yes);
-    Trigger(QStringLiteral("DEFAULT"));
+    boxes.ExpectYesNo(u"Reset to default"_s, ask, Answer::Yes);
+    Trigger(u"DEFAULT"_s);
     EXPECT_EQ(Config.Modes[2], DefaultMode());
 }
 
 TEST_F(Commands, ReportAndListAreExportedByteForByte) {
     Open(Sample("03"));
     // The samples were made for mode 6 and output 7 and the file as it stands.
-    Click(QStringLiteral("Modes_5"));
-    Click(QStringLiteral("UsePanel_6"));
+    Click(u"Modes_5"_s);
+    Click(u"UsePanel_6"_s);
     Config = LoadConfig(DataPath("03.VMC"));
-    const QStringList sections = {QStringLiteral("IncludeVekNetCheck"), QStringLiteral("IncludeRS232Check"),
-                                  QStringLiteral("IncludeInputTrimsCheck"),
-                                  QStringLiteral("IncludeOutputTrimsCheck")};
-    InOptions({}, QStringLiteral("Done"));
-    Trigger(QStringLiteral("TEXT")); // nothing chosen: no dialog follows
-    InOptions(sections, QStringLiteral("Cancel"));
-    Trigger(QStringLiteral("TEXT"));
-    InOptions(sections, QStringLiteral("Done"));
-    boxes.ExpectSaveFile(Sample("03").chopped(3) + QStringLiteral("TXT"), PathOf("r.TXT"));
-    boxes.ExpectMessage(QStringLiteral("Successful"),
-                        PathOf("r.TXT") + QStringLiteral(" has been successfully exported"),
+    const QStringList sections = {u"IncludeVekNetCheck"_s, u"IncludeRS232Check"_s,
+                                  u"IncludeInputTrimsCheck"_s, u"IncludeOutputTrimsCheck"_s};
+    InOptions({}, u"Done"_s);
+    Trigger(u"TEXT"_s); // nothing chosen: no dialog follows
+    InOptions(sections, u"Cancel"_s);
+    Trigger(u"TEXT"_s);
+    InOptions(sections, u"Done"_s);
+    boxes.ExpectSaveFile(Sample("03").chopped(3) + u"TXT"_s, PathOf("r.TXT"));
+    boxes.ExpectMessage(u"Successful"_s, PathOf("r.TXT") + u" has been successfully exported"_s,
                         MessageIcon::None);
-    Trigger(QStringLiteral("TEXT"));
+    Trigger(u"TEXT"_s);
     const std::string whole = ReadText(DataPath("03.txt"));
     const std::string written = ReadText(folder.Path("r.TXT"));
     const std::size_t modes = whole.find("\r\nMode 1", whole.find("\"R8\""));
@@ -186,14 +183,12 @@ TEST_F(Commands, ReportAndListAreExportedByteForByte) {
               "");
 
     for (const bool unused : {false, true}) {
-        boxes.ExpectYesNo(QStringLiteral("Include Unused?"),
-                          QStringLiteral("Do you wish to include unused adresses?"),
+        boxes.ExpectYesNo(u"Include Unused?"_s, u"Do you wish to include unused adresses?"_s,
                           unused ? Answer::Yes : Answer::No);
-        boxes.ExpectSaveFile(Sample("03").chopped(3) + QStringLiteral("CSV"), PathOf("l.CSV"));
-        boxes.ExpectMessage(QStringLiteral("Successful"),
-                            PathOf("l.CSV") + QStringLiteral(" has been successfully exported"),
+        boxes.ExpectSaveFile(Sample("03").chopped(3) + u"CSV"_s, PathOf("l.CSV"));
+        boxes.ExpectMessage(u"Successful"_s, PathOf("l.CSV") + u" has been successfully exported"_s,
                             MessageIcon::None);
-        Trigger(QStringLiteral("CSV"));
+        Trigger(u"CSV"_s);
         EXPECT_EQ(Differing(ReadText(folder.Path("l.CSV")),
                             ReadText(DataPath(unused ? "03.unused.csv" : "03.csv"))),
                   "");
@@ -201,33 +196,31 @@ TEST_F(Commands, ReportAndListAreExportedByteForByte) {
 }
 
 TEST_F(Commands, ExportsTheImageAndReportsWhatCannotBeBuilt) {
-    boxes.ExpectYesNo(QStringLiteral("Include Unused?"),
-                      QStringLiteral("Do you wish to include unused adresses?"), Answer::No);
-    boxes.ExpectMessage(QStringLiteral("Sorry"), QStringLiteral("Nothing to export"));
-    Trigger(QStringLiteral("CSV"));
+    boxes.ExpectYesNo(u"Include Unused?"_s, u"Do you wish to include unused adresses?"_s, Answer::No);
+    boxes.ExpectMessage(u"Sorry"_s, u"Nothing to export"_s);
+    Trigger(u"CSV"_s);
 
     boxes.ExpectSaveFile(QString(), PathOf("d.VEX"));
-    boxes.ExpectMessage(QStringLiteral("Successful"),
-                        PathOf("d.VEX") + QStringLiteral(" has been successfully exported"),
+    boxes.ExpectMessage(u"Successful"_s, PathOf("d.VEX") + u" has been successfully exported"_s,
                         MessageIcon::None);
-    Trigger(QStringLiteral("EXPORT"));
+    Trigger(u"EXPORT"_s);
     const std::string vex = ReadText(folder.Path("d.VEX"));
     ASSERT_EQ(vex.size(), 268U + 2 * 8192);
     EXPECT_EQ(vex[0], 29);
     EXPECT_EQ(Differing(vex.substr(268, 2177), ReadText(DataPath("01.image"))), "");
 
     boxes.ExpectSaveFile(QString(), PathOf("no/such/d.VEX"));
-    Trigger(QStringLiteral("EXPORT")); // fails without a box
+    Trigger(u"EXPORT"_s); // fails without a box
 
     Config.Modes[4].OutputLevels[4].MinimumLevel = 6.0F;
     for (const char* command : {"EXPORT", "DOWNLOAD"}) {
-        boxes.ExpectMessage(QStringLiteral("Error!"), QStringLiteral("Division by zero"));
+        boxes.ExpectMessage(u"Error!"_s, u"Division by zero"_s);
         Trigger(QString::fromLatin1(command));
     }
     Config.Modes[4].OutputLevels[4].MinimumLevel = -36.0F;
     Config.Modes[4].OutputLevels[4].StepLevel = 200.0F;
-    boxes.ExpectMessage(QStringLiteral("Error!"), QStringLiteral("Overflow"));
-    Trigger(QStringLiteral("DOWNLOAD"));
+    boxes.ExpectMessage(u"Error!"_s, u"Overflow"_s);
+    Trigger(u"DOWNLOAD"_s);
 }
 
 TEST(StartUp, OpensTheNamedFileUnnamed) {
@@ -247,11 +240,10 @@ TEST(StartUp, OpensTheNamedFileUnnamed) {
     };
     EXPECT_EQ(tick(path), 307);
     EXPECT_TRUE(CurrentFileName.empty());
-    EXPECT_EQ(tick(QLatin1Char('"') + path + QLatin1Char('"')), 307);
-    EXPECT_EQ(tick(path.chopped(3) + QStringLiteral("vmc")), 512);
-    EXPECT_EQ(tick(QStringLiteral("missing.VMC")), 512);
+    EXPECT_EQ(tick(u'"' + path + u'"'), 307);
+    EXPECT_EQ(tick(path.chopped(3) + u"vmc"_s), 512);
+    EXPECT_EQ(tick(u"missing.VMC"_s), 512);
     EXPECT_EQ(tick(QString()), 512);
-    boxes.ExpectMessage(QStringLiteral("Sorry File Error!"),
-                        QStringLiteral("Sorry there was an error the file !"));
+    boxes.ExpectMessage(u"Sorry File Error!"_s, u"Sorry there was an error the file !"_s);
     EXPECT_EQ(tick(QString::fromStdString(folder.Path("broken.VMC"))), 512);
 }

@@ -11,6 +11,7 @@
 
 using namespace vek;
 using namespace vek::test;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -35,112 +36,111 @@ class Editing : public EditorTest {
 } // namespace
 
 TEST_F(Editing, RefusedLevelsSpringBackAfterOneMessage) {
-    const QString restoring = QStringLiteral("\r\nRestoring original value");
-    boxes.ExpectMessage(
-        QStringLiteral("Max Level error"),
-        QStringLiteral("The Maximum level you set is below the start level set") + restoring,
-        MessageIcon::Exclamation, [this] {
-            // The box takes the focus away from the level.
-            Part<QLineEdit>(QStringLiteral("PanelMaximumLevel"), QStringLiteral("Text1"))->clearFocus();
-        });
-    auto* text = Part<QLineEdit>(QStringLiteral("PanelMaximumLevel"), QStringLiteral("Text1"));
+    const QString restoring = u"\r\nRestoring original value"_s;
+    boxes.ExpectMessage(u"Max Level error"_s,
+                        u"The Maximum level you set is below the start level set"_s + restoring,
+                        MessageIcon::Exclamation, [this] {
+                            // The box takes the focus away from the level.
+                            Part<QLineEdit>(u"PanelMaximumLevel"_s, u"Text1"_s)->clearFocus();
+                        });
+    auto* text = Part<QLineEdit>(u"PanelMaximumLevel"_s, u"Text1"_s);
     window->activateWindow();
     text->setFocus();
-    Type(QStringLiteral("PanelMaximumLevel"), QStringLiteral("-3"));
+    Type(u"PanelMaximumLevel"_s, u"-3"_s);
     text->clearFocus();
     EXPECT_EQ(LevelOf("PanelMaximumLevel"), 6.0F);
     EXPECT_FALSE(ConfigDiffers());
 }
 
 TEST_F(Editing, WithPreviousStartTheStartLevelFollows) {
-    Click(QStringLiteral("RemotePreviousNotSetStartLevel_1"));
-    EXPECT_FALSE(Find(QStringLiteral("RemoteStartLevel"))->isVisibleTo(window.get()) &&
-                 !Find(QStringLiteral("RemoteStartLevel"))->isHidden());
-    Type(QStringLiteral("PanelMaximumLevel"), QStringLiteral("-3.5"));
+    Click(u"RemotePreviousNotSetStartLevel_1"_s);
+    EXPECT_FALSE(Find(u"RemoteStartLevel"_s)->isVisibleTo(window.get()) &&
+                 !Find(u"RemoteStartLevel"_s)->isHidden());
+    Type(u"PanelMaximumLevel"_s, u"-3.5"_s);
     EXPECT_EQ(Levels().MaximumLevel, -3.5F);
     EXPECT_EQ(Levels().StartLevel, -3.5F);
     EXPECT_EQ(LevelOf("RemoteStartLevel"), -3.5F);
-    Click(QStringLiteral("RemotePreviousNotSetStartLevel_0"));
-    EXPECT_FALSE(Find(QStringLiteral("RemoteStartLevel"))->isHidden());
+    Click(u"RemotePreviousNotSetStartLevel_0"_s);
+    EXPECT_FALSE(Find(u"RemoteStartLevel"_s)->isHidden());
 }
 
 TEST_F(Editing, LimitsAreTakenFromTheSlider) {
     for (int i = 0; i < 4; ++i)
-        PressKnob(QStringLiteral("LevelTrim1"), Qt::Key_Up);
-    Click(QStringLiteral("UseSliderToSet_1"));
+        PressKnob(u"LevelTrim1"_s, Qt::Key_Up);
+    Click(u"UseSliderToSet_1"_s);
     EXPECT_EQ(Levels().StartLevel, 4.0F);
     boxes.ExpectMessage(
-        QStringLiteral("Min Level error"),
-        QStringLiteral("The Minimum level you set is above the start level set\r\nRestoring original value"));
-    PressKnob(QStringLiteral("LevelTrim1"), Qt::Key_Up);
-    Click(QStringLiteral("UseSliderToSet_2"));
+        u"Min Level error"_s,
+        u"The Minimum level you set is above the start level set\r\nRestoring original value"_s);
+    PressKnob(u"LevelTrim1"_s, Qt::Key_Up);
+    Click(u"UseSliderToSet_2"_s);
     EXPECT_EQ(Levels().MinimumLevel, -36.0F);
     EXPECT_EQ(LevelOf("PanelMinimumLevel"), -36.0F);
-    Click(QStringLiteral("UseSliderToSet_0"));
+    Click(u"UseSliderToSet_0"_s);
     EXPECT_EQ(Levels().MaximumLevel, 5.0F);
     // The slider's level belongs to the mode and output.
-    Click(QStringLiteral("UsePanel_1"));
-    Click(QStringLiteral("UseSliderToSet_1"));
+    Click(u"UsePanel_1"_s);
+    Click(u"UseSliderToSet_1"_s);
     EXPECT_EQ(Config.Modes[0].OutputLevels[1].StartLevel, 0.0F);
 }
 
 TEST_F(Editing, AddressLabelsAndTheirMenus) {
-    Click(QStringLiteral("UsePanel_2"));
-    Click(QStringLiteral("VolumeVekNetLabel_5"));
-    EXPECT_EQ(TextOf(QStringLiteral("VolumeVekNetLabel_5")), QString::number(512 + 48 + 4 * 2 + 1));
-    QTest::keyClick(Find(QStringLiteral("VolumeVekNetLabel_5")), Qt::Key_Space);
-    EXPECT_EQ(TextOf(QStringLiteral("VolumeVekNetLabel_5")), QStringLiteral("OFF"));
+    Click(u"UsePanel_2"_s);
+    Click(u"VolumeVekNetLabel_5"_s);
+    EXPECT_EQ(TextOf(u"VolumeVekNetLabel_5"_s), QString::number(512 + 48 + 4 * 2 + 1));
+    QTest::keyClick(Find(u"VolumeVekNetLabel_5"_s), Qt::Key_Space);
+    EXPECT_EQ(TextOf(u"VolumeVekNetLabel_5"_s), u"OFF"_s);
 
-    QTest::mousePress(Find(QStringLiteral("VekNetLabelRouteControl_4")), Qt::RightButton);
-    auto* menu = Find<QMenu>(QStringLiteral("mnuHiddenGlobalSelects"));
+    QTest::mousePress(Find(u"VekNetLabelRouteControl_4"_s), Qt::RightButton);
+    auto* menu = Find<QMenu>(u"mnuHiddenGlobalSelects"_s);
     EXPECT_TRUE(menu->isVisible());
     menu->close();
     // A mode label has no function to remember.
-    QTest::mousePress(Find(QStringLiteral("VekNetLabel2_1")), Qt::RightButton);
-    Find<QMenu>(QStringLiteral("mnuHiddenModeVekNet"))->close();
-    Trigger(QStringLiteral("mnuHiddenGlobalSelectsAllEnableOne"));
+    QTest::mousePress(Find(u"VekNetLabel2_1"_s), Qt::RightButton);
+    Find<QMenu>(u"mnuHiddenModeVekNet"_s)->close();
+    Trigger(u"mnuHiddenGlobalSelectsAllEnableOne"_s);
     AddressEnables expected;
     for (auto& flags : expected.RouteControlAddressEnable)
         flags[4] = flagTrue;
     EXPECT_EQ(Config.Addresses, expected);
     ConfigChanged = false;
-    Trigger(QStringLiteral("mnuHiddenGlobalSelectsAllEnableOne"));
+    Trigger(u"mnuHiddenGlobalSelectsAllEnableOne"_s);
     EXPECT_TRUE(ConfigChanged) << "an entry marks the configuration as changed even when no flag changed";
-    Trigger(QStringLiteral("mnuHiddenOuputSelectAll"));
-    Trigger(QStringLiteral("mnuHiddenOuputDeSelectOutputs"));
-    EXPECT_EQ(TextOf(QStringLiteral("VekNetLabelRoute_6")), QString::number(512 + 80 + 8 * 2 + 6));
-    EXPECT_EQ(TextOf(QStringLiteral("VekNetLabelRoute_7")), QStringLiteral("OFF"));
+    Trigger(u"mnuHiddenOuputSelectAll"_s);
+    Trigger(u"mnuHiddenOuputDeSelectOutputs"_s);
+    EXPECT_EQ(TextOf(u"VekNetLabelRoute_6"_s), QString::number(512 + 80 + 8 * 2 + 6));
+    EXPECT_EQ(TextOf(u"VekNetLabelRoute_7"_s), u"OFF"_s);
 }
 
 TEST_F(Editing, AddressesArePlainSums) {
     Config.VekNetBase = 32767;
     Config.Addresses.ModeAddressEnable[15] = flagTrue;
     SavedConfig = Config;
-    Click(QStringLiteral("UsePanel_1"));
+    Click(u"UsePanel_1"_s);
     Config.Addresses.ModeAddressEnable[15] = flagTrue;
-    EXPECT_EQ(TextOf(QStringLiteral("VekNetLabel2_15")), QStringLiteral("OFF"))
+    EXPECT_EQ(TextOf(u"VekNetLabel2_15"_s), u"OFF"_s)
         << "the working copies rule until the configuration is shown";
-    Click(QStringLiteral("VekNetLabel2_15"));
-    EXPECT_EQ(TextOf(QStringLiteral("VekNetLabel2_15")), QStringLiteral("32782"));
+    Click(u"VekNetLabel2_15"_s);
+    EXPECT_EQ(TextOf(u"VekNetLabel2_15"_s), u"32782"_s);
 }
 
 TEST_F(Editing, ModesAndOutputsAreCopiedAndPasted) {
-    Type(QStringLiteral("RemotePanelVolumes_1"), QStringLiteral("b2"));
+    Type(u"RemotePanelVolumes_1"_s, u"b2"_s);
     EXPECT_EQ(Config.Modes[0].OutputPanels[1].PanelVolumes.Trimmed(), "2B");
-    Choose(QStringLiteral("Modes_0"), QStringLiteral("mnuHiddenModeCopy"));
-    Choose(QStringLiteral("Modes_4"), QStringLiteral("mnuHiddenModePaste"));
+    Choose(u"Modes_0"_s, u"mnuHiddenModeCopy"_s);
+    Choose(u"Modes_4"_s, u"mnuHiddenModePaste"_s);
     EXPECT_EQ(Config.Modes[4], Config.Modes[0]);
     EXPECT_NE(Config.Modes[3], Config.Modes[0]);
 
-    Type(QStringLiteral("PanelMaximumLevel"), QStringLiteral("3.5"));
-    Choose(QStringLiteral("UsePanel_0"), QStringLiteral("mnuHiddenOuputCopy"));
-    Choose(QStringLiteral("UsePanel_7"), QStringLiteral("mnuHiddenOuputPaste"));
+    Type(u"PanelMaximumLevel"_s, u"3.5"_s);
+    Choose(u"UsePanel_0"_s, u"mnuHiddenOuputCopy"_s);
+    Choose(u"UsePanel_7"_s, u"mnuHiddenOuputPaste"_s);
     EXPECT_EQ(Config.Modes[0].OutputLevels[7].MaximumLevel, 3.5F);
 
     // Pasted into the mode that is shown, the controls show it.
     SetClipboard(CopyModeText(DefaultMode()));
-    Choose(QStringLiteral("Modes_0"), QStringLiteral("mnuHiddenModePaste"));
-    Trigger(QStringLiteral("ONLINE"));
+    Choose(u"Modes_0"_s, u"mnuHiddenModePaste"_s);
+    Trigger(u"ONLINE"_s);
     EXPECT_EQ(Config.Modes[0], DefaultMode());
 }
 
@@ -148,11 +148,10 @@ TEST_F(Editing, PastingAnythingElseFails) {
     const std::string before = Bytes();
     const auto fails = [&](const std::string& clipboard, bool mode) {
         SetClipboard(clipboard);
-        boxes.ExpectMessage(QStringLiteral("Paste Failed!"),
-                            mode ? QStringLiteral("An error occurred in mode paste")
-                                 : QStringLiteral("An error occurred in output paste"));
-        Choose(mode ? QStringLiteral("Modes_0") : QStringLiteral("UsePanel_0"),
-               mode ? QStringLiteral("mnuHiddenModePaste") : QStringLiteral("mnuHiddenOuputPaste"));
+        boxes.ExpectMessage(u"Paste Failed!"_s, mode ? u"An error occurred in mode paste"_s
+                                                     : u"An error occurred in output paste"_s);
+        Choose(mode ? u"Modes_0"_s : u"UsePanel_0"_s,
+               mode ? u"mnuHiddenModePaste"_s : u"mnuHiddenOuputPaste"_s);
         EXPECT_EQ(Differing(Bytes(), before), "");
     };
     fails("", true);
@@ -166,24 +165,21 @@ TEST_F(Editing, FollowersShowTheirLeader) {
     Config.Modes[0].LinkGroup = {0, 3, 0, 0, 3, 0, 0, 0};
     Config.Modes[0].OutputPanels[1].UsePreviousRoute = flagTrue;
     Config.Modes[0].OutputPanels[1].PanelInputs = "12";
-    Choose(QStringLiteral("Modes_0"), QStringLiteral("mnuHiddenModeCopy"));
-    Choose(QStringLiteral("Modes_0"), QStringLiteral("mnuHiddenModePaste"));
-    EXPECT_EQ(Part<QLabel>(QStringLiteral("RemotePaneInputs_4"), QStringLiteral("Label1"))->text(),
-              QStringLiteral("Linked - 2"));
-    EXPECT_EQ(Part<QLabel>(QStringLiteral("RemotePanelSelects_4"), QStringLiteral("Label1"))->text(),
-              QStringLiteral("Linked - 2"));
-    EXPECT_TRUE(Find<QAbstractButton>(QStringLiteral("UsePreviousRouteCheck_4"))->isChecked());
-    EXPECT_EQ(Part<QLineEdit>(QStringLiteral("RemotePaneInputs_1"), QStringLiteral("Text1"))->text(),
-              QStringLiteral("12"));
+    Choose(u"Modes_0"_s, u"mnuHiddenModeCopy"_s);
+    Choose(u"Modes_0"_s, u"mnuHiddenModePaste"_s);
+    EXPECT_EQ(Part<QLabel>(u"RemotePaneInputs_4"_s, u"Label1"_s)->text(), u"Linked - 2"_s);
+    EXPECT_EQ(Part<QLabel>(u"RemotePanelSelects_4"_s, u"Label1"_s)->text(), u"Linked - 2"_s);
+    EXPECT_TRUE(Find<QAbstractButton>(u"UsePreviousRouteCheck_4"_s)->isChecked());
+    EXPECT_EQ(Part<QLineEdit>(u"RemotePaneInputs_1"_s, u"Text1"_s)->text(), u"12"_s);
 }
 
 TEST_F(Editing, PanelsOfOtherOutputsAreRefused) {
-    Type(QStringLiteral("RemotePanelVolumes_0"), QStringLiteral("34"));
-    Type(QStringLiteral("RemotePanelVolumes_1"), QStringLiteral("35"));
-    Type(QStringLiteral("RemotePanelSelects_1"), QStringLiteral("3"));
+    Type(u"RemotePanelVolumes_0"_s, u"34"_s);
+    Type(u"RemotePanelVolumes_1"_s, u"35"_s);
+    Type(u"RemotePanelSelects_1"_s, u"3"_s);
     EXPECT_EQ(Config.Modes[0].OutputPanels[1].PanelVolumes.Trimmed(), "5");
     EXPECT_EQ(Config.Modes[0].OutputPanels[1].PanelSelects.Trimmed(), "3");
-    Click(QStringLiteral("Modes_1"));
-    Type(QStringLiteral("RemotePanelVolumes_1"), QStringLiteral("3"));
+    Click(u"Modes_1"_s);
+    Type(u"RemotePanelVolumes_1"_s, u"3"_s);
     EXPECT_EQ(Config.Modes[1].OutputPanels[1].PanelVolumes.Trimmed(), "3") << "each mode on its own";
 }

@@ -18,32 +18,34 @@
 
 namespace vek::test {
 
+using namespace Qt::StringLiterals;
+
 /// The port and the clock of a test outlive the windows that use them.
 class BorrowedPort : public SerialControl {
   public:
-    explicit BorrowedPort(ScriptedPort& port) : port(port) {}
-    void SetCommPort(int number) override { port.SetCommPort(number); }
-    void SetPortOpen(bool open) override { port.SetPortOpen(open); }
-    bool PortOpen() const override { return port.PortOpen(); }
-    void SetSettings(std::string_view settings) override { port.SetSettings(settings); }
-    void Output(std::span<const std::uint8_t> bytes) override { port.Output(bytes); }
-    ByteVector Input() override { return port.Input(); }
-    std::size_t InBufferCount() const override { return port.InBufferCount(); }
+    explicit BorrowedPort(ScriptedPort& port) : port_(port) {}
+    void SetCommPort(int number) override { port_.SetCommPort(number); }
+    void SetPortOpen(bool open) override { port_.SetPortOpen(open); }
+    bool PortOpen() const override { return port_.PortOpen(); }
+    void SetSettings(std::string_view settings) override { port_.SetSettings(settings); }
+    void Output(std::span<const std::uint8_t> bytes) override { port_.Output(bytes); }
+    ByteVector Input() override { return port_.Input(); }
+    std::size_t InBufferCount() const override { return port_.InBufferCount(); }
 
   private:
-    ScriptedPort& port;
+    ScriptedPort& port_;
 };
 
 class BorrowedTimer : public OneShotTimer {
   public:
-    explicit BorrowedTimer(ScriptedPort& clock) : clock(clock) {}
-    void Start(int milliseconds) override { clock.Start(milliseconds); }
-    void Stop() override { clock.Stop(); }
-    bool Enabled() const override { return clock.Enabled(); }
-    void LetEventsRun() override { clock.LetEventsRun(); }
+    explicit BorrowedTimer(ScriptedPort& clock) : clock_(clock) {}
+    void Start(int milliseconds) override { clock_.Start(milliseconds); }
+    void Stop() override { clock_.Stop(); }
+    bool Enabled() const override { return clock_.Enabled(); }
+    void LetEventsRun() override { clock_.LetEventsRun(); }
 
   private:
-    ScriptedPort& clock;
+    ScriptedPort& clock_;
 };
 
 class EditorTest : public testing::Test {
@@ -53,7 +55,7 @@ class EditorTest : public testing::Test {
                    .Store = store,
                    .MakeSerialControl = [this] { return std::make_unique<BorrowedPort>(port); },
                    .MakeTimer = [this] { return std::make_unique<BorrowedTimer>(port); },
-                   .PortNames = [] { return QStringList{QStringLiteral("ttyUSB0")}; }} {
+                   .PortNames = [] { return QStringList{u"ttyUSB0"_s}; }} {
         window = std::make_unique<CorvaneForm>(services, QString());
         window->show();
     }
@@ -74,7 +76,7 @@ class EditorTest : public testing::Test {
     void Trigger(const QString& action) { Find<QAction>(action)->trigger(); }
     /// Replaces the text of a control's box by typing and Enter.
     void Type(const QString& control, const QString& text) {
-        auto* box = Part<QLineEdit>(control, QStringLiteral("Text1"));
+        auto* box = Part<QLineEdit>(control, u"Text1"_s);
         box->selectAll();
         QTest::keyClick(box, Qt::Key_Backspace);
         QTest::keyClicks(box, text);
@@ -82,7 +84,7 @@ class EditorTest : public testing::Test {
         QCoreApplication::processEvents();
     }
     void PressKnob(const QString& control, Qt::Key key) {
-        QTest::keyClick(Part(control, QStringLiteral("Command1")), key);
+        QTest::keyClick(Part(control, u"Command1"_s), key);
     }
     static std::string Bytes() {
         const RecordBytes bytes = EncodeRecord(Config);
@@ -97,7 +99,7 @@ class EditorTest : public testing::Test {
 };
 
 inline QString Element(const char* name, std::size_t index) {
-    return QStringLiteral("%1_%2").arg(QString::fromLatin1(name)).arg(index);
+    return u"%1_%2"_s.arg(QString::fromLatin1(name)).arg(index);
 }
 
 } // namespace vek::test

@@ -8,6 +8,7 @@
 
 using namespace vek;
 using namespace vek::test;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -32,10 +33,10 @@ class EveryField : public EditorTest {
         AddLevels();
         AddTrims();
         AddAddresses();
-        fields.push_back({"Notes", 4226, notesLength, [this] { TypeNotes(QStringLiteral("x")); },
-                          [this] { TypeNotes(QString()); }});
-        fields.push_back({"VekNetBase", 0, 2, [this] { EditBase(QStringLiteral("700")); },
-                          [this] { EditBase(QStringLiteral("512")); }});
+        fields.push_back(
+            {"Notes", 4226, notesLength, [this] { TypeNotes(u"x"_s); }, [this] { TypeNotes(QString()); }});
+        fields.push_back(
+            {"VekNetBase", 0, 2, [this] { EditBase(u"700"_s); }, [this] { EditBase(u"512"_s); }});
         fields.push_back({"LinkGroup", ModeOffset() + 504 + 2 * output, 2, [this] { Group(Qt::Key_2); },
                           [this] { Group(Qt::Key_0); }});
     }
@@ -46,8 +47,7 @@ class EveryField : public EditorTest {
         const std::size_t start = ModeOffset() + 160 + 43 * o;
         const auto list = [&](const char* control, std::size_t offset, std::size_t size) {
             const QString name = Element(control, o);
-            fields.push_back({name.toStdString(), start + offset, size,
-                              [this, name] { Type(name, QStringLiteral("3")); },
+            fields.push_back({name.toStdString(), start + offset, size, [this, name] { Type(name, u"3"_s); },
                               [this, name] { Type(name, QString()); }});
         };
         list("RemotePaneInputs", 0, 9);
@@ -100,7 +100,7 @@ class EveryField : public EditorTest {
     }
 
     void TypeNotes(const QString& text) {
-        auto* notes = Find<QPlainTextEdit>(QStringLiteral("Text1"));
+        auto* notes = Find<QPlainTextEdit>(u"Text1"_s);
         notes->selectAll();
         QTest::keyClick(notes, Qt::Key_Delete);
         QTest::keyClicks(notes, text);
@@ -116,17 +116,17 @@ class EveryField : public EditorTest {
         Trigger(command);
     }
     void EditBase(const QString& text) {
-        InDialog(QStringLiteral("BASE"), [text](QDialog* dialog) {
-            auto* box = dialog->findChild<QLineEdit*>(QStringLiteral("Text1"));
+        InDialog(u"BASE"_s, [text](QDialog* dialog) {
+            auto* box = dialog->findChild<QLineEdit*>(u"Text1"_s);
             box->selectAll();
             QTest::keyClicks(box, text);
             QTest::keyClick(box, Qt::Key_Return);
         });
     }
     void Group(Qt::Key group) {
-        InDialog(QStringLiteral("LINK"), [group](QDialog* dialog) {
+        InDialog(u"LINK"_s, [group](QDialog* dialog) {
             QTest::keyClick(dialog->findChild<QWidget*>(Element("Label1", output)), group);
-            dialog->findChild<QAbstractButton*>(QStringLiteral("Done"))->click();
+            dialog->findChild<QAbstractButton*>(u"Done"_s)->click();
         });
     }
 
@@ -186,7 +186,7 @@ TEST_F(EveryField, WhatIsNotTouchedKeepsItsExactValue) {
     WriteConfigFile(path);
     NewConfiguration();
     boxes.ExpectOpenFile(QString(), QString::fromStdString(path));
-    Trigger(QStringLiteral("OPEN"));
+    Trigger(u"OPEN"_s);
     for (std::size_t i = 0; i < 8; ++i) {
         Click(Element("Modes", i));
         Click(Element("UsePanel", i));

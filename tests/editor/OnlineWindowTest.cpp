@@ -11,6 +11,7 @@
 
 using namespace vek;
 using namespace vek::test;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -19,7 +20,7 @@ class OnlineWindow : public EditorTest {
     OnlineWindow() {
         port.Present = {1};
         port.OnOutput = [this](const ByteVector& bytes) { Answer(bytes); };
-        tabs = Find<QTabWidget>(QStringLiteral("SSTab1"));
+        tabs = Find<QTabWidget>(u"SSTab1"_s);
     }
     void Answer(const ByteVector& bytes) {
         if (silent)
@@ -31,10 +32,9 @@ class OnlineWindow : public EditorTest {
     }
     void GoOnline() {
         tabs->setCurrentIndex(OnlineTab);
-        Click(QStringLiteral("OnlineSearch"));
-        boxes.ExpectMessage(QStringLiteral("Online"), QStringLiteral("Matrix Vek is now online."),
-                            MessageIcon::None);
-        Click(QStringLiteral("OnlinePort_0"));
+        Click(u"OnlineSearch"_s);
+        boxes.ExpectMessage(u"Online"_s, u"Matrix Vek is now online."_s, MessageIcon::None);
+        Click(u"OnlinePort_0"_s);
         port.Sent.clear();
     }
     /// The packets since the last call, as "V 0 210" or "M 0 4".
@@ -70,25 +70,25 @@ const std::string allAtZero = "V0=210 V1=210 V2=210 V3=210 V4=210 V5=210 V6=210 
 } // namespace
 
 TEST_F(OnlineWindow, GoingOnlineAndOff) {
-    auto* strip = Find(QStringLiteral("OnlineLevelOffset"));
+    auto* strip = Find(u"OnlineLevelOffset"_s);
     EXPECT_FALSE(strip->isVisible());
     GoOnline();
-    EXPECT_EQ(Find<QLineEdit>(QStringLiteral("VekType_0"))->text().right(3), QStringLiteral("1.0"));
+    EXPECT_EQ(Find<QLineEdit>(u"VekType_0"_s)->text().right(3), u"1.0"_s);
     for (int tab = 0; tab < tabs->count(); ++tab)
         EXPECT_EQ(tabs->isTabEnabled(tab), tab == 1 || tab == 4 || tab == 5 || tab == 7) << tab;
     for (const char* command : {"NEW", "OPEN", "DEFAULT", "LINK", "BASE", "DOWNLOAD"})
         EXPECT_FALSE(Find<QAction>(QString::fromLatin1(command))->isEnabled()) << command;
-    EXPECT_TRUE(Find<QAction>(QStringLiteral("SAVEAS"))->isEnabled());
+    EXPECT_TRUE(Find<QAction>(u"SAVEAS"_s)->isEnabled());
     EXPECT_TRUE(strip->isVisible());
     EXPECT_EQ(tabs->currentIndex(), OnlineTab);
 
-    Click(QStringLiteral("OnlineCancel"));
+    Click(u"OnlineCancel"_s);
     EXPECT_EQ(port.Sent, std::vector<std::string>{"52 FF FF AF"});
     EXPECT_FALSE(port.PortOpen());
     EXPECT_TRUE(tabs->isTabEnabled(RemotePanelsTab));
-    EXPECT_TRUE(Find<QAction>(QStringLiteral("NEW"))->isEnabled());
+    EXPECT_TRUE(Find<QAction>(u"NEW"_s)->isEnabled());
     EXPECT_FALSE(strip->isVisible());
-    Click(QStringLiteral("UsePanel_3"));
+    Click(u"UsePanel_3"_s);
     EXPECT_EQ(port.Sent.size(), 1U) << "nothing is sent while offline";
 }
 
@@ -96,57 +96,55 @@ TEST_F(OnlineWindow, EditsAreHeard) {
     GoOnline();
     tabs->setCurrentIndex(OutputTrimsTab);
     EXPECT_EQ(Packets(), Routes(0) + allAtZero + allAtZero) << "routed, and the levels applied once more";
-    PressKnob(QStringLiteral("OutputLevelTrim_2"), Qt::Key_Down);
+    PressKnob(u"OutputLevelTrim_2"_s, Qt::Key_Down);
     EXPECT_EQ(Packets(), Volumes([](int output) { return output == 2 ? 208 : 210; }));
     EXPECT_EQ(Config.OutputTrim[2], -1.0F);
-    Click(QStringLiteral("OutPutSelectCheck_5"));
+    Click(u"OutPutSelectCheck_5"_s);
     EXPECT_EQ(Packets(), Volumes([](int output) { return output == 2 ? 208 : output == 5 ? 18 : 210; }));
-    PressKnob(QStringLiteral("OnlineLevelOffset"), Qt::Key_Up);
+    PressKnob(u"OnlineLevelOffset"_s, Qt::Key_Up);
     EXPECT_EQ(Packets(), Volumes([](int output) { return output == 2 ? 210 : output == 5 ? 18 : 212; }));
-    Click(QStringLiteral("RouteOption_4"));
+    Click(u"RouteOption_4"_s);
     EXPECT_EQ(Packets(), Routes(4) + Volumes([](int output) {
                              return output == 2 ? 210 : output == 5 ? 18 : 212;
                          }));
 
     tabs->setCurrentIndex(LevelsTab);
     Packets();
-    Click(QStringLiteral("UsePanel_5"));
+    Click(u"UsePanel_5"_s);
     EXPECT_EQ(Packets(), Volumes([](int output) { return output == 5 ? 210 : 18; }))
         << "only the output being edited is heard, muted or not";
-    PressKnob(QStringLiteral("LevelTrim1"), Qt::Key_Down);
+    PressKnob(u"LevelTrim1"_s, Qt::Key_Down);
     EXPECT_EQ(Packets(), Volumes([](int output) { return output == 5 ? 208 : 18; }));
 
     tabs->setCurrentIndex(InputTrimsTab);
     Packets();
-    QTest::mousePress(Part(QStringLiteral("InputLevelTrim_6"), QStringLiteral("Text2")), Qt::LeftButton);
-    EXPECT_TRUE(Find<QRadioButton>(QStringLiteral("RouteOption_6"))->isChecked());
+    QTest::mousePress(Part(u"InputLevelTrim_6"_s, u"Text2"_s), Qt::LeftButton);
+    EXPECT_TRUE(Find<QRadioButton>(u"RouteOption_6"_s)->isChecked());
     EXPECT_EQ(Packets(), Routes(6) + Volumes([](int output) { return output == 5 ? 18 : 212; }));
     tabs->setCurrentIndex(OutputTrimsTab);
-    QTest::mousePress(Part(QStringLiteral("OutputLevelTrim_7"), QStringLiteral("Text2")), Qt::LeftButton);
-    EXPECT_TRUE(Find<QRadioButton>(QStringLiteral("UsePanel_7"))->isChecked());
+    QTest::mousePress(Part(u"OutputLevelTrim_7"_s, u"Text2"_s), Qt::LeftButton);
+    EXPECT_TRUE(Find<QRadioButton>(u"UsePanel_7"_s)->isChecked());
 }
 
 TEST_F(OnlineWindow, DiagnosticsAreWrittenWhileSwitchedOn) {
     GoOnline();
     tabs->setCurrentIndex(InputTrimsTab);
-    Click(QStringLiteral("ShowDiagnostics"));
-    PressKnob(QStringLiteral("InputLevelTrim_0"), Qt::Key_Down);
-    auto* text = Find(QStringLiteral("ShowDiagnostics"))
-                     ->parentWidget()
-                     ->findChild<QPlainTextEdit*>(QStringLiteral("Text2"));
-    EXPECT_TRUE(text->toPlainText().startsWith(
-        QStringLiteral("\nV,0,208 Volume Output = 1,-1dB, CS3318 = 208/&HD0\nV,1,208 ")))
+    Click(u"ShowDiagnostics"_s);
+    PressKnob(u"InputLevelTrim_0"_s, Qt::Key_Down);
+    auto* text = Find(u"ShowDiagnostics"_s)->parentWidget()->findChild<QPlainTextEdit*>(u"Text2"_s);
+    EXPECT_TRUE(
+        text->toPlainText().startsWith(u"\nV,0,208 Volume Output = 1,-1dB, CS3318 = 208/&HD0\nV,1,208 "_s))
         << text->toPlainText().toStdString();
     for (int i = 0; i < 700; ++i)
-        PressKnob(QStringLiteral("InputLevelTrim_0"), i % 2 ? Qt::Key_Up : Qt::Key_Down);
+        PressKnob(u"InputLevelTrim_0"_s, i % 2 ? Qt::Key_Up : Qt::Key_Down);
     EXPECT_EQ(text->blockCount(), 5000);
 }
 
 TEST_F(OnlineWindow, AValueBeyondTheChipIsTheOverflowMessage) {
     GoOnline();
-    Find(QStringLiteral("InputLevelTrim_0"))->setProperty("Level", 30.0F);
-    boxes.ExpectMessage(QStringLiteral("Error!"), QStringLiteral("Overflow"));
-    boxes.ExpectMessage(QStringLiteral("Error!"), QStringLiteral("Overflow"));
+    Find(u"InputLevelTrim_0"_s)->setProperty("Level", 30.0F);
+    boxes.ExpectMessage(u"Error!"_s, u"Overflow"_s);
+    boxes.ExpectMessage(u"Error!"_s, u"Overflow"_s);
     tabs->setCurrentIndex(InputTrimsTab);
     EXPECT_EQ(Packets(), Routes(0)) << "no packet of it is sent";
 }
@@ -161,18 +159,17 @@ TEST_F(OnlineWindow, APulledAdapterIsToldOnceAndDisconnects) {
         else
             port.Reply(1, {240});
     };
-    boxes.ExpectMessage(QStringLiteral("Error!"), QStringLiteral("Reply fail to Volume"));
-    PressKnob(QStringLiteral("InputLevelTrim_0"), Qt::Key_Down);
+    boxes.ExpectMessage(u"Error!"_s, u"Reply fail to Volume"_s);
+    PressKnob(u"InputLevelTrim_0"_s, Qt::Key_Down);
     EXPECT_EQ(sent, 3);
     EXPECT_TRUE(tabs->isTabEnabled(RemotePanelsTab));
-    EXPECT_TRUE(Find(QStringLiteral("OnlineSearch"))
-                    ->isVisibleTo(Find(QStringLiteral("OnlineSearch"))->parentWidget()));
+    EXPECT_TRUE(Find(u"OnlineSearch"_s)->isVisibleTo(Find(u"OnlineSearch"_s)->parentWidget()));
 }
 
 TEST_F(OnlineWindow, ClosingDisconnectsFirst) {
     GoOnline();
     silent = true;
-    boxes.ExpectMessage(QStringLiteral("Error!"), QStringLiteral("No reply to restart"));
+    boxes.ExpectMessage(u"Error!"_s, u"No reply to restart"_s);
     window->close();
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(port.Sent, std::vector<std::string>(4, "52 FF FF AF"));
@@ -190,7 +187,7 @@ TEST_F(OnlineWindow, ClosingInsideAWaitWaitsForItsEnd) {
         closedInside = !window->isVisible();
         silent = false;
     });
-    PressKnob(QStringLiteral("InputLevelTrim_0"), Qt::Key_Down);
+    PressKnob(u"InputLevelTrim_0"_s, Qt::Key_Down);
     QCoreApplication::processEvents();
     EXPECT_FALSE(closedInside);
     EXPECT_FALSE(window->isVisible());

@@ -9,6 +9,7 @@
 
 using namespace vek;
 using namespace vek::test;
+using namespace Qt::StringLiterals;
 
 TEST(ReportPrinter, WrapsLongLinesAtBlanks) {
     const struct {
@@ -16,13 +17,13 @@ TEST(ReportPrinter, WrapsLongLinesAtBlanks) {
         QStringList lines;
     } cases[] = {
         {"", {QString()}},
-        {"short", {QStringLiteral("short")}},
-        {"one two three", {QStringLiteral("one two"), QStringLiteral("three")}},
-        {"abcdefghijklmn", {QStringLiteral("abcdefghij"), QStringLiteral("klmn")}},
-        {"ab            ", {QStringLiteral("ab")}},
-        {"1\tb", {QStringLiteral("1       b")}},
-        {"a\n\nb", {QStringLiteral("a"), QString(), QStringLiteral("b")}},
-        {"a bcdefghijklm", {QStringLiteral("a bcdefghi"), QStringLiteral("jklm")}},
+        {"short", {u"short"_s}},
+        {"one two three", {u"one two"_s, u"three"_s}},
+        {"abcdefghijklmn", {u"abcdefghij"_s, u"klmn"_s}},
+        {"ab            ", {u"ab"_s}},
+        {"1\tb", {u"1       b"_s}},
+        {"a\n\nb", {u"a"_s, QString(), u"b"_s}},
+        {"a bcdefghijklm", {u"a bcdefghi"_s, u"jklm"_s}},
     };
     for (const auto& c : cases)
         EXPECT_EQ(WrapLines(QString::fromLatin1(c.text), 10), c.lines) << c.text;
@@ -33,30 +34,30 @@ TEST(ReportPrinter, PagesReadBackFromAPdf) {
     const QString path = QString::fromStdString(folder.Path("report.pdf"));
     QString text;
     for (int line = 1; line <= 200; ++line)
-        text += QStringLiteral("\nLine %1 ").arg(line);
-    text += QStringLiteral("\n") + QStringLiteral("word ").repeated(60) + QStringLiteral("end");
+        text += u"\nLine %1 "_s.arg(line);
+    text += u"\n"_s + u"word "_s.repeated(60) + u"end"_s;
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(path);
-    ASSERT_TRUE(PrintReport(printer, text, QStringLiteral("rack.VMC")));
+    ASSERT_TRUE(PrintReport(printer, text, u"rack.VMC"_s));
 
     QProcess reader;
-    reader.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), path, QStringLiteral("-")});
+    reader.start(u"pdftotext"_s, {u"-layout"_s, path, u"-"_s});
     ASSERT_TRUE(reader.waitForFinished());
     const QString read = QString::fromUtf8(reader.readAllStandardOutput());
     for (int line = 1; line <= 200; ++line)
-        EXPECT_TRUE(read.contains(QStringLiteral("Line %1\n").arg(line))) << line;
-    EXPECT_EQ(read.count(QStringLiteral("word")), 60) << "nothing is cut off";
-    EXPECT_TRUE(read.contains(QStringLiteral("end")));
-    const auto pages = read.count(QLatin1Char('\f'));
+        EXPECT_TRUE(read.contains(u"Line %1\n"_s.arg(line))) << line;
+    EXPECT_EQ(read.count(u"word"_s), 60) << "nothing is cut off";
+    EXPECT_TRUE(read.contains(u"end"_s));
+    const auto pages = read.count(u'\f');
     EXPECT_GE(pages, 3);
-    EXPECT_EQ(read.count(QStringLiteral("rack.VMC")), pages);
-    EXPECT_TRUE(read.contains(QStringLiteral("Page %1 of %1").arg(pages)));
+    EXPECT_EQ(read.count(u"rack.VMC"_s), pages);
+    EXPECT_TRUE(read.contains(u"Page %1 of %1"_s.arg(pages)));
 }
 
 TEST(ReportPrinter, AnUnusablePrinterIsReported) {
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(QStringLiteral("/no/such/folder/report.pdf"));
-    EXPECT_FALSE(PrintReport(printer, QStringLiteral("x"), QString()));
+    printer.setOutputFileName(u"/no/such/folder/report.pdf"_s);
+    EXPECT_FALSE(PrintReport(printer, u"x"_s, QString()));
 }

@@ -9,14 +9,15 @@
 
 using namespace vek;
 using namespace vek::test;
+using namespace Qt::StringLiterals;
 
 namespace {
 
 /// Answers searches at 9600, acknowledges everything else and collects the blocks.
 class ObligingDevice {
   public:
-    explicit ObligingDevice(ScriptedPort& port) : port(port) {
-        port.OnOutput = [this](const ByteVector& bytes) { Answer(bytes); };
+    explicit ObligingDevice(ScriptedPort& port) : port_(port) {
+        port_.OnOutput = [this](const ByteVector& bytes) { Answer(bytes); };
     }
     ByteVector Image;
     int Restarts = 0;
@@ -24,20 +25,20 @@ class ObligingDevice {
 
   private:
     void Answer(const ByteVector& bytes) {
-        if (bytes == ByteVector{'K'} && port.Rate == "9600,n,8,2")
-            port.Reply(1, {39, 2, 5, 255 - 39 - 2 - 5, 0});
+        if (bytes == ByteVector{'K'} && port_.Rate == "9600,n,8,2")
+            port_.Reply(1, {39, 2, 5, 255 - 39 - 2 - 5, 0});
         if (bytes.size() == 11) {
             Image.insert(Image.end(), bytes.begin() + 2, bytes.begin() + 10);
-            port.Reply(1, {240, 0});
+            port_.Reply(1, {240, 0});
             if (OnBlock)
                 OnBlock(Image.size() / 8);
         }
-        if (bytes == ByteVector{255} && port.Rate == "9600,e,8,1") {
+        if (bytes == ByteVector{255} && port_.Rate == "9600,e,8,1") {
             ++Restarts;
-            port.Reply(1, {240, 0});
+            port_.Reply(1, {240, 0});
         }
     }
-    ScriptedPort& port;
+    ScriptedPort& port_;
 };
 
 class Programming : public EditorTest {
@@ -56,9 +57,7 @@ class Programming : public EditorTest {
         QCoreApplication::processEvents();
         return form;
     }
-    static QString TypeText(VekComms& form) {
-        return form.findChild<QLineEdit*>(QStringLiteral("VekType_0"))->text();
-    }
+    static QString TypeText(VekComms& form) { return form.findChild<QLineEdit*>(u"VekType_0"_s)->text(); }
     static void Press(VekComms& form, const char* button) {
         form.findChild<QAbstractButton*>(QString::fromLatin1(button))->click();
     }
@@ -72,35 +71,32 @@ class Programming : public EditorTest {
 
 TEST_F(Programming, FindsChoosesAndPrograms) {
     const auto form = Searched();
-    auto* option = form->findChild<QRadioButton*>(QStringLiteral("Option1_0"));
-    auto* program = form->findChild<QAbstractButton*>(QStringLiteral("ProgramVek"));
-    EXPECT_TRUE(TypeText(*form).endsWith(QStringLiteral("2.5"))) << TypeText(*form).toStdString();
+    auto* option = form->findChild<QRadioButton*>(u"Option1_0"_s);
+    auto* program = form->findChild<QAbstractButton*>(u"ProgramVek"_s);
+    EXPECT_TRUE(TypeText(*form).endsWith(u"2.5"_s)) << TypeText(*form).toStdString();
     EXPECT_TRUE(option->isEnabled());
     EXPECT_FALSE(option->isChecked());
     EXPECT_FALSE(program->isEnabled());
-    EXPECT_TRUE(form->findChild<QWidget*>(QStringLiteral("VekType_1"))->isHidden()) << "there is no COM2";
+    EXPECT_TRUE(form->findChild<QWidget*>(u"VekType_1"_s)->isHidden()) << "there is no COM2";
     EXPECT_FALSE(port.PortOpen());
     option->click();
     EXPECT_TRUE(program->isEnabled());
 
     device.OnBlock = [&](std::size_t block) {
         if (block == 100) {
-            EXPECT_EQ(form->findChild<QProgressBar*>(QStringLiteral("ProgressBar1"))->value(),
-                      98 * 1000 / 273);
+            EXPECT_EQ(form->findChild<QProgressBar*>(u"ProgressBar1"_s)->value(), 98 * 1000 / 273);
             EXPECT_FALSE(program->isEnabled());
         }
     };
-    boxes.ExpectYesNo(QStringLiteral("All sent ok"), QStringLiteral("Program another vek"), Answer::Yes,
-                      Answer::No);
-    boxes.ExpectYesNo(QStringLiteral("All sent ok"), QStringLiteral("Program another vek"), Answer::No,
-                      Answer::No);
+    boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::Yes, Answer::No);
+    boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::No, Answer::No);
     Press(*form, "ProgramVek");
     EXPECT_EQ(device.Image.size(), 2U * 273 * 8);
     EXPECT_EQ(ByteVector(device.Image.begin(), device.Image.begin() + imageLength),
               ByteVector(image.Buffer.begin(), image.Buffer.begin() + imageLength));
     EXPECT_FALSE(form->isVisible()) << "the window closes when the user is done";
     EXPECT_FALSE(port.PortOpen());
-    EXPECT_EQ(form->findChild<QLabel*>(QStringLiteral("Label2"))->text(), QStringLiteral("100%"));
+    EXPECT_EQ(form->findChild<QLabel*>(u"Label2"_s)->text(), u"100%"_s);
 }
 
 TEST_F(Programming, ClosingEndsTheSearchAtOnce) {
@@ -109,7 +105,7 @@ TEST_F(Programming, ClosingEndsTheSearchAtOnce) {
     bool closedInside = true;
     bool searchLocked = false;
     port.At(50, [&] {
-        searchLocked = !form->findChild<QWidget*>(QStringLiteral("Command1"))->isEnabled();
+        searchLocked = !form->findChild<QWidget*>(u"Command1"_s)->isEnabled();
         form->close();
         closedInside = !form->isVisible();
     });
@@ -125,7 +121,7 @@ TEST_F(Programming, ClosingEndsTheSearchAtOnce) {
 
 TEST_F(Programming, CancelDuringTheDownloadReportsNothing) {
     const auto form = Searched();
-    form->findChild<QRadioButton*>(QStringLiteral("Option1_0"))->click();
+    form->findChild<QRadioButton*>(u"Option1_0"_s)->click();
     device.OnBlock = [&](std::size_t block) {
         if (block == 10)
             Press(*form, "Command2");

@@ -33,6 +33,7 @@
 
 using namespace vek;
 using namespace vek::test;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -57,7 +58,7 @@ class WindowOnDevice : public testing::Test {
                                                     [this](int number) { return Device(number); });
                                             },
                                         .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
-                                        .PortNames = [] { return QStringList{QStringLiteral("pts")}; }});
+                                        .PortNames = [] { return QStringList{u"pts"_s}; }});
         window = std::make_unique<CorvaneForm>(*services, QString());
         window->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
@@ -82,7 +83,7 @@ class WindowOnDevice : public testing::Test {
         auto* bar = Find<QTabWidget>("SSTab1")->tabBar();
         ClickOn(bar, bar->tabRect(tab).center());
     }
-    QWidget* Knob(const char* fader) { return Find(fader)->findChild<QWidget*>(QStringLiteral("Command1")); }
+    QWidget* Knob(const char* fader) { return Find(fader)->findChild<QWidget*>(u"Command1"_s); }
     float Level(const char* fader) { return Find<LevelTrim>(fader)->Level(); }
     /// Drags a knob so many pixels down, at most to the window's edge, and lets it go.
     void Drag(const char* fader, int down) {
@@ -96,7 +97,7 @@ class WindowOnDevice : public testing::Test {
         QTest::mouseRelease(handle, Qt::LeftButton, {}, goal);
     }
     void Type(const char* box, const char* text) {
-        auto* edit = Find(box)->findChild<QLineEdit*>(QStringLiteral("Text1"));
+        auto* edit = Find(box)->findChild<QLineEdit*>(u"Text1"_s);
         ClickOn(edit, edit->rect().center());
         QTest::keySequence(edit, QKeySequence::SelectAll);
         QTest::keyClicks(edit, QString::fromLatin1(text));
@@ -106,18 +107,15 @@ class WindowOnDevice : public testing::Test {
     void GoOnline() {
         ShowTab(OnlineTab);
         Click("OnlineSearch");
-        EXPECT_EQ(Find<QLineEdit>("VekType_0")->text(), QStringLiteral("Matrix Vek2.5"));
-        boxes.ExpectMessage(QStringLiteral("Online"), QStringLiteral("Matrix Vek is now online."),
-                            MessageIcon::None);
+        EXPECT_EQ(Find<QLineEdit>("VekType_0")->text(), u"Matrix Vek2.5"_s);
+        boxes.ExpectMessage(u"Online"_s, u"Matrix Vek is now online."_s, MessageIcon::None);
         Click("OnlinePort_0");
         ASSERT_TRUE(IsOnline());
     }
     bool IsOnline() {
         return Find<QAbstractButton>("OnlineCancel")->isVisibleTo(Find("OnlineCancel")->parentWidget());
     }
-    void ExpectError(const char* text) {
-        boxes.ExpectMessage(QStringLiteral("Error!"), QString::fromLatin1(text));
-    }
+    void ExpectError(const char* text) { boxes.ExpectMessage(u"Error!"_s, QString::fromLatin1(text)); }
 
     ScriptedDialogs boxes;
     MemoryStore store;
@@ -237,8 +235,7 @@ TEST_F(WindowOnDevice, ProgramsWhatWasEditedAndSaved) {
     expected.Modes[3].OutputLevels[6].StepLevel = 1.5F;
 
     boxes.ExpectSaveFile(example, saved);
-    boxes.ExpectMessage(QStringLiteral("File Saved."), QStringLiteral("Configuration saved to mine.VMC"),
-                        MessageIcon::None);
+    boxes.ExpectMessage(u"File Saved."_s, u"Configuration saved to mine.VMC"_s, MessageIcon::None);
     Find<QAction>("SAVEAS")->trigger();
     const MatrixConfig written = LoadConfig(saved.toStdString());
     EXPECT_TRUE(EncodeRecord(written) == EncodeRecord(expected));
@@ -250,17 +247,15 @@ TEST_F(WindowOnDevice, ProgramsWhatWasEditedAndSaved) {
         auto* form = qobject_cast<VekComms*>(QApplication::activeModalWidget());
         if (form == nullptr || pressed)
             return;
-        auto* option = form->findChild<QAbstractButton*>(QStringLiteral("Option1_0"));
-        auto* search = form->findChild<QAbstractButton*>(QStringLiteral("Command1"));
+        auto* option = form->findChild<QAbstractButton*>(u"Option1_0"_s);
+        auto* search = form->findChild<QAbstractButton*>(u"Command1"_s);
         if (!search->isEnabled())
             return;
         pressed = true;
-        EXPECT_EQ(form->findChild<QLineEdit*>(QStringLiteral("VekType_0"))->text(),
-                  QStringLiteral("Matrix Vek2.5"));
-        boxes.ExpectYesNo(QStringLiteral("All sent ok"), QStringLiteral("Program another vek"), Answer::No,
-                          Answer::No);
+        EXPECT_EQ(form->findChild<QLineEdit*>(u"VekType_0"_s)->text(), u"Matrix Vek2.5"_s);
+        boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::No, Answer::No);
         Click(option);
-        Click(form->findChild<QAbstractButton*>(QStringLiteral("ProgramVek")));
+        Click(form->findChild<QAbstractButton*>(u"ProgramVek"_s));
         if (!boxes.Done())
             form->reject();
     });

@@ -19,24 +19,24 @@ using std::chrono::milliseconds;
 
 class Program {
   public:
-    explicit Program(const std::string& port) : port(::open(port.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK)) {}
+    explicit Program(const std::string& port) : port_(::open(port.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK)) {}
 
     void Set(speed_t rate, tcflag_t stopAndParity) {
         termios settings = {};
-        tcgetattr(port.Get(), &settings);
+        tcgetattr(port_.Get(), &settings);
         settings.c_cflag = CS8 | CREAD | CLOCAL | stopAndParity;
         cfsetspeed(&settings, rate);
-        tcsetattr(port.Get(), TCSANOW, &settings);
+        tcsetattr(port_.Get(), TCSANOW, &settings);
     }
     bool Send(std::string_view bytes) {
-        return ::write(port.Get(), bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
+        return ::write(port_.Get(), bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
     }
     /// Waits for `count` bytes; fewer when nothing comes for a while.
     Bytes Receive(std::size_t count, milliseconds patience = milliseconds(2000)) {
         Bytes bytes;
         while (bytes.size() < count && Readable(patience)) {
             Bytes more(count - bytes.size());
-            const ssize_t got = ::read(port.Get(), more.data(), more.size());
+            const ssize_t got = ::read(port_.Get(), more.data(), more.size());
             if (got <= 0)
                 break;
             bytes.insert(bytes.end(), more.begin(), more.begin() + got);
@@ -44,18 +44,18 @@ class Program {
         return bytes;
     }
     bool HungUp() {
-        pollfd watched = {port.Get(), POLLIN, 0};
+        pollfd watched = {port_.Get(), POLLIN, 0};
         ::poll(&watched, 1, 2000);
         return (watched.revents & POLLHUP) != 0;
     }
 
   private:
     bool Readable(milliseconds patience) {
-        pollfd watched = {port.Get(), POLLIN, 0};
+        pollfd watched = {port_.Get(), POLLIN, 0};
         return ::poll(&watched, 1, static_cast<int>(patience.count())) > 0;
     }
 
-    Descriptor port;
+    Descriptor port_;
 };
 
 const Bytes findReply = {39, 2, 5, 209};

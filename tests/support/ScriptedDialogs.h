@@ -11,6 +11,8 @@
 
 namespace vek::test {
 
+using namespace Qt::StringLiterals;
+
 /// Fails the test when a box appears that the script does not hold next, and at its end when boxes are left.
 class ScriptedDialogs final : public Dialogs {
   public:
@@ -38,13 +40,13 @@ class ScriptedDialogs final : public Dialogs {
     }
     /// The user chooses this file, or cancels when there is none.
     void ExpectOpenFile(const QString& startAt, const std::optional<QString>& chosen) {
-        script.push_back({FileBox(QStringLiteral("open"), startAt), Answer::Yes, chosen, {}});
+        script.push_back({FileBox(u"open"_s, startAt), Answer::Yes, chosen, {}});
     }
     void ExpectSaveFile(const QString& startAt, const std::optional<QString>& chosen) {
-        script.push_back({FileBox(QStringLiteral("save"), startAt), Answer::Yes, chosen, {}});
+        script.push_back({FileBox(u"save"_s, startAt), Answer::Yes, chosen, {}});
     }
     void ExpectPrinter(bool chosen) {
-        script.push_back({QStringLiteral("printer"), chosen ? Answer::Yes : Answer::Cancel, {}, {}});
+        script.push_back({u"printer"_s, chosen ? Answer::Yes : Answer::Cancel, {}, {}});
     }
 
     /// True when every expected box has appeared.
@@ -60,14 +62,12 @@ class ScriptedDialogs final : public Dialogs {
         return Next(YesNoCancelBox(title, text)).Given;
     }
     std::optional<QString> OpenFile(QWidget*, const QString& startAt, const FileKind&) override {
-        return Next(FileBox(QStringLiteral("open"), startAt)).File;
+        return Next(FileBox(u"open"_s, startAt)).File;
     }
     std::optional<QString> SaveFile(QWidget*, const QString& startAt, const FileKind&) override {
-        return Next(FileBox(QStringLiteral("save"), startAt)).File;
+        return Next(FileBox(u"save"_s, startAt)).File;
     }
-    bool ChoosePrinter(QWidget*, QPrinter&) override {
-        return Next(QStringLiteral("printer")).Given == Answer::Yes;
-    }
+    bool ChoosePrinter(QWidget*, QPrinter&) override { return Next(u"printer"_s).Given == Answer::Yes; }
 
   private:
     struct Expected {
@@ -78,19 +78,18 @@ class ScriptedDialogs final : public Dialogs {
     };
 
     static QString MessageBox(MessageIcon icon, const QString& title, const QString& text) {
-        return QStringLiteral("message (%1) \"%2\": %3")
-            .arg(icon == MessageIcon::Exclamation ? QStringLiteral("exclamation") : QStringLiteral("no icon"),
-                 title, text);
+        return u"message (%1) \"%2\": %3"_s.arg(
+            icon == MessageIcon::Exclamation ? u"exclamation"_s : u"no icon"_s, title, text);
     }
     static QString YesNoBox(const QString& title, const QString& text, Answer defaultAnswer) {
-        return QStringLiteral("yes or no, %1 by default \"%2\": %3")
-            .arg(defaultAnswer == Answer::Yes ? QStringLiteral("yes") : QStringLiteral("no"), title, text);
+        return u"yes or no, %1 by default \"%2\": %3"_s.arg(defaultAnswer == Answer::Yes ? u"yes"_s : u"no"_s,
+                                                            title, text);
     }
     static QString YesNoCancelBox(const QString& title, const QString& text) {
-        return QStringLiteral("yes, no or cancel \"%1\": %2").arg(title, text);
+        return u"yes, no or cancel \"%1\": %2"_s.arg(title, text);
     }
     static QString FileBox(const QString& what, const QString& startAt) {
-        return QStringLiteral("%1 a file, starting at \"%2\"").arg(what, startAt);
+        return u"%1 a file, starting at \"%2\""_s.arg(what, startAt);
     }
 
     Expected Next(const QString& box) {
