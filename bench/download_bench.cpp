@@ -1,11 +1,13 @@
 // A whole download through the real serial layer to a device that answers at once: how much longer it takes
 // than the waits that the protocol prescribes, and how much of that time the processor works.
+#include "link/OutcomeTexts.h"
 #include "link/VekLink.h"
 #include "platform/QtOneShotTimer.h"
 #include "platform/QtSerialControl.h"
 #include "simulator/RunningVek.h"
 
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <benchmark/benchmark.h>
 
 #include <chrono>
@@ -19,26 +21,28 @@ using Seconds = std::chrono::duration<double>;
 /// Port opened, wake pulse, search, ten milliseconds in each block, restart.
 constexpr Seconds prescribedWaits{0.100 + 0.200 + 7 * 0.010 + vek::deviceBlockCount * 0.010 + 0.010};
 
-/// The programming window with COM1 chosen.
-class ChosenPortView final : public vek::VekLinkView {
+/// Nothing may fail here.
+class NoWindow final : public vek::LinkOutcomes, public vek::ProgrammingOutcomes {
   public:
-    void ShowBlanking(std::size_t, bool) override {}
-    void ShowOption(std::size_t, bool) override {}
-    void EnableOption(std::size_t, bool) override {}
-    void SelectOption(std::size_t, bool) override {}
-    bool OptionSelected(std::size_t row) const override { return row == 0; }
-    void ShowVekType(std::size_t, bool) override {}
-    void SetVekType(std::size_t, const std::string&) override {}
-    void EnableProgramVek(bool) override {}
-    void ShowPleaseWait(bool) override {}
-    void SetLabel2(const std::string&) override {}
-    void SetLabel3(const std::string&) override {}
-    void SetProgressBar1(int) override {}
-    void ErrorMessage(const std::string&, const std::string& text) override {
-        throw std::runtime_error(text);
-    }
-    bool AskYesNo(const std::string&, const std::string&) override { return false; }
+    void PortSearched(std::size_t, const vek::PortFinding&) override {}
+    vek::Task<> Failed(vek::Failure failure) override { throw std::runtime_error(TextOf(failure).Text); }
+    void Progress(vek::DownloadProgress) override {}
+    vek::Task<bool> WantsAnother() override { co_return false; }
 };
+
+void RunToEnd(vek::Task<vek::ConfigureResult> programming) {
+    QEventLoop events;
+    std::exception_ptr failure;
+    vek::RunningTask running;
+    const auto ignoreResult = [](vek::Task<vek::ConfigureResult> task) -> vek::Task<> { co_await task; };
+    running.Start(ignoreResult(std::move(programming)), [&](const std::exception_ptr& thrown) {
+        failure = thrown;
+        events.quit();
+    });
+    events.exec();
+    if (failure)
+        std::rethrow_exception(failure);
+}
 
 Seconds Duration(const timeval& time) {
     return std::chrono::seconds(time.tv_sec) + std::chrono::microseconds(time.tv_usec);
@@ -58,14 +62,14 @@ void WholeDownload(benchmark::State& state) {
     vek::RunningVek device;
     vek::QtSerialControl port([&](int) { return device->PortPath(); });
     vek::QtOneShotTimer timer;
-    ChosenPortView view;
-    vek::VekLink link(port, timer, types, view);
+    NoWindow outcomes;
+    vek::VekLink link(port, timer, types, outcomes);
 
     Seconds elapsed{};
     const Seconds processorBefore = ProcessorTime();
     for (auto _ : state) {
         const auto start = std::chrono::steady_clock::now();
-        link.ProgramVek(image);
+        RunToEnd(link.ProgramVek(0, image, outcomes));
         const Seconds duration = std::chrono::steady_clock::now() - start;
         state.SetIterationTime(duration.count());
         elapsed += duration;

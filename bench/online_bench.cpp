@@ -3,6 +3,7 @@
 #include "controls/LevelTrim.h"
 #include "dialogs/Dialogs.h"
 #include "editor/CorvaneForm.h"
+#include "link/Packets.h"
 #include "pages/EditorPages.h"
 #include "platform/QtOneShotTimer.h"
 #include "platform/QtSerialControl.h"
@@ -47,6 +48,16 @@ class NoDialogs final : public Dialogs {
     }
     Answer AskYesNo(QWidget*, const QString&, const QString&, Answer) override { return Answer::No; }
     Answer AskYesNoCancel(QWidget*, const QString&, const QString&) override { return Answer::Cancel; }
+    std::unique_ptr<OpenBox> OpenMessage(QWidget* parent, MessageIcon icon, const QString& title,
+                                         const QString& text, BoxClosed closed) override {
+        Message(parent, icon, title, text);
+        QTimer::singleShot(0, qApp, [closed = std::move(closed)] { closed(Answer::Yes); });
+        return std::make_unique<OpenBox>();
+    }
+    std::unique_ptr<OpenBox> OpenYesNo(QWidget*, const QString&, const QString& text, Answer,
+                                       BoxClosed) override {
+        throw std::runtime_error(text.toStdString());
+    }
     std::optional<QString> OpenFile(QWidget*, const QString&, const FileKind&) override { return {}; }
     std::optional<QString> SaveFile(QWidget*, const QString&, const FileKind&) override { return {}; }
     bool ChoosePrinter(QWidget*, QPrinter&) override { return false; }
@@ -94,6 +105,31 @@ class BareLine {
     Descriptor port;
 };
 
+/// A serial control that counts the acknowledgements which the editor takes.
+class CountingControl final : public SerialControl {
+  public:
+    CountingControl(QtSerialControl::DeviceLookup deviceOf, int& acknowledged)
+        : port_(std::move(deviceOf)), acknowledged_(acknowledged) {}
+    void SetCommPort(int number) override { port_.SetCommPort(number); }
+    void SetPortOpen(bool open) override { port_.SetPortOpen(open); }
+    bool PortOpen() const override { return port_.PortOpen(); }
+    OpenFailure WhyNotOpen() const override { return port_.WhyNotOpen(); }
+    void SetSettings(std::string_view settings) override { port_.SetSettings(settings); }
+    void Output(std::span<const std::uint8_t> bytes) override { port_.Output(bytes); }
+    bool Sending() const override { return port_.Sending(); }
+    ByteVector Input() override {
+        ByteVector input = port_.Input();
+        acknowledged_ += static_cast<int>(std::ranges::count(input, acceptedReply));
+        return input;
+    }
+    std::size_t InBufferCount() const override { return port_.InBufferCount(); }
+    void SetListener(std::function<void()> listener) override { port_.SetListener(std::move(listener)); }
+
+  private:
+    QtSerialControl port_;
+    int& acknowledged_;
+};
+
 class Editor {
   public:
     explicit Editor(std::string device)
@@ -101,8 +137,9 @@ class Editor {
                                             .Store = store,
                                             .MakeSerialControl =
                                                 [this] {
-                                                    return std::make_unique<QtSerialControl>(
-                                                        [this](int n) { return n == 1 ? path : ""; });
+                                                    return std::make_unique<CountingControl>(
+                                                        [this](int n) { return n == 1 ? path : ""; },
+                                                        acknowledged);
                                                 },
                                             .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
                                             .PortNames = [] { return QStringList(); }},
@@ -114,24 +151,46 @@ class Editor {
     void GoOnline() {
         tabs->setCurrentIndex(OnlineTab);
         Click("OnlineSearch");
+        RunUntil(
+            [this] { return Button("OnlinePort_0")->isEnabled() && Button("OnlinePort_0")->isVisible(); });
         Click("OnlinePort_0");
+        RunUntil([this] { return !tabs->isTabEnabled(NotesTab); });
+        acknowledged = 0;
         tabs->setCurrentIndex(InputTrimsTab);
+        RunUntil([this] { return acknowledged == 3 * 8; }); // routes, levels and the levels once more
     }
-    void Disconnect() { Click("OnlineCancel"); }
+    void Disconnect() {
+        Click("OnlineCancel");
+        RunUntil([this] { return tabs->isTabEnabled(NotesTab); });
+    }
     void MoveSlider(int direction) {
         const QPoint centre = knob->rect().center();
         Mouse(QEvent::MouseButtonPress, Qt::LeftButton, centre);
         Mouse(QEvent::MouseMove, Qt::NoButton, centre + QPoint(0, direction * knob->height()));
     }
     /// The same packets without anything to be painted.
-    void SendLevels() { Q_EMIT fader->Change(); }
+    void SendLevels() {
+        acknowledged = 0;
+        Q_EMIT fader->Change();
+        RunUntil([this] { return acknowledged == 8; });
+    }
     /// Lets go of the dragged slider; returns when all eight packets are acknowledged.
-    void ReleaseSlider() { Mouse(QEvent::MouseButtonRelease, Qt::LeftButton, knob->rect().center()); }
+    void ReleaseSlider() {
+        acknowledged = 0;
+        Mouse(QEvent::MouseButtonRelease, Qt::LeftButton, knob->rect().center());
+        RunUntil([this] { return acknowledged == 8; });
+    }
 
   private:
-    void Click(const char* button) {
-        window.findChild<QAbstractButton*>(QString::fromLatin1(button))->click();
+    template <typename Condition>
+    static void RunUntil(Condition condition) {
+        while (!condition())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
+    QAbstractButton* Button(const char* name) const {
+        return window.findChild<QAbstractButton*>(QString::fromLatin1(name));
+    }
+    void Click(const char* name) { Button(name)->click(); }
     void Mouse(QEvent::Type type, Qt::MouseButton button, const QPoint& at) {
         QMouseEvent event(type, at, knob->mapToGlobal(at), button,
                           type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
@@ -139,6 +198,7 @@ class Editor {
     }
 
     std::string path;
+    int acknowledged = 0;
     NoDialogs boxes;
     test::MemoryStore store;
     EditorServices services;

@@ -5,6 +5,9 @@ if(CCACHE_PROGRAM)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
 endif()
 
+# moc of Qt 6.4 cannot read the concepts of the standard library, which coroutines bring in.
+set(CMAKE_AUTOMOC_MOC_OPTIONS -D_GLIBCXX_COROUTINE)
+
 function(vek_own_code target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)

@@ -24,7 +24,7 @@ constexpr std::chrono::milliseconds iconDelay(100);
 /// The devices behind COM1 … COM4 as the user knows them, empty where there is none.
 QStringList PortNames() {
     QStringList names;
-    for (int number = 0; number < comPortCount; ++number)
+    for (std::size_t row = 0; row < portCount; ++row)
         names += QString();
     for (const ComPort& port : FindComPorts())
         names[port.Number - 1] = QString::fromStdString(port.ShownName);

@@ -3,7 +3,10 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPrintDialog>
+
+#include <utility>
 
 namespace vek {
 
@@ -11,21 +14,79 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A box with a plain text; line breaks of either kind show as one line break.
-int RunMessageBox(QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text,
-                  QMessageBox::StandardButtons buttons, QMessageBox::StandardButton defaultButton,
-                  QMessageBox::StandardButton escapeButton) {
-    QMessageBox box(parent);
-    box.setObjectName("MessageBox"_L1);
-    box.setIcon(icon);
-    box.setWindowTitle(title);
-    box.setTextFormat(Qt::PlainText);
-    box.setText(QString(text).replace("\r\n"_L1, "\n"_L1));
-    box.setStandardButtons(buttons);
-    box.setDefaultButton(defaultButton);
-    box.setEscapeButton(escapeButton);
-    return box.exec();
+struct BoxContents {
+    QMessageBox::Icon Icon;
+    QString Title;
+    QString Text; ///< plain; line breaks of either kind show as one line break
+    QMessageBox::StandardButtons Buttons;
+    QMessageBox::StandardButton Default;
+    QMessageBox::StandardButton Escape;
+};
+
+BoxContents MessageContents(MessageIcon icon, const QString& title, const QString& text) {
+    return {icon == MessageIcon::Exclamation ? QMessageBox::Warning : QMessageBox::NoIcon,
+            title,
+            text,
+            QMessageBox::Ok,
+            QMessageBox::Ok,
+            QMessageBox::Ok};
 }
+
+BoxContents YesNoContents(const QString& title, const QString& text, Answer defaultAnswer) {
+    return {QMessageBox::Question,
+            title,
+            text,
+            QMessageBox::Yes | QMessageBox::No,
+            defaultAnswer == Answer::Yes ? QMessageBox::Yes : QMessageBox::No,
+            QMessageBox::No};
+}
+
+void Fill(QMessageBox& box, const BoxContents& contents) {
+    box.setObjectName("MessageBox"_L1);
+    box.setIcon(contents.Icon);
+    box.setWindowTitle(contents.Title);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(QString(contents.Text).replace("\r\n"_L1, "\n"_L1));
+    box.setStandardButtons(contents.Buttons);
+    box.setDefaultButton(contents.Default);
+    box.setEscapeButton(contents.Escape);
+}
+
+Answer AnswerOf(int pressed) {
+    if (pressed == QMessageBox::Cancel)
+        return Answer::Cancel;
+    return pressed == QMessageBox::No ? Answer::No : Answer::Yes;
+}
+
+Answer Execute(QWidget* parent, const BoxContents& contents) {
+    QMessageBox box(parent);
+    Fill(box, contents);
+    return AnswerOf(box.exec());
+}
+
+class OpenMessageBox final : public OpenBox {
+  public:
+    OpenMessageBox(QWidget* parent, const BoxContents& contents, BoxClosed closed)
+        : box_(new QMessageBox(parent)) {
+        Fill(*box_, contents);
+        QObject::connect(box_, &QDialog::finished, box_, [closed = std::move(closed)](int pressed) {
+            // Who is told may destroy this, and with it the box and what is captured here.
+            const BoxClosed tell = closed;
+            tell(AnswerOf(pressed));
+        });
+        box_->open();
+    }
+    ~OpenMessageBox() override {
+        if (box_ == nullptr)
+            return;
+        box_->disconnect();
+        box_->hide();
+        box_->deleteLater();
+    }
+
+  private:
+    QPointer<QMessageBox> box_; ///< gone already when its parent is
+};
 
 void Prepare(QFileDialog& dialog, const QString& name, const QString& startAt, const FileKind& kind) {
     dialog.setObjectName(name);
@@ -45,25 +106,30 @@ QString WithSuffix(const QString& path, const QString& suffix) {
 class BoxesOnScreen final : public Dialogs {
   public:
     void Message(QWidget* parent, MessageIcon icon, const QString& title, const QString& text) override {
-        RunMessageBox(parent, icon == MessageIcon::Exclamation ? QMessageBox::Warning : QMessageBox::NoIcon,
-                      title, text, QMessageBox::Ok, QMessageBox::Ok, QMessageBox::Ok);
+        Execute(parent, MessageContents(icon, title, text));
     }
 
     Answer AskYesNo(QWidget* parent, const QString& title, const QString& text,
                     Answer defaultAnswer) override {
-        const int pressed =
-            RunMessageBox(parent, QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No,
-                          defaultAnswer == Answer::Yes ? QMessageBox::Yes : QMessageBox::No, QMessageBox::No);
-        return pressed == QMessageBox::Yes ? Answer::Yes : Answer::No;
+        return Execute(parent, YesNoContents(title, text, defaultAnswer));
     }
 
     Answer AskYesNoCancel(QWidget* parent, const QString& title, const QString& text) override {
-        const int pressed = RunMessageBox(parent, QMessageBox::Question, title, text,
-                                          QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
-                                          QMessageBox::Yes, QMessageBox::Cancel);
-        if (pressed == QMessageBox::Yes)
-            return Answer::Yes;
-        return pressed == QMessageBox::No ? Answer::No : Answer::Cancel;
+        return Execute(parent, {QMessageBox::Question, title, text,
+                                QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes,
+                                QMessageBox::Cancel});
+    }
+
+    std::unique_ptr<OpenBox> OpenMessage(QWidget* parent, MessageIcon icon, const QString& title,
+                                         const QString& text, BoxClosed closed) override {
+        return std::make_unique<OpenMessageBox>(parent, MessageContents(icon, title, text),
+                                                std::move(closed));
+    }
+
+    std::unique_ptr<OpenBox> OpenYesNo(QWidget* parent, const QString& title, const QString& text,
+                                       Answer defaultAnswer, BoxClosed closed) override {
+        return std::make_unique<OpenMessageBox>(parent, YesNoContents(title, text, defaultAnswer),
+                                                std::move(closed));
     }
 
     std::optional<QString> OpenFile(QWidget* parent, const QString& startAt, const FileKind& kind) override {

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <functional>
+#include <memory>
 #include <optional>
 
 class QPrinter;
@@ -13,6 +15,14 @@ namespace vek {
 
 enum class MessageIcon { None, Exclamation };
 enum class Answer { Yes, No, Cancel };
+
+/// A box that is open while its caller goes on. Destroying it closes it without an answer.
+class OpenBox {
+  public:
+    virtual ~OpenBox() = default;
+};
+/// Told from the event loop; a message is answered with Yes.
+using BoxClosed = std::function<void(Answer)>;
 
 /// A kind of file as a file dialog offers it.
 struct FileKind {
@@ -24,6 +34,8 @@ class Dialogs {
   public:
     virtual ~Dialogs() = default;
 
+    // Boxes that a command waits for.
+
     /// A message with an OK button.
     virtual void Message(QWidget* parent, MessageIcon icon, const QString& title, const QString& text) = 0;
 
@@ -31,6 +43,15 @@ class Dialogs {
     virtual Answer AskYesNo(QWidget* parent, const QString& title, const QString& text,
                             Answer defaultAnswer = Answer::Yes) = 0;
     virtual Answer AskYesNoCancel(QWidget* parent, const QString& title, const QString& text) = 0;
+
+    // Boxes that block their parent's window but not their caller.
+
+    virtual std::unique_ptr<OpenBox> OpenMessage(QWidget* parent, MessageIcon icon, const QString& title,
+                                                 const QString& text, BoxClosed closed) = 0;
+    virtual std::unique_ptr<OpenBox> OpenYesNo(QWidget* parent, const QString& title, const QString& text,
+                                               Answer defaultAnswer, BoxClosed closed) = 0;
+
+    // Dialogs that a command waits for.
 
     /// File names chosen by the user, nothing when cancelled. `startAt` is a proposed path or empty.
     virtual std::optional<QString> OpenFile(QWidget* parent, const QString& startAt,

@@ -4,7 +4,6 @@
 #include "controls/KeyFilteredLineEdit.h"
 #include "controls/UpDownButtons.h"
 #include "dialogs/DialogButtons.h"
-#include "dialogs/Guarded.h"
 
 #include <QDialogButtonBox>
 #include <QGridLayout>
@@ -30,7 +29,7 @@ bool IsDigit(QChar key, const QString&) { return key >= u'0' && key <= u'9'; }
 } // namespace
 
 VekNetBaseForm::VekNetBaseForm(std::int16_t base, Dialogs& dialogs, QWidget* parent)
-    : QDialog(parent), dialogs_(dialogs), base_(base), address_(base),
+    : QDialog(parent), messages_(*this, dialogs), base_(base), address_(base),
       Text1_(new KeyFilteredLineEdit(IsDigit, this)), buttons_(new UpDownButtons(this)),
       block_(new QLabel(this)) {
     setWindowTitle(u"VekNet Base Address"_s);
@@ -80,7 +79,7 @@ void VekNetBaseForm::LeaveBox() {
 }
 
 void VekNetBaseForm::Store() {
-    Guarded(dialogs_, this, [this] {
+    Guarded(messages_, [this] {
         const std::int16_t typed = ToInteger(TypedNumber());
         changed_ = typed != base_;
         base_ = typed;

@@ -1,7 +1,7 @@
 // The dialog that sets the VekNet base address of the unit.
 #pragma once
 
-#include "dialogs/Dialogs.h"
+#include "dialogs/WindowMessages.h"
 
 #include <QDialog>
 
@@ -41,7 +41,7 @@ class VekNetBaseForm : public QDialog {
     void Store();
     void ShowBlock();
 
-    Dialogs& dialogs_;
+    WindowMessages messages_;
     std::int16_t base_;
     bool changed_ = false;
     int address_;

@@ -1,7 +1,7 @@
 #include "editor/AddressMenus.h"
 
 #include "controls/TextConversion.h"
-#include "dialogs/Guarded.h"
+#include "dialogs/WindowMessages.h"
 #include "editor/ModelView.h"
 #include "model/ProgramState.h"
 #include "pages/AddressesPage.h"
@@ -10,8 +10,8 @@
 
 namespace vek {
 
-AddressMenus::AddressMenus(AddressesPage& page, ModelView& view, Dialogs& dialogs, QObject* parent)
-    : QObject(parent), page_(page), view_(view), dialogs_(dialogs) {
+AddressMenus::AddressMenus(AddressesPage& page, ModelView& view, WindowMessages& messages, QObject* parent)
+    : QObject(parent), page_(page), view_(view), messages_(messages) {
     for (const EnableMenu& menu : EnableMenus())
         MakeMenu(menu);
     connect(&page, &AddressesPage::Clicked, this, &AddressMenus::Toggle);
@@ -49,12 +49,7 @@ std::size_t& AddressMenus::Remembered(AddressGroup group) {
 }
 
 void AddressMenus::Toggle(AddressGroup group, std::size_t function) {
-    Guarded(dialogs_, page_.window(), [&] {
-        Flag& flag = AddressFlag(view_.Addresses, group, function, view_.Output());
-        flag = ToFlag(!IsSet(flag));
-        view_.StoreView();
-        view_.ShowMode();
-    });
+    Guarded(messages_, [&] { view_.ToggleAddress(group, function); });
 }
 
 void AddressMenus::Open(AddressGroup group, std::size_t function, const QPoint& globalPosition) {
@@ -64,14 +59,7 @@ void AddressMenus::Open(AddressGroup group, std::size_t function, const QPoint& 
 }
 
 void AddressMenus::Apply(AddressGroup group, const EnableMenuEntry& entry) {
-    Guarded(dialogs_, page_.window(), [&] {
-        const std::size_t remembered = Remembered(group);
-        ApplyMenuEntry(view_.Addresses, group, entry, view_.Output(), remembered);
-        ApplyMenuEntry(Config.Addresses, group, entry, view_.Output(), remembered);
-        ConfigChanged = true;
-        view_.StoreView();
-        view_.ShowMode();
-    });
+    Guarded(messages_, [&] { view_.ApplyAddressMenu(group, entry, Remembered(group)); });
 }
 
 } // namespace vek

@@ -13,15 +13,15 @@ class QWidget;
 namespace vek {
 
 class AddressesPage;
-class Dialogs;
 class ModelView;
+class WindowMessages;
 
 class AddressMenus : public QObject {
     Q_OBJECT
 
   public:
     /// All must outlive this object. The menus belong to the page.
-    AddressMenus(AddressesPage& page, ModelView& view, Dialogs& dialogs, QObject* parent = nullptr);
+    AddressMenus(AddressesPage& page, ModelView& view, WindowMessages& messages, QObject* parent = nullptr);
 
   private:
     void Toggle(AddressGroup group, std::size_t function);
@@ -33,7 +33,7 @@ class AddressMenus : public QObject {
 
     AddressesPage& page_;
     ModelView& view_;
-    Dialogs& dialogs_;
+    WindowMessages& messages_;
     std::array<QMenu*, 4> menus_ = {}; ///< by AddressGroup
     // The label that was right-clicked; the two route groups share one.
     std::size_t rememberedRoute_ = 0;

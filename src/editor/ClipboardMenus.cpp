@@ -1,8 +1,7 @@
 #include "editor/ClipboardMenus.h"
 
 #include "controls/TextConversion.h"
-#include "dialogs/Dialogs.h"
-#include "dialogs/Guarded.h"
+#include "dialogs/WindowMessages.h"
 #include "editor/ModelView.h"
 #include "model/ClipboardText.h"
 #include "model/ProgramState.h"
@@ -39,8 +38,9 @@ QAction* AddEntry(QMenu* menu, const MenuEntry& entry) {
 
 } // namespace
 
-ClipboardMenus::ClipboardMenus(Selectors& selectors, ModelView& view, Dialogs& dialogs, QObject* parent)
-    : QObject(parent), selectors_(selectors), view_(view), dialogs_(dialogs) {
+ClipboardMenus::ClipboardMenus(Selectors& selectors, ModelView& view, WindowMessages& messages,
+                               QObject* parent)
+    : QObject(parent), selectors_(selectors), view_(view), messages_(messages) {
     QMenu* modeMenu = MakeMenu(&selectors, "HiddenModeMenu");
     QMenu* outputMenu = MakeMenu(&selectors, "HiddenOuputMenu");
     connect(AddEntry(modeMenu, {"mnuHiddenModeCopy", "Copy"}), &QAction::triggered, this,
@@ -66,36 +66,29 @@ ClipboardMenus::ClipboardMenus(Selectors& selectors, ModelView& view, Dialogs& d
 void ClipboardMenus::CopyMode() { PutOnClipboard(CopyModeText(Config.Modes[menuMode_])); }
 
 void ClipboardMenus::CopyOutput() {
-    Guarded(dialogs_, selectors_.window(),
-            [this] { PutOnClipboard(CopyPointText(view_.Mode().OutputLevels[menuOutput_])); });
+    Guarded(messages_, [this] { PutOnClipboard(CopyPointText(view_.Mode().OutputLevels[menuOutput_])); });
 }
 
 void ClipboardMenus::PasteMode() {
-    Guarded(dialogs_, selectors_.window(), [this] {
-        const auto mode = PasteModeText(ClipboardBytes());
-        if (!mode)
-            return PasteFailed(tr("An error occurred in mode paste"));
-        const bool current = menuMode_ == static_cast<std::size_t>(view_.CurrentMode);
-        // The controls of another mode still hold edits; those of this one would overwrite what was pasted.
-        if (!current)
-            view_.StoreView();
-        Config.Modes[menuMode_] = *mode;
-        view_.ShowMode();
+    Guarded(messages_, [this] {
+        if (const auto mode = PasteModeText(ClipboardBytes()))
+            view_.PasteMode(menuMode_, *mode);
+        else
+            PasteFailed(tr("An error occurred in mode paste"));
     });
 }
 
 void ClipboardMenus::PasteOutput() {
-    Guarded(dialogs_, selectors_.window(), [this] {
-        const auto levels = PastePointText(ClipboardBytes());
-        if (!levels)
-            return PasteFailed(tr("An error occurred in output paste"));
-        view_.Mode().OutputLevels[menuOutput_] = *levels;
-        view_.ShowMode();
+    Guarded(messages_, [this] {
+        if (const auto levels = PastePointText(ClipboardBytes()))
+            view_.PasteOutput(menuOutput_, *levels);
+        else
+            PasteFailed(tr("An error occurred in output paste"));
     });
 }
 
 void ClipboardMenus::PasteFailed(const QString& text) {
-    dialogs_.Message(selectors_.window(), MessageIcon::Exclamation, tr("Paste Failed!"), text);
+    messages_.Show(MessageIcon::Exclamation, tr("Paste Failed!"), text);
 }
 
 } // namespace vek

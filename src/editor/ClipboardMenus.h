@@ -9,16 +9,17 @@ class QMenu;
 
 namespace vek {
 
-class Dialogs;
 class ModelView;
 class Selectors;
+class WindowMessages;
 
 class ClipboardMenus : public QObject {
     Q_OBJECT
 
   public:
     /// All must outlive this object. The menus belong to the selectors.
-    ClipboardMenus(Selectors& selectors, ModelView& view, Dialogs& dialogs, QObject* parent = nullptr);
+    ClipboardMenus(Selectors& selectors, ModelView& view, WindowMessages& messages,
+                   QObject* parent = nullptr);
 
   private:
     void CopyMode();
@@ -29,7 +30,7 @@ class ClipboardMenus : public QObject {
 
     Selectors& selectors_;
     ModelView& view_;
-    Dialogs& dialogs_;
+    WindowMessages& messages_;
     // The mode and the output (0 … 7) whose menu was opened last.
     std::size_t menuMode_ = 0;
     std::size_t menuOutput_ = 0;

@@ -1,9 +1,9 @@
 #include "editor/CommandDispatch.h"
 
 #include "dialogs/AboutForm.h"
-#include "dialogs/Guarded.h"
 #include "dialogs/LinkingForm.h"
 #include "dialogs/VekNetBaseForm.h"
+#include "dialogs/WindowMessages.h"
 #include "editor/ExportCommands.h"
 #include "editor/FileCommands.h"
 #include "editor/ModelView.h"
@@ -16,11 +16,12 @@ namespace vek {
 
 CommandDispatch::CommandDispatch(QWidget& window, ModelView& view, FileCommands& files,
                                  ExportCommands& exports, const EditorServices& services,
-                                 const DeviceTypeList& types)
-    : window_(window), view_(view), files_(files), exports_(exports), services_(services), types_(types) {}
+                                 const DeviceTypeList& types, WindowMessages& messages)
+    : window_(window), view_(view), files_(files), exports_(exports), services_(services), types_(types),
+      messages_(messages) {}
 
 void CommandDispatch::DispatchCommand(std::string_view key) {
-    Guarded(services_.Boxes, &window_, [this, key] {
+    Guarded(messages_, [this, key] {
         view_.StoreView();
         view_.ShowMode();
         Run(key);
@@ -54,31 +55,24 @@ void CommandDispatch::Run(std::string_view key) {
 }
 
 void CommandDispatch::ResetModeToDefault() {
-    ModeRecord& mode = view_.Mode();
-    if (!IsBlankMode(mode) &&
+    if (!IsBlankMode(view_.Mode()) &&
         services_.Boxes.AskYesNo(&window_, QObject::tr("Reset to default"),
                                  QObject::tr("Do you wish to reset this mode to default settings?")) !=
             Answer::Yes)
         return;
-    mode = DefaultMode();
-    view_.ShowMode();
+    view_.ResetMode();
 }
 
 void CommandDispatch::GroupOutputs() {
-    LinkingForm form(view_.LinkGroup, &window_);
-    if (form.exec() != QDialog::Accepted)
-        return;
-    view_.LinkGroup = form.Groups();
-    view_.StoreView();
-    view_.ShowMode();
+    LinkingForm form(view_.LinkGroups(), &window_);
+    if (form.exec() == QDialog::Accepted)
+        view_.SetLinkGroups(form.Groups());
 }
 
 void CommandDispatch::SetBaseAddress() {
     VekNetBaseForm form(Config.VekNetBase, services_.Boxes, &window_);
     form.exec();
-    Config.VekNetBase = form.Base();
-    ConfigChanged = ConfigChanged || form.Changed();
-    view_.ShowMode();
+    view_.SetBase(form.Base());
 }
 
 void CommandDispatch::Download() {

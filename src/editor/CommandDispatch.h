@@ -13,12 +13,13 @@ namespace vek {
 class ExportCommands;
 class FileCommands;
 class ModelView;
+class WindowMessages;
 
 class CommandDispatch {
   public:
     /// All must outlive this object; `window` is the parent of the boxes.
     CommandDispatch(QWidget& window, ModelView& view, FileCommands& files, ExportCommands& exports,
-                    const EditorServices& services, const DeviceTypeList& types);
+                    const EditorServices& services, const DeviceTypeList& types, WindowMessages& messages);
 
     /// Stores and shows the view, then runs the command with this key (upper case); any other key does
     /// nothing more. Run-time errors end the command with a message.
@@ -38,6 +39,7 @@ class CommandDispatch {
     ExportCommands& exports_;
     const EditorServices& services_;
     const DeviceTypeList& types_;
+    WindowMessages& messages_;
 };
 
 } // namespace vek

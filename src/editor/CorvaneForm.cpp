@@ -2,7 +2,6 @@
 
 #include "controls/LevelTrim.h"
 #include "controls/NotesBox.h"
-#include "dialogs/Guarded.h"
 #include "editor/AddressMenus.h"
 #include "editor/ClipboardMenus.h"
 #include "editor/CommandTable.h"
@@ -42,19 +41,21 @@ constexpr QSize usualSize(1040, 700);
 } // namespace
 
 CorvaneForm::CorvaneForm(const EditorServices& services, const QString& commandLine, QWidget* parent)
-    : QMainWindow(parent), services_(services), commandLine_(commandLine), toolBar_(new EditorToolBar(this)),
-      SSTab1_(new PageTabs(this)), pages_(MakeEditorPages(*SSTab1_, services.PortNames)),
-      strip_(new OnlineStrip(this)), view_(pages_), files_(new FileCommands(*this, view_, services.Boxes)),
+    : QMainWindow(parent), services_(services), commandLine_(commandLine), messages_(*this, services.Boxes),
+      toolBar_(new EditorToolBar(this)), SSTab1_(new PageTabs(this)),
+      pages_(MakeEditorPages(*SSTab1_, services.PortNames)), strip_(new OnlineStrip(this)), view_(pages_),
+      files_(new FileCommands(*this, view_, services.Boxes)),
       exports_(new ExportCommands(*this, view_, services.Boxes)),
-      dispatch_(*this, view_, *files_, *exports_, services, types_), status_(new EditorStatusBar(this)) {
+      dispatch_(*this, view_, *files_, *exports_, services, types_, messages_),
+      status_(new EditorStatusBar(this)) {
     setObjectName(u"CorvaneForm"_s);
-    Guarded(services.Boxes, this, [this] { CheckDeviceTypes(this->services_.Store, types_); });
+    Guarded(messages_, [this] { CheckDeviceTypes(services_.Store, types_); });
     LayOut();
     setWindowTitle(ProgramTitle());
-    online_ = new OnlineControl(*this,
-                                {*SSTab1_, *pages_.Online, *strip_, *pages_.Levels->LevelTrim1,
-                                 *pages_.InputTrims, *pages_.OutputTrims, view_},
-                                services, types_);
+    online_ = std::make_unique<OnlineControl>(OnlineParts{*SSTab1_, *pages_.Online, *strip_,
+                                                          *pages_.Levels->LevelTrim1, *pages_.InputTrims,
+                                                          *pages_.OutputTrims, view_},
+                                              services, types_, messages_);
     SSTab1_->setCurrentIndex(RemotePanelsTab);
     NewConfiguration();
     view_.ReadSelectors();
@@ -102,9 +103,9 @@ void CorvaneForm::MakeCommands() {
 }
 
 void CorvaneForm::ConnectPages() {
-    new AddressMenus(*pages_.Addresses, view_, services_.Boxes, this);
-    new ClipboardMenus(*pages_.Selectors, view_, services_.Boxes, this);
-    new LevelLimits(*pages_.Levels, view_, services_.Boxes, this);
+    new AddressMenus(*pages_.Addresses, view_, messages_, this);
+    new ClipboardMenus(*pages_.Selectors, view_, messages_, this);
+    new LevelLimits(*pages_.Levels, view_, messages_, this);
 
     connect(pages_.Selectors, &Selectors::ModeChosen, this, &CorvaneForm::SelectionChanged);
     connect(pages_.Selectors, &Selectors::OutputChosen, this, [this] {
@@ -131,12 +132,12 @@ void CorvaneForm::ConnectPages() {
     connect(pages_.OutputTrims, &TrimPage::TextClicked, this,
             [this](std::size_t i) { pages_.Selectors->UsePanel[i]->setChecked(true); });
     connect(pages_.Notes->Text1, &NotesBox::Edited, this, [this] { view_.StoreView(); });
-    connect(online_, &OnlineControl::OnlineChanged, this, &CorvaneForm::ShowOnline);
-    connect(online_, &OnlineControl::Unwound, this, &QWidget::close, Qt::QueuedConnection);
+    connect(online_.get(), &OnlineControl::OnlineChanged, this, &CorvaneForm::ShowOnline);
+    connect(online_.get(), &OnlineControl::ShutDown, this, &QWidget::close, Qt::QueuedConnection);
 }
 
 void CorvaneForm::SelectionChanged() {
-    Guarded(services_.Boxes, this, [this] {
+    Guarded(messages_, [this] {
         view_.StoreView();
         view_.ReadSelectors();
         view_.ShowMode();
@@ -144,21 +145,21 @@ void CorvaneForm::SelectionChanged() {
 }
 
 void CorvaneForm::PanelListEdited() {
-    Guarded(services_.Boxes, this, [this] {
+    Guarded(messages_, [this] {
         view_.StoreView();
         pages_.RemotePanels->RefreshTakenMarks(view_.Mode());
     });
 }
 
 void CorvaneForm::RouteEdited() {
-    Guarded(services_.Boxes, this, [this] {
+    Guarded(messages_, [this] {
         view_.StoreView();
         view_.ShowMode();
     });
 }
 
 void CorvaneForm::LevelMoved() {
-    view_.WorkingLevel() = pages_.Levels->LevelTrim1->Level();
+    view_.SetWorkingLevel(pages_.Levels->LevelTrim1->Level());
     online_->LevelsChanged();
 }
 

@@ -1,6 +1,7 @@
 // The main window of the Vorn Matrix Editor.
 #pragma once
 
+#include "dialogs/WindowMessages.h"
 #include "editor/CommandDispatch.h"
 #include "editor/EditorServices.h"
 #include "editor/ModelView.h"
@@ -9,6 +10,7 @@
 #include <QMainWindow>
 #include <QTimer>
 
+#include <memory>
 #include <string_view>
 
 class QTabWidget;
@@ -59,6 +61,7 @@ class CorvaneForm : public QMainWindow {
 
     const EditorServices& services_;
     QString commandLine_;
+    WindowMessages messages_;
     DeviceTypeList types_;
     EditorToolBar* toolBar_;
     QTabWidget* SSTab1_;
@@ -68,10 +71,10 @@ class CorvaneForm : public QMainWindow {
     FileCommands* files_;
     ExportCommands* exports_;
     CommandDispatch dispatch_;
-    OnlineControl* online_;
     EditorStatusBar* status_;
     QTimer Timer1_;
     QTimer Timer4_;
+    std::unique_ptr<OnlineControl> online_; ///< last, so that its conversation ends first
 };
 
 } // namespace vek

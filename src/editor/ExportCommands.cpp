@@ -35,7 +35,7 @@ std::string ExportCommands::ChosenReport(bool forPrinting) {
     if (form.OptionsCancelled())
         return {};
     options_ = form.Options();
-    return BuildReport(Config, options_, {view_.Output(), view_.LinkGroup});
+    return BuildReport(Config, options_, {view_.Output(), view_.LinkGroups()});
 }
 
 void ExportCommands::TextCommand() {
@@ -92,8 +92,7 @@ void ExportCommands::WriteExport(std::span<const std::byte> bytes, const FileKin
 
 DownloadImage BuildImageFromConfig(ModelView& view) {
     const EncodedImage encoded = EncodeImage(Config);
-    Config = encoded.Config;
-    view.ShowMode();
+    view.TakeClamped(encoded.Config);
     return encoded.Image;
 }
 

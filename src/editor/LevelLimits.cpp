@@ -3,7 +3,7 @@
 #include "controls/LevelTrim.h"
 #include "controls/TextConversion.h"
 #include "controls/dBText.h"
-#include "dialogs/Dialogs.h"
+#include "dialogs/WindowMessages.h"
 #include "editor/ModelView.h"
 #include "pages/LevelsPage.h"
 
@@ -35,8 +35,8 @@ const Limit& LimitOf(LimitedLevel level) { return limits[static_cast<std::size_t
 
 } // namespace
 
-LevelLimits::LevelLimits(LevelsPage& page, ModelView& view, Dialogs& dialogs, QObject* parent)
-    : QObject(parent), page_(page), view_(view), dialogs_(dialogs) {
+LevelLimits::LevelLimits(LevelsPage& page, ModelView& view, WindowMessages& messages, QObject* parent)
+    : QObject(parent), page_(page), view_(view), messages_(messages) {
     for (const Limit& limit : limits) {
         const LimitedLevel level = limit.Level;
         connect(page.*limit.Box, &dBText::Change, this, [this, level] { LevelChanged(level); });
@@ -50,8 +50,6 @@ LevelLimits::LevelLimits(LevelsPage& page, ModelView& view, Dialogs& dialogs, QO
 }
 
 void LevelLimits::LevelChanged(LimitedLevel changed) {
-    if (refusing_)
-        return;
     const Limit& limit = LimitOf(changed);
     dBText& box = *(page_.*limit.Box);
     const LimitedLevels levels = {page_.PanelMaximumLevel->Level(), page_.PanelMinimumLevel->Level(),
@@ -59,11 +57,9 @@ void LevelLimits::LevelChanged(LimitedLevel changed) {
     const LevelDecision decision = DecideLevel(changed, levels, page_.FixedStart());
     const float stored = view_.Levels().*limit.Field;
     if (!decision.Accepted) {
-        refusing_ = true;
-        dialogs_.Message(page_.window(), MessageIcon::Exclamation, FromConstant(decision.Title),
-                         FromConstant(decision.Reason) + u"\r\nRestoring original value"_s);
-        refusing_ = false;
         box.SetLevel(stored);
+        messages_.Show(MessageIcon::Exclamation, FromConstant(decision.Title),
+                       FromConstant(decision.Reason) + tr("\r\nRestoring original value"));
         return;
     }
     if (decision.DragStart && box.Level() != stored)

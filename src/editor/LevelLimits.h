@@ -8,16 +8,16 @@
 
 namespace vek {
 
-class Dialogs;
 class LevelsPage;
 class ModelView;
+class WindowMessages;
 
 class LevelLimits : public QObject {
     Q_OBJECT
 
   public:
     /// All must outlive this object.
-    LevelLimits(LevelsPage& page, ModelView& view, Dialogs& dialogs, QObject* parent = nullptr);
+    LevelLimits(LevelsPage& page, ModelView& view, WindowMessages& messages, QObject* parent = nullptr);
 
   private:
     void LevelChanged(LimitedLevel changed);
@@ -26,8 +26,7 @@ class LevelLimits : public QObject {
 
     LevelsPage& page_;
     ModelView& view_;
-    Dialogs& dialogs_;
-    bool refusing_ = false; ///< a refusal is being shown; leaving the box for it must not refuse again
+    WindowMessages& messages_;
 };
 
 } // namespace vek

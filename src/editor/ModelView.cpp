@@ -36,6 +36,7 @@ constexpr LevelField levelFields[] = {
     {&OutputLevelRecord::StartLevel, &LevelsPage::RemoteStartLevel},
 };
 
+/// A field is written, and the change noted, only when the value is another one.
 template <typename Value>
 void Store(Value& field, const Value& value) {
     if (field == value)
@@ -84,28 +85,37 @@ void ReadSelector(int& current, const Options& options) {
 
 } // namespace
 
-ModeRecord& ModelView::Mode() const { return Config.Modes[CheckedIndex(CurrentMode, modeCount)]; }
+/// Every write to Config happens in an edit, which begins and ends here.
+template <typename Change>
+void ModelView::Edit(Change change) {
+    change(Config);
+}
 
-OutputLevelRecord& ModelView::Levels() const { return Mode().OutputLevels[Output()]; }
+std::size_t ModelView::ModeIndex() const { return CheckedIndex(currentMode_, modeCount); }
 
-std::size_t ModelView::Output() const { return CheckedIndex(CurrentOutput, outputCount); }
+const ModeRecord& ModelView::Mode() const { return Config.Modes[ModeIndex()]; }
 
-float& ModelView::WorkingLevel() { return WorkingLevels[CheckedIndex(CurrentMode, modeCount)][Output()]; }
+const OutputLevelRecord& ModelView::Levels() const { return Mode().OutputLevels[Output()]; }
+
+std::size_t ModelView::Output() const { return CheckedIndex(currentOutput_, outputCount); }
 
 void ModelView::ReadSelectors() {
-    ReadSelector(CurrentMode, pages_.Selectors->Modes);
-    ReadSelector(CurrentOutput, pages_.Selectors->UsePanel);
+    ReadSelector(currentMode_, pages_.Selectors->Modes);
+    ReadSelector(currentOutput_, pages_.Selectors->UsePanel);
 }
 
 void ModelView::StoreView() {
-    Store(Config.Addresses, Addresses);
-    StoreMode(Mode());
-    StoreLevels(Levels());
-    StoreGlobalFields();
+    Edit([this](MatrixConfig& config) {
+        ModeRecord& mode = config.Modes[ModeIndex()];
+        Store(config.Addresses, addresses_);
+        StoreMode(mode);
+        StoreLevels(mode.OutputLevels[Output()]);
+        StoreGlobalFields(config);
+    });
 }
 
 void ModelView::StoreMode(ModeRecord& mode) {
-    Store(mode.LinkGroup, LinkGroup);
+    Store(mode.LinkGroup, linkGroups_);
     const RemotePanelsPage& page = *pages_.RemotePanels;
     for (std::size_t output = 0; output < outputCount; ++output) {
         PanelRecord& panels = mode.OutputPanels[output];
@@ -124,25 +134,27 @@ void ModelView::StoreLevels(OutputLevelRecord& levels) {
     StoreFlag(levels.PreviousNotSetStartLevel, page.RemotePreviousNotSetStartLevel[1]->isChecked());
 }
 
-void ModelView::StoreGlobalFields() {
+void ModelView::StoreGlobalFields(MatrixConfig& config) {
     for (std::size_t i = 0; i < inputCount; ++i)
-        Store(Config.InputTrim[i], pages_.InputTrims->Trims[i]->Level());
+        Store(config.InputTrim[i], pages_.InputTrims->Trims[i]->Level());
     for (std::size_t i = 0; i < outputCount; ++i)
-        Store(Config.OutputTrim[i], pages_.OutputTrims->Trims[i]->Level());
+        Store(config.OutputTrim[i], pages_.OutputTrims->Trims[i]->Level());
     // The box shows line ends in one form only; text that it shows unchanged keeps its bytes.
     const std::string notes = pages_.Notes->Text1->Bytes();
-    if (LinesFromBytes(Config.Notes.Trimmed()) != LinesFromBytes(TrimBlanks(notes)))
-        Store(Config.Notes, FixedText<notesLength>(notes));
+    if (LinesFromBytes(config.Notes.Trimmed()) != LinesFromBytes(TrimBlanks(notes)))
+        Store(config.Notes, FixedText<notesLength>(notes));
 }
 
 void ModelView::ShowMode() {
-    ModeRecord& mode = Mode();
-    LinkGroup = mode.LinkGroup;
-    ShowPanels(mode);
+    Edit([this](MatrixConfig& config) {
+        ModeRecord& mode = config.Modes[ModeIndex()];
+        linkGroups_ = mode.LinkGroup;
+        ShowPanels(mode);
+    });
     ShowLevels(Levels());
-    Addresses = Config.Addresses;
-    pages_.Addresses->ShowAddresses(Addresses, Config.VekNetBase, Output());
-    pages_.RemotePanels->RefreshTakenMarks(mode);
+    addresses_ = Config.Addresses;
+    pages_.Addresses->ShowAddresses(addresses_, Config.VekNetBase, Output());
+    pages_.RemotePanels->RefreshTakenMarks(Mode());
 }
 
 void ModelView::ShowPanels(ModeRecord& mode) {
@@ -182,7 +194,7 @@ void ModelView::ShowLevels(const OutputLevelRecord& levels) {
 
 void ModelView::ShowGlobalFields() {
     // The view of the trimmed text ends with the assignment, which pads it again.
-    Config.Notes = Config.Notes.Trimmed();
+    Edit([](MatrixConfig& config) { config.Notes = config.Notes.Trimmed(); });
     NotesBox& notes = *pages_.Notes->Text1;
     if (LinesFromBytes(TrimBlanks(notes.Bytes())) != LinesFromBytes(Config.Notes.Trimmed()))
         notes.SetBytes(Config.Notes.Trimmed());
@@ -197,11 +209,63 @@ void ModelView::ShowAll() {
     ShowMode();
 }
 
+void ModelView::ResetMode() {
+    Edit([this](MatrixConfig& config) { config.Modes[ModeIndex()] = DefaultMode(); });
+    ShowMode();
+}
+
+void ModelView::PasteMode(std::size_t mode, const ModeRecord& pasted) {
+    // The controls of another mode still hold edits; those of this one would overwrite what was pasted.
+    if (mode != ModeIndex())
+        StoreView();
+    Edit([&](MatrixConfig& config) { config.Modes[mode] = pasted; });
+    ShowMode();
+}
+
+void ModelView::PasteOutput(std::size_t output, const OutputLevelRecord& pasted) {
+    Edit([&](MatrixConfig& config) { config.Modes[ModeIndex()].OutputLevels[output] = pasted; });
+    ShowMode();
+}
+
+void ModelView::SetBase(std::int16_t base) {
+    Edit([base](MatrixConfig& config) { Store(config.VekNetBase, base); });
+    ShowMode();
+}
+
+void ModelView::SetLinkGroups(const std::array<std::int16_t, outputCount>& groups) {
+    linkGroups_ = groups;
+    StoreView();
+    ShowMode();
+}
+
+void ModelView::ToggleAddress(AddressGroup group, std::size_t function) {
+    Flag& flag = AddressFlag(addresses_, group, function, Output());
+    flag = ToFlag(!IsSet(flag));
+    StoreView();
+    ShowMode();
+}
+
+void ModelView::ApplyAddressMenu(AddressGroup group, const EnableMenuEntry& entry, std::size_t remembered) {
+    ApplyMenuEntry(addresses_, group, entry, Output(), remembered);
+    ConfigChanged = true;
+    StoreView();
+    ShowMode();
+}
+
+void ModelView::TakeClamped(const MatrixConfig& clamped) {
+    Edit([&](MatrixConfig& config) { config = clamped; });
+    ShowMode();
+}
+
 void ModelView::TakeStartLevels() {
     for (std::size_t mode = 0; mode < modeCount; ++mode) {
         for (std::size_t output = 0; output < outputCount; ++output)
-            WorkingLevels[mode][output] = Config.Modes[mode].OutputLevels[output].StartLevel;
+            workingLevels_[mode][output] = Config.Modes[mode].OutputLevels[output].StartLevel;
     }
 }
+
+float ModelView::WorkingLevel() const { return workingLevels_[ModeIndex()][Output()]; }
+
+void ModelView::SetWorkingLevel(float level) { workingLevels_[ModeIndex()][Output()] = level; }
 
 } // namespace vek

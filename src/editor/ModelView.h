@@ -1,62 +1,97 @@
-// The road between Config and the controls. Config is never edited from a control in any other way.
+// The road between Config and the controls, and the only one on which edits reach it.
 #pragma once
 
 #include "model/Config.h"
+#include "model/EnableMenus.h"
 #include "pages/EditorPages.h"
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 
 namespace vek {
 
+/// Shows one mode and one output of Config and takes over what the user does with it. Besides the commands
+/// that replace the whole configuration (new, open), nothing but this class writes Config.
+///
+/// What is called an edit here sets ConfigChanged when it changes a field, and shows the result.
 class ModelView {
   public:
     explicit ModelView(const EditorPages& pages) : pages_(pages) {}
 
-    /// Sets CurrentMode and CurrentOutput from the selectors.
+    // The slice that is shown.
+
+    /// Sets the current mode and output from the selectors.
     void ReadSelectors();
+    int CurrentMode() const { return currentMode_; } ///< 0 … 7
+    /// The current mode and output in Config. Throw SubscriptError while nothing is selected.
+    const ModeRecord& Mode() const;
+    const OutputLevelRecord& Levels() const;
+    std::size_t Output() const;
+
+    // Between the controls and Config.
 
     /// Copies the controls and working copies into Config. A field is written, and ConfigChanged set, only
     /// when its control shows something else than the field's value; so what the user did not touch keeps its
     /// exact value.
     void StoreView();
 
-    /// Fills the controls and working copies from Config for CurrentMode and CurrentOutput.
+    /// Fills the controls and working copies from Config for the current mode and output. Writes to Config
+    /// what it shows of linked outputs: a follower has its leader's "use previous route".
     void ShowMode();
 
-    /// Fills the notes and the sixteen trims.
+    /// Fills the notes and the sixteen trims. Writes the notes back without the blanks around them.
     void ShowGlobalFields();
 
     /// ShowGlobalFields and ShowMode.
     void ShowAll();
 
-    /// Gives every working level the start level of its mode and output.
+    // Edits.
+
+    /// Gives the current mode its default settings.
+    void ResetMode();
+    /// Replaces a mode (0 … 7), after taking over what the controls hold for another one.
+    void PasteMode(std::size_t mode, const ModeRecord& pasted);
+    /// Replaces the levels of an output (0 … 7) of the current mode.
+    void PasteOutput(std::size_t output, const OutputLevelRecord& pasted);
+    void SetBase(std::int16_t base);
+    /// The link groups of the current mode, by output.
+    void SetLinkGroups(const std::array<std::int16_t, outputCount>& groups);
+    const std::array<std::int16_t, outputCount>& LinkGroups() const { return linkGroups_; }
+    /// Switches an address of the current output on or off.
+    void ToggleAddress(AddressGroup group, std::size_t function);
+    /// `remembered` is the function that was right-clicked.
+    void ApplyAddressMenu(AddressGroup group, const EnableMenuEntry& entry, std::size_t remembered);
+    /// Takes over the levels that the download image had to limit.
+    void TakeClamped(const MatrixConfig& clamped);
+
+    // The slider's levels, dB, by mode and output; not part of the configuration.
+
+    /// Gives every mode and output its start level.
     void TakeStartLevels();
-    /// All working levels 0.
-    void ResetWorkingLevels() { WorkingLevels = {}; }
-
-    int CurrentMode = 0;                                  ///< 0 … 7
-    int CurrentOutput = 0;                                ///< 0 … 7
-    AddressEnables Addresses;                             ///< working copy
-    std::array<std::int16_t, outputCount> LinkGroup = {}; ///< working copy, of the current mode
-    /// Levels of the slider LevelTrim1, dB, by mode and output; not part of the configuration.
-    std::array<std::array<float, outputCount>, modeCount> WorkingLevels = {};
-
-    /// The current mode and output in Config. Throw SubscriptError while nothing is selected.
-    ModeRecord& Mode() const;
-    OutputLevelRecord& Levels() const;
-    std::size_t Output() const;
-    /// The slider's level of the current mode and output.
-    float& WorkingLevel();
+    /// All 0.
+    void ResetWorkingLevels() { workingLevels_ = {}; }
+    /// Of the current mode and output.
+    float WorkingLevel() const;
+    void SetWorkingLevel(float level);
 
   private:
+    template <typename Change>
+    void Edit(Change change);
+    std::size_t ModeIndex() const;
     void StoreMode(ModeRecord& mode);
     void StoreLevels(OutputLevelRecord& levels);
-    void StoreGlobalFields();
+    void StoreGlobalFields(MatrixConfig& config);
     void ShowPanels(ModeRecord& mode);
     void ShowLevels(const OutputLevelRecord& levels);
 
     EditorPages pages_;
+    int currentMode_ = 0;
+    int currentOutput_ = 0;
+    // Working copies: what the page of the addresses shows, and the groups of the current mode.
+    AddressEnables addresses_;
+    std::array<std::int16_t, outputCount> linkGroups_ = {};
+    std::array<std::array<float, outputCount>, modeCount> workingLevels_ = {};
 };
 
 } // namespace vek

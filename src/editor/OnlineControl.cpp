@@ -2,13 +2,16 @@
 
 #include "controls/LevelTrim.h"
 #include "controls/TextConversion.h"
-#include "dialogs/Guarded.h"
+#include "dialogs/WindowMessages.h"
 #include "editor/ModelView.h"
+#include "link/OutcomeTexts.h"
 #include "pages/EditorPages.h"
 #include "pages/OnlinePage.h"
 #include "pages/OnlineStrip.h"
+#include "pages/PortRows.h"
 #include "pages/TrimPage.h"
 
+#include <QCheckBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
@@ -17,6 +20,8 @@
 #include <optional>
 
 namespace vek {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -43,137 +48,180 @@ std::optional<LevelSource> LevelsOf(int page) {
 
 } // namespace
 
-OnlineControl::OnlineControl(QWidget& window, const OnlineParts& parts, const EditorServices& services,
-                             const DeviceTypeList& types)
-    : QObject(&window), window_(window), parts_(parts), dialogs_(services.Boxes),
-      OnlineMSComm_(services.MakeSerialControl()), OnlineTimer_(services.MakeTimer()),
-      session_(*OnlineMSComm_, *OnlineTimer_, types, *this, *this) {
-    parts.Strip.setVisible(false);
+OnlineControl::OnlineControl(const OnlineParts& parts, const EditorServices& services,
+                             const DeviceTypeList& types, WindowMessages& messages)
+    : parts_(parts), messages_(messages), OnlineMSComm_(services.MakeSerialControl()),
+      OnlineTimer_(services.MakeTimer()), session_(*OnlineMSComm_, *OnlineTimer_, types, *this, *this) {
+    parts_.Strip.setVisible(false);
     Connect();
 }
 
 OnlineControl::~OnlineControl() = default;
 
 void OnlineControl::Connect() {
-    connect(parts_.Page.OnlineSearch, &QPushButton::clicked, this, [this] {
-        parts_.Page.Ports->RefreshDevices();
-        Run([this] { session_.Online_search_for_vek(); });
+    connect(parts_.Page.OnlineSearch, &QPushButton::clicked, this, &OnlineControl::Search);
+    connect(parts_.Page.OnlineCancel, &QPushButton::clicked, this, [this] {
+        session_.WantDisconnect();
+        Serve();
     });
-    connect(parts_.Page.OnlineCancel, &QPushButton::clicked, this,
-            [this] { Run([this] { session_.Disconnect(); }); });
-    connect(parts_.Page.Ports, &PortRows::Chosen, this, [this] { Run([this] { session_.ChoosePort(); }); });
+    connect(&Ports(), &PortRows::Chosen, this, &OnlineControl::Choose);
     connect(&parts_.SSTab1, &QTabWidget::currentChanged, this, &OnlineControl::TabChanged);
     connect(&parts_.Strip, &OnlineStrip::RouteClicked, this, &OnlineControl::RouteClicked);
     connect(&parts_.Strip, &OnlineStrip::OffsetChanged, this, &OnlineControl::LevelsChanged);
-    connect(&parts_.Strip, &OnlineStrip::MuteClicked, this, [this] {
-        session_.MutedOutputs = parts_.Strip.Muted();
-        LevelsChanged();
+    connect(&parts_.Strip, &OnlineStrip::MuteClicked, this, &OnlineControl::LevelsChanged);
+}
+
+void OnlineControl::Converse(Task<> task) {
+    conversation_.Start(std::move(task), [this](const std::exception_ptr& failure) {
+        if (failure)
+            messages_.ShowRunTimeError(failure);
+        if (closing_)
+            Q_EMIT ShutDown();
+        else
+            Serve();
     });
 }
 
-template <typename Operation>
-void OnlineControl::Run(Operation operation) {
-    if (closing_)
+void OnlineControl::Serve() {
+    if (!closing_ && !conversation_.Running() && session_.Wanting())
+        Converse(session_.Serve());
+}
+
+void OnlineControl::Search() {
+    if (!conversation_.Running() && !IsOnline())
+        Converse(SearchAllPorts());
+}
+
+Task<> OnlineControl::SearchAllPorts() {
+    Ports().RefreshDevices();
+    Ports().BeginSearch();
+    co_await session_.Online_search_for_vek();
+    Ports().EndSearch();
+}
+
+void OnlineControl::Choose(std::size_t row) {
+    if (conversation_.Running() || IsOnline())
         return;
-    const bool outermost = !session_.Busy();
-    Guarded(dialogs_, &window_, operation);
-    if (outermost && closing_)
-        Q_EMIT Unwound();
+    Ports().LockChoice(true);
+    Converse(session_.ChoosePort(row));
 }
 
 QString OnlineControl::PortName() const {
-    for (std::size_t row = 0; row < portCount; ++row) {
-        if (OptionSelected(row))
-            return Ports().PortName(row);
-    }
-    return {};
+    const auto row = Ports().ChosenRow();
+    return row ? Ports().PortName(*row) : QString();
 }
 
 void OnlineControl::LevelsChanged() {
-    Run([this] { session_.ApplyOnlineLevels(); });
+    session_.WantLevels();
+    Serve();
 }
 
-void OnlineControl::RouteAndApply() {
-    Run([this] { session_.SendRoutes(); });
+void OnlineControl::RoutesChanged() {
+    session_.WantRoutes();
+    Serve();
 }
 
-void OnlineControl::RouteClicked(std::size_t input) {
-    session_.OnlineInput = input;
+void OnlineControl::RouteClicked() {
     const int page = parts_.SSTab1.currentIndex();
     if (page == LevelsTab || page == OutputTrimsTab)
-        RouteAndApply();
+        RoutesChanged();
 }
 
 void OnlineControl::SelectInput(std::size_t input) {
     if (!session_.IsOnline())
         return;
     parts_.Strip.RouteOption[input]->setChecked(true);
-    session_.OnlineInput = input;
-    RouteAndApply();
+    RoutesChanged();
 }
 
 void OnlineControl::TabChanged() {
     FollowTab();
-    if (!session_.IsOnline())
-        return;
     const int page = parts_.SSTab1.currentIndex();
-    if (page == InputTrimsTab || page == OutputTrimsTab) {
-        session_.MutedOutputs = parts_.Strip.Muted();
-        RouteAndApply();
-    }
+    if (page == InputTrimsTab || page == OutputTrimsTab)
+        session_.WantRoutes();
     LevelsChanged();
 }
 
 void OnlineControl::FollowTab() {
     if (const auto levels = LevelsOf(parts_.SSTab1.currentIndex()))
-        session_.LevelView = *levels;
+        levelView_ = *levels;
 }
 
 bool OnlineControl::Shutdown() {
+    if (closing_ && conversation_.Running())
+        return false;
     closing_ = true;
-    bool done = false;
-    Guarded(dialogs_, &window_, [&] { done = session_.Shutdown(); });
-    return done;
+    conversation_.Cancel();
+    if (session_.IsOnline())
+        Converse(session_.Disconnect());
+    return !conversation_.Running();
 }
 
 void OnlineControl::CheckPort() {
-    if (session_.IsOnline())
-        Run([this] { session_.DisconnectIfPortLost(); });
+    session_.LookForLostPort();
+    Serve();
 }
 
 PortRows& OnlineControl::Ports() const { return *parts_.Page.Ports; }
 
-void OnlineControl::ShowOnlineSearch(bool visible) { parts_.Page.OnlineSearch->setVisible(visible); }
-
-void OnlineControl::ShowOnlineCancel(bool visible) { parts_.Page.OnlineCancel->setVisible(visible); }
-
-void OnlineControl::ShowOnlineLevelOffset(bool visible) { parts_.Strip.setVisible(visible); }
-
 void OnlineControl::UpdateTabs() {
     const bool online = session_.IsOnline();
-    if (online) {
-        session_.MutedOutputs = parts_.Strip.Muted();
-        if (IsOfflinePage(parts_.SSTab1.currentIndex()))
-            parts_.SSTab1.setCurrentIndex(InputTrimsTab);
-    }
+    if (online && IsOfflinePage(parts_.SSTab1.currentIndex()))
+        parts_.SSTab1.setCurrentIndex(InputTrimsTab);
     for (const int page : offlinePages)
         parts_.SSTab1.setTabEnabled(page, !online);
     FollowTab();
     Q_EMIT OnlineChanged();
 }
 
-bool OnlineControl::Text2Visible() const { return parts_.Page.DiagnosticsOn(); }
-
-void OnlineControl::AppendText2(const std::string& text) {
-    parts_.Page.AppendDiagnostics(FromConstant(text));
+void OnlineControl::ShowConnection() {
+    const bool online = session_.IsOnline();
+    parts_.Page.OnlineSearch->setVisible(!online);
+    parts_.Page.OnlineCancel->setVisible(online);
+    parts_.Strip.setVisible(online);
 }
 
-void OnlineControl::ErrorMessage(const std::string& title, const std::string& text) {
-    dialogs_.Message(&window_, MessageIcon::Exclamation, FromConstant(title), FromConstant(text));
+void OnlineControl::PortSearched(std::size_t row, const PortFinding& finding) {
+    Ports().ShowFinding(row, finding);
 }
 
-void OnlineControl::Message(const std::string& title, const std::string& text) {
-    dialogs_.Message(&window_, MessageIcon::None, FromConstant(title), FromConstant(text));
+Task<> OnlineControl::Failed(Failure failure) {
+    const MessageText message = TextOf(failure);
+    return messages_.Shown(MessageIcon::Exclamation, FromConstant(message.Title), FromConstant(message.Text));
+}
+
+Task<> OnlineControl::WentOnline() {
+    ShowConnection();
+    co_await messages_.Shown(MessageIcon::None, tr("Online"), tr("Matrix Vek is now online."));
+    UpdateTabs();
+}
+
+void OnlineControl::Disconnected() {
+    ShowConnection();
+    UpdateTabs();
+    Ports().Clear();
+    Ports().LockChoice(false);
+}
+
+void OnlineControl::PassBegins() {
+    if (parts_.Page.DiagnosticsOn())
+        parts_.Page.AppendDiagnostics(u"\n"_s);
+}
+
+void OnlineControl::VolumeCommand(int output, float level) {
+    if (parts_.Page.DiagnosticsOn())
+        parts_.Page.AppendDiagnostics(FromConstant(VolumeLine(output, level)));
+}
+
+void OnlineControl::RouteCommand(int output, int input) {
+    if (parts_.Page.DiagnosticsOn())
+        parts_.Page.AppendDiagnostics(FromConstant(RouteLine(output, input)));
+}
+
+std::size_t OnlineControl::OnlineInput() const { return parts_.Strip.Input(); }
+
+bool OnlineControl::MutedOutput(std::size_t output) const {
+    return parts_.Strip.OutPutSelectCheck[output]->isChecked();
 }
 
 std::size_t OnlineControl::CurrentOutput() const { return parts_.View.Output(); }

@@ -3,7 +3,6 @@
 
 #include "editor/EditorServices.h"
 #include "link/OnlineSession.h"
-#include "pages/PortRows.h"
 
 #include <QObject>
 
@@ -17,7 +16,9 @@ class LevelTrim;
 class ModelView;
 class OnlinePage;
 class OnlineStrip;
+class PortRows;
 class TrimPage;
+class WindowMessages;
 
 /// What the session reads and drives; owned by the window.
 struct OnlineParts {
@@ -30,13 +31,13 @@ struct OnlineParts {
     const ModelView& View;
 };
 
-class OnlineControl : public QObject, private WithPortRows<OnlineView>, private OnlineLevels {
+class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInputs {
     Q_OBJECT
 
   public:
-    /// All must outlive this object; `window` is the parent of the boxes.
-    OnlineControl(QWidget& window, const OnlineParts& parts, const EditorServices& services,
-                  const DeviceTypeList& types);
+    /// All must outlive this object.
+    OnlineControl(const OnlineParts& parts, const EditorServices& services, const DeviceTypeList& types,
+                  WindowMessages& messages);
     ~OnlineControl() override;
 
     bool IsOnline() const { return session_.IsOnline(); }
@@ -50,7 +51,8 @@ class OnlineControl : public QObject, private WithPortRows<OnlineView>, private 
     /// A click into the text of an input trim: listens to that input.
     void SelectInput(std::size_t input);
 
-    /// Ends the session because the window closes; false while something still waits, Unwound() follows then.
+    /// Ends the conversation because the window closes. False while the unit is restarted first; ShutDown()
+    /// follows then.
     bool Shutdown();
 
     /// For a periodic look whether the adapter is still there.
@@ -59,20 +61,20 @@ class OnlineControl : public QObject, private WithPortRows<OnlineView>, private 
   Q_SIGNALS:
     /// IsOnline() has changed, or the pages that may be shown.
     void OnlineChanged();
-    /// What ran when Shutdown() was refused has ended.
-    void Unwound();
+    void ShutDown();
 
   private:
-    PortRows& Ports() const override;
-    void ShowOnlineSearch(bool visible) override;
-    void ShowOnlineCancel(bool visible) override;
-    void ShowOnlineLevelOffset(bool visible) override;
-    void UpdateTabs() override;
-    bool Text2Visible() const override;
-    void AppendText2(const std::string& text) override;
-    void ErrorMessage(const std::string& title, const std::string& text) override;
-    void Message(const std::string& title, const std::string& text) override;
+    void PortSearched(std::size_t row, const PortFinding& finding) override;
+    Task<> Failed(Failure failure) override;
+    Task<> WentOnline() override;
+    void Disconnected() override;
+    void PassBegins() override;
+    void VolumeCommand(int output, float level) override;
+    void RouteCommand(int output, int input) override;
 
+    std::size_t OnlineInput() const override;
+    bool MutedOutput(std::size_t output) const override;
+    LevelSource LevelView() const override { return levelView_; }
     std::size_t CurrentOutput() const override;
     float LevelTrim1() const override;
     float InputLevelTrim(std::size_t input) const override;
@@ -80,21 +82,27 @@ class OnlineControl : public QObject, private WithPortRows<OnlineView>, private 
     float OnlineLevelOffset() const override;
 
     void Connect();
-    void RouteClicked(std::size_t input);
+    void Search();
+    Task<> SearchAllPorts();
+    void Choose(std::size_t row);
+    void RouteClicked();
     void TabChanged();
     void FollowTab();
-    void RouteAndApply();
-    /// Runs an operation of the session as an event handler.
-    template <typename Operation>
-    void Run(Operation operation);
+    void UpdateTabs();
+    void ShowConnection();
+    void RoutesChanged();
+    void Converse(Task<> task);
+    void Serve();
+    PortRows& Ports() const;
 
-    QWidget& window_;
     OnlineParts parts_;
-    Dialogs& dialogs_;
+    WindowMessages& messages_;
     std::unique_ptr<SerialControl> OnlineMSComm_;
     std::unique_ptr<OneShotTimer> OnlineTimer_;
     OnlineSession session_;
+    LevelSource levelView_ = LevelSource::InputTrims;
     bool closing_ = false;
+    RunningTask conversation_;
 };
 
 } // namespace vek

@@ -2,7 +2,8 @@
 
 #include "controls/KeepPlace.h"
 #include "controls/TextConversion.h"
-#include "dialogs/Dialogs.h"
+#include "link/OutcomeTexts.h"
+#include "pages/PortRows.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -17,15 +18,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr PortRowNames rowNames = {"Option1", "VekType", "Blanking", "Blanking1", false};
-constexpr int progressMaximum = 1000;
 
 } // namespace
 
 VekComms::VekComms(const EditorServices& services, const DeviceTypeList& types, const DownloadImage& image,
                    QWidget* parent)
-    : QDialog(parent), dialogs_(services.Boxes), image_(image), MSComm1_(services.MakeSerialControl()),
-      Timer1_(services.MakeTimer()), ports_(new PortRows(rowNames, services.PortNames, this)),
-      link_(*MSComm1_, *Timer1_, types, *this) {
+    : QDialog(parent), image_(image), messages_(*this, services.Boxes),
+      MSComm1_(services.MakeSerialControl()), Timer1_(services.MakeTimer()),
+      ports_(new PortRows(rowNames, services.PortNames, this)), link_(*MSComm1_, *Timer1_, types, *this) {
     setObjectName(u"VekComms"_s);
     setWindowTitle(tr("Vek program"));
     auto* layout = new QVBoxLayout(this);
@@ -35,7 +35,8 @@ VekComms::VekComms(const EditorServices& services, const DeviceTypeList& types, 
     layout->addStretch(1);
     layout->addLayout(MakeButtons());
     setMinimumWidth(fontMetrics().averageCharWidth() * 72);
-    connect(ports_, &PortRows::Chosen, this, [this] { ProgramVekButton_->setEnabled(!link_.Busy()); });
+    connect(ports_, &PortRows::Chosen, this,
+            [this] { ProgramVekButton_->setEnabled(!conversation_.Running()); });
 }
 
 VekComms::~VekComms() = default;
@@ -52,7 +53,7 @@ QWidget* VekComms::MakePleaseWait() {
     Label2_->setObjectName(u"Label2"_s);
     ProgressBar1_ = new QProgressBar(PleaseWait_);
     ProgressBar1_->setObjectName(u"ProgressBar1"_s);
-    ProgressBar1_->setRange(0, progressMaximum);
+    ProgressBar1_->setRange(0, fullProgress);
     ProgressBar1_->setValue(0);
     ProgressBar1_->setTextVisible(false);
     auto* grid = new QGridLayout(PleaseWait_);
@@ -91,61 +92,69 @@ void VekComms::showEvent(QShowEvent* event) {
     if (activated_)
         return;
     activated_ = true;
-    // The search waits in event loops of its own; the window has to be up first.
-    QTimer::singleShot(0, this, [this] { Run([this] { link_.Activate(); }); });
+    // The window has to be up first.
+    QTimer::singleShot(0, this, &VekComms::Search);
 }
 
-template <typename Operation>
-void VekComms::Run(Operation operation) {
-    if (link_.Busy() || closeWanted_)
-        return;
-    Command1_->setEnabled(false);
-    ports_->LockOptions(true);
-    operation();
-    ports_->LockOptions(false);
-    Command1_->setEnabled(true);
-    if (closeWanted_)
-        QDialog::reject();
+void VekComms::Converse(Task<> task) {
+    conversation_.Start(std::move(task), [this](const std::exception_ptr& failure) {
+        if (failure)
+            messages_.ShowRunTimeError(failure);
+    });
 }
 
 void VekComms::Search() {
-    Run([this] {
-        ports_->RefreshDevices();
-        link_.search_for_vek();
-    });
+    if (!conversation_.Running())
+        Converse(SearchAllPorts());
+}
+
+Task<> VekComms::SearchAllPorts() {
+    ProgramVekButton_->setEnabled(false);
+    Command1_->setEnabled(false);
+    ports_->RefreshDevices();
+    ports_->BeginSearch();
+    co_await link_.search_for_vek();
+    ports_->EndSearch();
+    Command1_->setEnabled(true);
 }
 
 void VekComms::Program() {
-    Run([this] {
-        ProgramVekButton_->setEnabled(false);
-        link_.ProgramVek(image_);
-        closeWanted_ = true;
-    });
+    const auto row = ports_->ChosenRow();
+    if (row && !conversation_.Running())
+        Converse(ProgramOnPort(*row));
+}
+
+Task<> VekComms::ProgramOnPort(std::size_t row) {
+    ProgramVekButton_->setEnabled(false);
+    Command1_->setEnabled(false);
+    ports_->LockChoice(true);
+    Label3_->setText(tr("Please wait programing vek"));
+    PleaseWait_->setVisible(true);
+    co_await link_.ProgramVek(row, image_, *this);
+    QDialog::reject();
 }
 
 void VekComms::reject() {
-    closeWanted_ = true;
-    link_.Cancel();
-    if (!link_.Busy())
-        QDialog::reject();
+    conversation_.Cancel();
+    QDialog::reject();
 }
 
-void VekComms::EnableProgramVek(bool enabled) { ProgramVekButton_->setEnabled(enabled); }
-
-void VekComms::ShowPleaseWait(bool visible) { PleaseWait_->setVisible(visible); }
-
-void VekComms::SetLabel2(const std::string& percentage) { Label2_->setText(FromConstant(percentage)); }
-
-void VekComms::SetLabel3(const std::string& activity) { Label3_->setText(FromConstant(activity)); }
-
-void VekComms::SetProgressBar1(int value) { ProgressBar1_->setValue(value); }
-
-void VekComms::ErrorMessage(const std::string& title, const std::string& text) {
-    dialogs_.Message(this, MessageIcon::Exclamation, FromConstant(title), FromConstant(text));
+void VekComms::PortSearched(std::size_t row, const PortFinding& finding) {
+    ports_->ShowFinding(row, finding);
 }
 
-bool VekComms::AskYesNo(const std::string& title, const std::string& text) {
-    return dialogs_.AskYesNo(this, FromConstant(title), FromConstant(text), Answer::No) == Answer::Yes;
+Task<> VekComms::Failed(Failure failure) {
+    const MessageText message = TextOf(failure);
+    return messages_.Shown(MessageIcon::Exclamation, FromConstant(message.Title), FromConstant(message.Text));
+}
+
+void VekComms::Progress(DownloadProgress progress) {
+    Label2_->setText(FromConstant(PercentText(progress)));
+    ProgressBar1_->setValue(TenthsOf(progress));
+}
+
+Task<bool> VekComms::WantsAnother() {
+    return messages_.Confirmed(tr("All sent ok"), tr("Program another vek"), Answer::No);
 }
 
 } // namespace vek

@@ -1,9 +1,9 @@
 // The programming window: finds the devices on the serial ports and programs the chosen one.
 #pragma once
 
+#include "dialogs/WindowMessages.h"
 #include "editor/EditorServices.h"
 #include "link/VekLink.h"
-#include "pages/PortRows.h"
 
 #include <QDialog>
 
@@ -15,9 +15,11 @@ class QPushButton;
 
 namespace vek {
 
-/// Shown modally with exec(); searches by itself once it is up. Closing it ends whatever it waits for and
-/// leaves every port closed.
-class VekComms : public QDialog, private WithPortRows<VekLinkView> {
+class PortRows;
+
+/// Shown modally with exec(); searches by itself once it is up. Closing it ends the conversation with the
+/// device at once and leaves every port closed.
+class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcomes {
     Q_OBJECT
 
   public:
@@ -27,33 +29,29 @@ class VekComms : public QDialog, private WithPortRows<VekLinkView> {
     ~VekComms() override;
 
   public Q_SLOTS:
-    /// Escape and the window's close button: closes at once, or as soon as the running wait has unwound.
+    /// Escape and the window's close button.
     void reject() override;
 
   protected:
     void showEvent(QShowEvent* event) override;
 
   private:
-    PortRows& Ports() const override { return *ports_; }
-    void EnableProgramVek(bool enabled) override;
-    void ShowPleaseWait(bool visible) override;
-    void SetLabel2(const std::string& percentage) override;
-    void SetLabel3(const std::string& activity) override;
-    void SetProgressBar1(int value) override;
-    void ErrorMessage(const std::string& title, const std::string& text) override;
-    bool AskYesNo(const std::string& title, const std::string& text) override;
+    void PortSearched(std::size_t row, const PortFinding& finding) override;
+    Task<> Failed(Failure failure) override;
+    void Progress(DownloadProgress progress) override;
+    Task<bool> WantsAnother() override;
 
     QWidget* MakePleaseWait();
     QLayout* MakeButtons();
+    /// Searches, or programs the chosen port, unless it does one already.
     void Search();
     void Program();
-    /// Runs one operation with the buttons locked; closes the window afterwards if that was asked for
-    /// meanwhile.
-    template <typename Operation>
-    void Run(Operation operation);
+    Task<> SearchAllPorts();
+    Task<> ProgramOnPort(std::size_t row);
+    void Converse(Task<> task);
 
-    Dialogs& dialogs_;
     const DownloadImage& image_;
+    WindowMessages messages_;
     std::unique_ptr<SerialControl> MSComm1_;
     std::unique_ptr<OneShotTimer> Timer1_;
     PortRows* ports_;
@@ -65,7 +63,7 @@ class VekComms : public QDialog, private WithPortRows<VekLinkView> {
     QPushButton* ProgramVekButton_;
     VekLink link_;
     bool activated_ = false;
-    bool closeWanted_ = false;
+    RunningTask conversation_;
 };
 
 } // namespace vek

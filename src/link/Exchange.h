@@ -3,6 +3,7 @@
 
 #include "link/SerialControl.h"
 
+#include <coroutine>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -10,53 +11,98 @@
 
 namespace vek {
 
-/// A port, its timer and the cancel flag of the window they belong to.
+/// A port and its timer. One task at a time waits here; the port and the timer resume it from the event loop,
+/// and destroying the task while it waits ends the wait.
 ///
-/// An exchange has ended when the flag is set or the port is closed, also underneath a wait: every wait then
-/// returns at once and nothing more is sent, so that a sequence of steps runs out without looking. Loops look
-/// at Ended().
+/// When the port closes, every wait ends at once and nothing more is sent, so that a sequence of steps runs
+/// out without looking. Loops look at PortOpen().
 class Exchange {
   public:
-    /// Both must outlive this object.
-    Exchange(SerialControl& port, OneShotTimer& timer) : port_(port), timer_(timer) {}
+    /// What a wait ends with; to be awaited where it is made.
+    class [[nodiscard]] Pause {
+      public:
+        Pause(Exchange& exchange, int milliseconds, bool forSending, std::size_t enough)
+            : exchange_(exchange), milliseconds_(milliseconds), forSending_(forSending), enough_(enough) {}
+        Pause(const Pause&) = delete;
+        Pause& operator=(const Pause&) = delete;
+        ~Pause();
 
-    void Cancel() { cancelled_ = true; }
-    void ClearCancel() { cancelled_ = false; }
-    bool Cancelled() const { return cancelled_; }
+        bool await_ready();
+        void await_suspend(std::coroutine_handle<> waiting);
+        void await_resume() const {}
+
+      protected:
+        Exchange& exchange_;
+
+      private:
+        friend class Exchange;
+        bool Over() const;
+
+        int milliseconds_; ///< 0: without a timer
+        bool forSending_;
+        std::size_t enough_; ///< bytes received
+        std::coroutine_handle<> waiting_;
+    };
+
+    class [[nodiscard]] ReplyPause : public Pause {
+      public:
+        ReplyPause(Exchange& exchange, int milliseconds, std::size_t enough, std::size_t least)
+            : Pause(exchange, milliseconds, false, enough), least_(least) {}
+        ByteVector await_resume() const;
+
+      private:
+        std::size_t least_;
+    };
+
+    /// Both must outlive this object, which becomes their listener.
+    Exchange(SerialControl& port, OneShotTimer& timer);
+    Exchange(const Exchange&) = delete;
+    Exchange& operator=(const Exchange&) = delete;
+    ~Exchange();
+
     bool PortOpen() const { return port_.PortOpen(); }
-    bool Ended() const { return cancelled_ || !port_.PortOpen(); }
+    OpenFailure WhyNotOpen() const { return port_.WhyNotOpen(); }
 
     /// Opens one of COM1 … COM4 (number 1 … 4), closing what was open; PortOpen() tells whether it worked.
     void Open(int number);
     void Close();
 
     void SetSettings(std::string_view settings);
-    void Send(std::span<const std::uint8_t> bytes);
-    void Send(std::uint8_t byte) { Send({&byte, 1}); }
     void DiscardInput();
 
-    void Wait(int milliseconds);
+    /// Sends the bytes; over when they are on the line.
+    Pause Send(std::span<const std::uint8_t> bytes);
+    Pause Send(std::uint8_t byte) { return Send({&byte, 1}); }
+
+    Pause Wait(int milliseconds);
 
     /// Waits until `enough` bytes are there or the time is over, and takes what is there. Takes nothing when
-    /// there are fewer than `least`.
-    ByteVector WaitForReply(int milliseconds, std::size_t enough, std::size_t least);
+    /// there are fewer than `least`, nor when the port has closed.
+    ReplyPause Reply(int milliseconds, std::size_t enough, std::size_t least);
 
   private:
+    void Check();
+
     SerialControl& port_;
     OneShotTimer& timer_;
-    bool cancelled_ = false;
+    Pause* pause_ = nullptr; ///< of the task that waits
 };
 
-/// Holds a flag set while a procedure runs.
-class RunningScope {
+/// Closes the port when the task in which it stands ends, however it ends.
+class PortCloser {
   public:
-    explicit RunningScope(bool& flag) : flag_(flag) { flag_ = true; }
-    ~RunningScope() { flag_ = false; }
-    RunningScope(const RunningScope&) = delete;
-    RunningScope& operator=(const RunningScope&) = delete;
+    explicit PortCloser(Exchange& exchange) : exchange_(&exchange) {}
+    PortCloser(const PortCloser&) = delete;
+    PortCloser& operator=(const PortCloser&) = delete;
+    ~PortCloser() {
+        if (exchange_ != nullptr)
+            exchange_->Close();
+    }
+    /// Leaves the port open.
+    void Release() { exchange_ = nullptr; }
 
   private:
-    bool& flag_;
+    Exchange* exchange_;
 };
 
 } // namespace vek

@@ -1,98 +1,89 @@
 // The volume and route commands of an online session.
 #include "link/OnlineSession.h"
 
+#include "model/Config.h"
+
 namespace vek {
 
 namespace {
-
-constexpr const char* lineBreak = "\r\n";
 
 /// What a muted output is sent, in dB.
 constexpr float mutedLevel = -96.0F;
 
 } // namespace
 
-void OnlineSession::Log(const std::string& text) {
-    if (view_.Text2Visible())
-        view_.AppendText2(text);
-}
-
-void OnlineSession::SendCommand(const CommandPacket& packet, const std::string& name) {
-    const ByteVector reply = Request(packet, onlineReplyLength);
-    if (exchange_.Cancelled())
-        return;
+Task<> OnlineSession::SendCommand(CommandPacket packet, FailureKind noReply, FailureKind refused) {
+    const ByteVector reply = co_await Request(packet, onlineReplyLength);
     const bool answered = reply.size() == onlineReplyLength;
     if (answered && IsAccepted(reply))
-        return;
-    if (!exchange_.PortOpen()) {
-        lossReported_ = true;
-        disconnectWanted_ = true;
-    }
-    std::string text = answered ? "Reply ERROR to " : "Reply fail to ";
-    text += name;
-    view_.ErrorMessage(errorTitle, text);
+        co_return;
+    if (!exchange_.PortOpen())
+        lossReported_ = disconnectWanted_ = true;
+    const Failure failure = {answered ? refused : noReply};
+    co_await outcomes_.Failed(failure);
 }
 
-void OnlineSession::SendVolume(std::size_t output, float level) {
+Task<> OnlineSession::SendVolume(std::size_t output, float level) {
     const int number = static_cast<int>(output);
-    Log(VolumeLine(number, level));
-    SendCommand(VolumePacket(number, VolumeRegister(level)), "Volume");
+    outcomes_.VolumeCommand(number, level);
+    const CommandPacket packet = VolumePacket(number, VolumeRegister(level));
+    co_await SendCommand(packet, FailureKind::VolumeNoReply, FailureKind::VolumeRefused);
 }
 
-void OnlineSession::SendRoute(std::size_t output, std::size_t input) {
-    Log(RouteLine(static_cast<int>(output), static_cast<int>(input)));
-    SendCommand(RoutePacket(static_cast<int>(output), static_cast<int>(input)), "Matrix");
+Task<> OnlineSession::SendRoute(std::size_t output, std::size_t input) {
+    const int number = static_cast<int>(output);
+    outcomes_.RouteCommand(number, static_cast<int>(input));
+    const CommandPacket packet = RoutePacket(number, static_cast<int>(input));
+    co_await SendCommand(packet, FailureKind::RouteNoReply, FailureKind::RouteRefused);
 }
 
 float OnlineSession::LevelOf(std::size_t output) const {
-    switch (LevelView) {
+    switch (inputs_.LevelView()) {
     case LevelSource::InputTrims:
-        if (MutedOutputs[output])
+        if (inputs_.MutedOutput(output))
             return mutedLevel;
-        return levels_.InputLevelTrim(OnlineInput) + levels_.OnlineLevelOffset();
+        return inputs_.InputLevelTrim(inputs_.OnlineInput()) + inputs_.OnlineLevelOffset();
     case LevelSource::OutputTrims: {
-        if (MutedOutputs[output])
+        if (inputs_.MutedOutput(output))
             return mutedLevel;
-        const float level = levels_.OutputLevelTrim(output) + levels_.OnlineLevelOffset();
-        return level + levels_.InputLevelTrim(OnlineInput);
+        const float level = inputs_.OutputLevelTrim(output) + inputs_.OnlineLevelOffset();
+        return level + inputs_.InputLevelTrim(inputs_.OnlineInput());
     }
     case LevelSource::Level: {
         // Only the output being edited is heard, muted or not.
-        if (output != levels_.CurrentOutput())
+        if (output != inputs_.CurrentOutput())
             return mutedLevel;
-        const float level = levels_.OutputLevelTrim(output) + levels_.LevelTrim1();
-        return level + levels_.InputLevelTrim(OnlineInput);
+        const float level = inputs_.OutputLevelTrim(output) + inputs_.LevelTrim1();
+        return level + inputs_.InputLevelTrim(inputs_.OnlineInput());
     }
     }
     return mutedLevel;
 }
 
-void OnlineSession::LevelPass() {
-    levelsWanted_ = false;
-    Log(lineBreak);
+Task<> OnlineSession::ApplyOnlineLevels() {
+    outcomes_.PassBegins();
     for (std::size_t output = 0; output < outputCount; ++output) {
         // Routes bring their own application of the levels.
-        if (disconnectWanted_ || routesWanted_ || exchange_.Cancelled())
-            return;
-        SendVolume(output, LevelOf(output));
+        if (disconnectWanted_ || routesWanted_)
+            co_return;
+        co_await SendVolume(output, LevelOf(output));
     }
 }
 
-void OnlineSession::RoutePass() {
-    routesWanted_ = false;
-    const std::size_t input = OnlineInput;
+Task<> OnlineSession::SendRoutes() {
+    const std::size_t input = inputs_.OnlineInput();
     if (LastRoutedInput_ != input) {
         // Until all eight are through, the outputs may be on different inputs.
         LastRoutedInput_.reset();
-        Log(lineBreak);
+        outcomes_.PassBegins();
         for (std::size_t output = 0; output < outputCount; ++output) {
-            if (disconnectWanted_ || exchange_.Cancelled() || (routesWanted_ && OnlineInput != input))
-                return;
-            SendRoute(output, input);
+            if (disconnectWanted_ || (routesWanted_ && inputs_.OnlineInput() != input))
+                co_return;
+            co_await SendRoute(output, input);
         }
     }
     LastRoutedInput_ = input;
-    levelsWanted_ = true;
+    co_await ApplyOnlineLevels();
 }
 
 } // namespace vek

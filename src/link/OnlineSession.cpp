@@ -1,6 +1,7 @@
 #include "link/OnlineSession.h"
 
 #include <limits>
+#include <utility>
 
 namespace vek {
 
@@ -20,164 +21,118 @@ constexpr int findRestWait = 20;
 } // namespace
 
 OnlineSession::OnlineSession(SerialControl& port, OneShotTimer& timer, const DeviceTypeList& types,
-                             const OnlineLevels& levels, OnlineView& view)
-    : exchange_(port, timer), types_(types), levels_(levels), view_(view) {}
+                             const OnlineInputs& inputs, OnlineOutcomes& outcomes)
+    : exchange_(port, timer), types_(types), inputs_(inputs), outcomes_(outcomes) {}
 
-void OnlineSession::Online_search_for_vek() {
-    if (busy_ || online_)
-        return;
-    const RunningScope running(busy_);
-    SearchPorts(exchange_, types_, view_, [this] {
-        exchange_.SetSettings(onlineSettings);
-        return OnlineFind_vek(true);
-    });
-    Serve();
+Task<> OnlineSession::Online_search_for_vek() {
+    co_await SearchPorts(exchange_, outcomes_, [this] { return OnlineFind_vek(true); });
 }
 
-void OnlineSession::ChoosePort() {
-    if (busy_ || online_)
-        return;
-    const RunningScope running(busy_);
-    if (Online_set_active_port() && IsMatrixVek(OnlineFind_vek(false)))
-        GoOnline();
-    else
-        DisconnectNow();
-    Serve();
-}
-
-void OnlineSession::Disconnect() {
-    disconnectWanted_ = true;
-    ServeUnlessBusy();
-}
-
-void OnlineSession::DisconnectIfPortLost() {
-    if (online_ && !exchange_.PortOpen())
-        Disconnect();
-}
-
-void OnlineSession::ApplyOnlineLevels() {
-    if (!online_)
-        return;
-    levelsWanted_ = true;
-    ServeUnlessBusy();
-}
-
-void OnlineSession::SendRoutes() {
-    if (!online_) {
-        LastRoutedInput_ = OnlineInput;
-        return;
+Task<> OnlineSession::ChoosePort(std::size_t row) {
+    PortCloser closer(exchange_);
+    OpenPort(exchange_, row);
+    const PortFinding finding = co_await OnlineFind_vek(false);
+    if (finding.State != PortState::MatrixVek) {
+        co_await Disconnect();
+        co_return;
     }
-    routesWanted_ = true;
-    ServeUnlessBusy();
-}
-
-bool OnlineSession::Shutdown() {
-    if (busy_) {
-        Cancel();
-        return false;
-    }
-    exchange_.ClearCancel();
-    Disconnect();
-    Cancel();
-    return true;
-}
-
-void OnlineSession::ServeUnlessBusy() {
-    if (busy_)
-        return;
-    const RunningScope running(busy_);
-    Serve();
-}
-
-void OnlineSession::Serve() {
-    while (!exchange_.Cancelled()) {
-        if (disconnectWanted_)
-            DisconnectNow();
-        else if (routesWanted_)
-            RoutePass();
-        else if (levelsWanted_)
-            LevelPass();
-        else
-            return;
-    }
-}
-
-bool OnlineSession::Online_set_active_port() {
-    const bool ok = OpenSelectedPort(exchange_, view_);
-    exchange_.SetSettings(onlineSettings);
-    return ok;
-}
-
-void OnlineSession::GoOnline() {
-    for (std::size_t row = 0; row < portCount; ++row) {
-        if (!view_.OptionSelected(row))
-            view_.EnableOption(row, false);
-    }
+    closer.Release();
     // The unit was restarted since it was last online, so its routes are not known.
     LastRoutedInput_.reset();
     online_ = true;
-    view_.ShowOnlineSearch(false);
-    view_.ShowOnlineCancel(true);
-    view_.ShowOnlineLevelOffset(true);
-    view_.Message("Online", "Matrix Vek is now online.");
-    view_.UpdateTabs();
+    co_await outcomes_.WentOnline();
 }
 
-void OnlineSession::DisconnectNow() {
-    if (online_)
-        OnlineRestart_unit();
-    online_ = false;
-    exchange_.Close();
-    lossReported_ = false;
-    disconnectWanted_ = false;
-    routesWanted_ = false;
-    levelsWanted_ = false;
-    view_.ShowOnlineCancel(false);
-    view_.ShowOnlineLevelOffset(false);
-    view_.UpdateTabs();
-    for (std::size_t row = 0; row < portCount; ++row) {
-        view_.ShowBlanking(row, false);
-        view_.SelectOption(row, false);
-        view_.EnableOption(row, false);
-        view_.SetVekType(row, "");
+void OnlineSession::LookForLostPort() {
+    if (online_ && !exchange_.PortOpen())
+        WantDisconnect();
+}
+
+Task<> OnlineSession::Serve() {
+    while (Wanting()) {
+        if (disconnectWanted_) {
+            co_await Disconnect();
+        } else if (std::exchange(routesWanted_, false)) {
+            co_await SendRoutes();
+        } else {
+            levelsWanted_ = false;
+            co_await ApplyOnlineLevels();
+        }
     }
-    view_.ShowOnlineSearch(true);
 }
 
-ByteVector OnlineSession::Request(std::span<const std::uint8_t> packet, std::size_t replyLength) {
+/// However disconnecting ends, the port is closed afterwards.
+class OnlineSession::GoingOffline {
+  public:
+    explicit GoingOffline(OnlineSession& session) : session_(session) {}
+    GoingOffline(const GoingOffline&) = delete;
+    GoingOffline& operator=(const GoingOffline&) = delete;
+    ~GoingOffline() {
+        session_.exchange_.Close();
+        session_.online_ = false;
+    }
+
+  private:
+    OnlineSession& session_;
+};
+
+Task<> OnlineSession::Disconnect() {
+    if (online_) {
+        const GoingOffline ending(*this);
+        co_await OnlineRestart_unit();
+    }
+    exchange_.Close();
+    lossReported_ = disconnectWanted_ = routesWanted_ = levelsWanted_ = false;
+    outcomes_.Disconnected();
+}
+
+Task<ByteVector> OnlineSession::Request(std::span<const std::uint8_t> packet, std::size_t replyLength) {
     exchange_.DiscardInput();
-    exchange_.Send(packet);
-    return exchange_.WaitForReply(replyWait, replyLength, replyLength);
+    co_await exchange_.Send(packet);
+    ByteVector reply = co_await exchange_.Reply(replyWait, replyLength, replyLength);
+    co_return reply;
 }
 
-std::uint32_t OnlineSession::OnlineFind_vek(bool restart) {
+Task<PortFinding> OnlineSession::OnlineFind_vek(bool restart) {
     constexpr auto noLimit = std::numeric_limits<std::size_t>::max();
+    PortFinding finding = Silent();
+    exchange_.SetSettings(onlineSettings);
     for (int attempt = 0; attempt < findAttempts; ++attempt) {
-        ByteVector reply = Request(onlineFindRequest, findReplyLength);
+        ByteVector reply = co_await Request(onlineFindRequest, findReplyLength);
         if (reply.empty())
             continue;
-        const ByteVector rest = exchange_.WaitForReply(findRestWait, noLimit, 1);
+        const ByteVector rest = co_await exchange_.Reply(findRestWait, noLimit, 1);
+        if (!exchange_.PortOpen())
+            continue;
         reply.insert(reply.end(), rest.begin(), rest.end());
+        finding = NotUnderstood(onlineSettings, reply);
         const auto found = DecodeFindReply(reply);
-        if (exchange_.Ended() || !found || FoundType(types_, *found) == nullptr)
+        if (!found)
+            continue;
+        const PortFinding understood = Understood(types_, *found, onlineSettings, reply);
+        if (understood.Type == nullptr)
             continue;
         if (restart)
-            OnlineRestart_unit();
-        return *found;
+            co_await OnlineRestart_unit();
+        co_return understood;
     }
-    return 0;
+    co_return finding;
 }
 
-bool OnlineSession::OnlineRestart_unit() {
-    ByteVector reply;
+Task<bool> OnlineSession::OnlineRestart_unit() {
+    bool replied = false;
     for (int attempt = 0; attempt < restartAttempts; ++attempt) {
-        reply = Request(RestartPacket(), onlineReplyLength);
+        const CommandPacket packet = RestartPacket();
+        const ByteVector reply = co_await Request(packet, onlineReplyLength);
         if (IsAccepted(reply))
-            return true;
+            co_return true;
+        replied = !reply.empty();
     }
-    if (!exchange_.Cancelled() && !lossReported_)
-        view_.ErrorMessage(errorTitle, reply.empty() ? "No reply to restart" : "Reply fail to restart");
-    return false;
+    if (!lossReported_) {
+        const Failure failure = {replied ? FailureKind::RestartRefused : FailureKind::RestartNoReply};
+        co_await outcomes_.Failed(failure);
+    }
+    co_return false;
 }
 
 } // namespace vek

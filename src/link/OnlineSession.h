@@ -2,57 +2,18 @@
 // and route commands that it sends there.
 #pragma once
 
+#include "base/Task.h"
 #include "link/DeviceTypes.h"
 #include "link/Exchange.h"
+#include "link/Outcomes.h"
 #include "link/Packets.h"
-#include "link/PortTable.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <string>
 
 namespace vek {
-
-/// The controls that give the levels, in dB. They are read when a packet is built, so that a packet always
-/// carries what is shown at that moment.
-class OnlineLevels {
-  public:
-    virtual ~OnlineLevels() = default;
-
-    /// The output being edited, 0 … 7.
-    virtual std::size_t CurrentOutput() const = 0;
-    /// Level of the current output in the current mode.
-    virtual float LevelTrim1() const = 0;
-    /// Trim of an input or output, 0 … 7.
-    virtual float InputLevelTrim(std::size_t input) const = 0;
-    virtual float OutputLevelTrim(std::size_t output) const = 0;
-    virtual float OnlineLevelOffset() const = 0;
-};
-
-/// What the online page shows. The table of ports is `Blanking`, `OnlinePort` and `VekType`.
-class OnlineView : public PortTableView {
-  public:
-    virtual void ShowOnlineSearch(bool visible) = 0;
-    /// `OnlineCancel`, the button "Disconnect".
-    virtual void ShowOnlineCancel(bool visible) = 0;
-    /// `OnlineLabel32` and `OnlineLevelOffset`.
-    virtual void ShowOnlineLevelOffset(bool visible) = 0;
-    /// Enables and disables the tabs and commands for IsOnline(), and sets LevelView from the tab shown. May
-    /// call ApplyOnlineLevels and SendRoutes, as a change of the tab does.
-    virtual void UpdateTabs() = 0;
-
-    /// The diagnostic box.
-    virtual bool Text2Visible() const = 0;
-    /// Adds to its text and moves the caret to the end.
-    virtual void AppendText2(const std::string& text) = 0;
-
-    /// A box with an exclamation icon, or with none, and an OK button; returns when it is closed.
-    virtual void ErrorMessage(const std::string& title, const std::string& text) = 0;
-    virtual void Message(const std::string& title, const std::string& text) = 0;
-};
 
 /// Which controls give the levels that are sent.
 enum class LevelSource : int {
@@ -61,82 +22,96 @@ enum class LevelSource : int {
     Level = 2,       ///< the current output alone, at its level
 };
 
-/// One main window's online connection.
-///
-/// The operations may be called at any time, also from an event handled while another one waits for a reply.
-/// Only one exchange is on the line at a time: a call made during a wait is remembered and served, after the
-/// exchange that runs, by the operation that is already under way; the call itself returns at once. So after
-/// the last of any number of calls every output has been sent the level shown.
+/// All that the session reads. It is read when a packet is built, so that a packet always carries what is
+/// shown at that moment. Inputs and outputs 0 … 7, levels in dB.
+class OnlineInputs {
+  public:
+    virtual ~OnlineInputs() = default;
+
+    /// The input listened to.
+    virtual std::size_t OnlineInput() const = 0;
+    virtual bool MutedOutput(std::size_t output) const = 0;
+    virtual LevelSource LevelView() const = 0;
+    /// The output being edited, and its level in the current mode.
+    virtual std::size_t CurrentOutput() const = 0;
+    virtual float LevelTrim1() const = 0;
+    virtual float InputLevelTrim(std::size_t input) const = 0;
+    virtual float OutputLevelTrim(std::size_t output) const = 0;
+    virtual float OnlineLevelOffset() const = 0;
+};
+
+class OnlineOutcomes : public LinkOutcomes {
+  public:
+    /// IsOnline() is true. The session goes on when the user has taken note of it.
+    virtual Task<> WentOnline() = 0;
+    /// The port is closed, also when it was never online.
+    virtual void Disconnected() = 0;
+
+    /// Commands for all outputs follow.
+    virtual void PassBegins() = 0;
+    /// About to be sent.
+    virtual void VolumeCommand(int output, float level) = 0;
+    virtual void RouteCommand(int output, int input) = 0;
+};
+
+/// One main window's online connection. Its procedures are tasks, of which one runs at a time. What is wanted
+/// meanwhile is remembered; whoever runs the tasks runs Serve() when something is. So after the last of any
+/// number of wishes every output has been sent the level shown.
 ///
 /// A port that goes away ends the session: the failure of the running command is told once, and the session
-/// disconnects.
+/// disconnects. Destroying a task ends the conversation at once, without a message.
 class OnlineSession {
   public:
     /// All must outlive this object.
     OnlineSession(SerialControl& port, OneShotTimer& timer, const DeviceTypeList& types,
-                  const OnlineLevels& levels, OnlineView& view);
-
-    // State that the window keeps up to date, each before the operation that follows from it.
-    std::size_t OnlineInput = 0; ///< the input selected with `RouteOption`, 0 … 7
-    std::array<bool, 8> MutedOutputs = {};
-    LevelSource LevelView = LevelSource::InputTrims;
+                  const OnlineInputs& inputs, OnlineOutcomes& outcomes);
 
     bool IsOnline() const { return online_; }
 
-    /// Scans COM1 to COM4 and fills the table. Ignored while online or busy.
-    void Online_search_for_vek();
-    /// Goes online on the port that the user selected, or disconnects when no Matrix Vek answers there.
-    /// Ignored while online or busy.
-    void ChoosePort();
-    /// Restarts the unit when online, closes the port and empties the table.
-    void Disconnect();
-    /// Disconnects when the port of the session has gone away unnoticed; for a periodic look.
-    void DisconnectIfPortLost();
+    // Offline.
 
-    /// Sends all eight outputs the levels of LevelView; nothing while offline. Throws OverflowError when a
-    /// level does not fit the volume chip's register: that packet and those after it are not sent.
-    void ApplyOnlineLevels();
-    /// Routes all eight outputs to OnlineInput unless they are, then applies the levels. Throws as
-    /// ApplyOnlineLevels does.
-    void SendRoutes();
+    /// Scans COM1 to COM4. Every port is closed afterwards.
+    Task<> Online_search_for_vek();
+    /// Goes online on the port of the row (0 … 3), or disconnects when no Matrix Vek answers there.
+    Task<> ChoosePort(std::size_t row);
 
-    /// Ends what runs at once and without a message: the window is closing. Nothing is sent until Shutdown.
-    void Cancel() { exchange_.Cancel(); }
-    /// True while an operation is under way; the window must not be deleted then.
-    bool Busy() const { return busy_; }
-    /// Disconnects for good, before the window closes; true when done. While an operation is under way it
-    /// cancels that instead and returns false: call again when Busy() is false.
-    bool Shutdown();
+    // Wishes; none but a disconnection while offline.
+
+    void WantLevels() { levelsWanted_ = online_; }
+    void WantRoutes() { routesWanted_ = online_; }
+    void WantDisconnect() { disconnectWanted_ = true; }
+    /// Wants to disconnect when the port of the session has gone away unnoticed; for a periodic look.
+    void LookForLostPort();
+    bool Wanting() const { return disconnectWanted_ || routesWanted_ || levelsWanted_; }
+
+    /// Fulfils the wishes, also those that come meanwhile. Throws OverflowError when a level does not fit the
+    /// volume chip's register: that packet and those after it are not sent; other wishes stay.
+    Task<> Serve();
+    /// Restarts the unit when online, and closes the port. Ended in between, it leaves the session offline, too.
+    Task<> Disconnect();
 
   private:
+    class GoingOffline;
+
     // The connection.
-    bool Online_set_active_port();
-    std::uint32_t OnlineFind_vek(bool restart);
-    bool OnlineRestart_unit();
-    void GoOnline();
-    void DisconnectNow();
-    ByteVector Request(std::span<const std::uint8_t> packet, std::size_t replyLength);
+    Task<PortFinding> OnlineFind_vek(bool restart);
+    Task<bool> OnlineRestart_unit();
+    Task<ByteVector> Request(std::span<const std::uint8_t> packet, std::size_t replyLength);
 
     // The commands.
-    void SendVolume(std::size_t output, float level);
-    void SendRoute(std::size_t output, std::size_t input);
-    void SendCommand(const CommandPacket& packet, const std::string& name);
+    Task<> ApplyOnlineLevels();
+    Task<> SendRoutes();
+    Task<> SendVolume(std::size_t output, float level);
+    Task<> SendRoute(std::size_t output, std::size_t input);
+    Task<> SendCommand(CommandPacket packet, FailureKind noReply, FailureKind refused);
     float LevelOf(std::size_t output) const;
-    void LevelPass();
-    void RoutePass();
-    void Log(const std::string& text);
-
-    // Serving what was called for, one after the other.
-    void ServeUnlessBusy();
-    void Serve();
 
     Exchange exchange_;
     const DeviceTypeList& types_;
-    const OnlineLevels& levels_;
-    OnlineView& view_;
+    const OnlineInputs& inputs_;
+    OnlineOutcomes& outcomes_;
     std::optional<std::size_t> LastRoutedInput_; ///< nothing until all outputs were routed to one input
     bool online_ = false;
-    bool busy_ = false;
     bool levelsWanted_ = false;
     bool routesWanted_ = false;
     bool disconnectWanted_ = false;

@@ -20,15 +20,6 @@ CommandPacket BuildCommand(char letter, std::uint8_t first, std::uint8_t second)
     return packet;
 }
 
-/// Upper case, without leading zeros.
-std::string Hexadecimal(std::int16_t value) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string text;
-    for (unsigned rest = static_cast<std::uint16_t>(value); rest != 0 || text.empty(); rest >>= 4)
-        text.insert(text.begin(), digits[rest & 0xF]);
-    return text;
-}
-
 } // namespace
 
 std::uint8_t CheckByte(std::span<const std::uint8_t> bytes) {
@@ -53,16 +44,6 @@ std::optional<std::uint32_t> DecodeFindReply(std::span<const std::uint8_t> recei
     if (!SumIsValid(reply))
         return std::nullopt;
     return reply[0] + (std::uint32_t{reply[1]} << 8) + (std::uint32_t{reply[2]} << 16);
-}
-
-std::string VersionText(std::uint32_t found) {
-    // The first mask keeps bit 20 as well, which belongs to the second part: kept, as it is what users know.
-    constexpr std::uint32_t firstPartMask = 0x10FF00;
-    constexpr std::uint32_t secondPartMask = 0xFF0000;
-    std::string text = std::to_string((found & firstPartMask) >> 8);
-    text += '.';
-    text += std::to_string((found & secondPartMask) >> 16);
-    return text;
 }
 
 int BlockCount(int length) {
@@ -91,37 +72,6 @@ float VolumeRegister(float level) {
     constexpr float stepsPerDb = 2.0F;
     constexpr float zeroDbValue = 210.0F;
     return CheckedSingle(CheckedSingle(stepsPerDb * level) + zeroDbValue);
-}
-
-std::string VolumeLine(int output, float level) {
-    const float value = VolumeRegister(level);
-    std::string line = "V,";
-    line += GeneralNumber(output);
-    line += ',';
-    line += GeneralNumber(value);
-    line += " Volume Output = ";
-    line += GeneralNumber(output + 1);
-    line += ',';
-    line += GeneralNumber(level);
-    line += "dB, CS3318 = ";
-    line += GeneralNumber(value);
-    line += "/&H";
-    line += Hexadecimal(ToInteger(value));
-    line += "\r\n";
-    return line;
-}
-
-std::string RouteLine(int output, int input) {
-    std::string line = "M,";
-    line += GeneralNumber(output);
-    line += ',';
-    line += GeneralNumber(input);
-    line += " Route Output ";
-    line += GeneralNumber(output + 1);
-    line += " to Input ";
-    line += GeneralNumber(input + 1);
-    line += "\r\n";
-    return line;
 }
 
 } // namespace vek

@@ -33,10 +33,6 @@ std::size_t FindReplyStart(std::size_t received);
 /// check byte is wrong.
 std::optional<std::uint32_t> DecodeFindReply(std::span<const std::uint8_t> received);
 
-/// The firmware version of a search result, "2.5". The first number is version part 1, plus 4096 when bit 4
-/// of version part 2 is set.
-std::string VersionText(std::uint32_t found);
-
 // Download.
 
 /// | number high | number low | eight image bytes | check |
@@ -68,9 +64,5 @@ CommandPacket VolumePacket(int output, float registerValue);
 /// Register value of the volume chip for a level in dB, neither limited nor rounded: 210 is 0 dB, a step is
 /// half a dB. Throws OverflowError when it is not finite.
 float VolumeRegister(float level);
-
-/// The diagnostic lines of the two commands, CR LF at their end.
-std::string VolumeLine(int output, float level);
-std::string RouteLine(int output, int input);
 
 } // namespace vek

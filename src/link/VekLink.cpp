@@ -34,205 +34,167 @@ constexpr int searchReplyWait = 100;
 constexpr int commandReplyWait = 500;
 constexpr int dumbRestartWait = 3000;
 
-constexpr int fullProgress = 1000;
-
-/// "12.5%" for 125 tenths.
-std::string PercentText(int tenths) {
-    std::string text = std::to_string(tenths / 10);
-    text += '.';
-    text += std::to_string(tenths % 10);
-    text += '%';
-    return text;
-}
-
-/// A positive number stands behind the place of its sign.
-std::string BlockErrorTitle(int number) { return std::string("Error!  ") += std::to_string(number); }
-
 } // namespace
 
-VekLink::VekLink(SerialControl& port, OneShotTimer& timer, const DeviceTypeList& types, VekLinkView& view)
-    : exchange_(port, timer), types_(types), view_(view) {}
+VekLink::VekLink(SerialControl& port, OneShotTimer& timer, const DeviceTypeList& types,
+                 LinkOutcomes& outcomes)
+    : exchange_(port, timer), types_(types), outcomes_(outcomes) {}
 
-void VekLink::Activate() {
-    if (busy_)
-        return;
-    view_.EnableProgramVek(false);
-    view_.SetProgressBar1(0);
-    view_.ShowPleaseWait(false);
-    search_for_vek();
+Task<> VekLink::search_for_vek() {
+    co_await SearchPorts(exchange_, outcomes_, [this] { return Find_vek(true); });
 }
 
-void VekLink::search_for_vek() {
-    if (busy_)
-        return;
-    const RunningScope running(busy_);
-    view_.EnableProgramVek(false);
-    SearchPorts(exchange_, types_, view_, [this] { return Find_vek(true); });
+Task<ConfigureResult> VekLink::ProgramVek(std::size_t row, const DownloadImage& image,
+                                          ProgrammingOutcomes& programming) {
+    const PortCloser closer(exchange_);
+    while (true) {
+        co_await set_active_port(row);
+        const ConfigureResult result = co_await Configure_Vek(image, programming);
+        if (result != ConfigureResult::ProgramAnother)
+            co_return result;
+    }
 }
 
-ConfigureResult VekLink::ProgramVek(const DownloadImage& image) {
-    ConfigureResult result = ConfigureResult::Finished;
-    if (busy_)
-        return result;
-    const RunningScope running(busy_);
-    do {
-        set_active_port();
-        view_.SetLabel3("Please wait programing vek");
-        view_.ShowPleaseWait(true);
-        result = Configure_Vek(image);
-    } while (result == ConfigureResult::ProgramAnother);
-    exchange_.Close();
-    return result;
+Task<> VekLink::set_active_port(std::size_t row) {
+    OpenPort(exchange_, row);
+    co_await exchange_.Wait(portOpenWait);
 }
 
-void VekLink::set_active_port() {
-    if (OpenSelectedPort(exchange_, view_))
-        exchange_.Wait(portOpenWait);
-}
-
-void VekLink::send_wake_pulse() {
+Task<> VekLink::send_wake_pulse() {
     exchange_.SetSettings(wakePulseSettings);
-    exchange_.Send(0);
-    exchange_.Wait(wakePulseWait);
+    co_await exchange_.Send(0);
+    co_await exchange_.Wait(wakePulseWait);
 }
 
-ByteVector VekLink::SearchAt(std::string_view settings) {
+Task<ByteVector> VekLink::SearchAt(std::string_view settings) {
     exchange_.DiscardInput();
     exchange_.SetSettings(settings);
-    exchange_.Send(attentionByte);
-    exchange_.Wait(byteWait);
+    co_await exchange_.Send(attentionByte);
+    co_await exchange_.Wait(byteWait);
     for (const char letter : wakeWord) {
         if (letter == wakeWord.back())
             exchange_.DiscardInput();
-        exchange_.Send(static_cast<std::uint8_t>(letter));
-        exchange_.Wait(byteWait);
+        co_await exchange_.Send(static_cast<std::uint8_t>(letter));
+        co_await exchange_.Wait(byteWait);
     }
-    return exchange_.WaitForReply(searchReplyWait, longestSearchReply, findReplyLength);
+    ByteVector reply = co_await exchange_.Reply(searchReplyWait, longestSearchReply, findReplyLength);
+    co_return reply;
 }
 
-std::uint32_t VekLink::Find_vek(bool restart) {
-    send_wake_pulse();
-    bool replySeen = false;
+Task<PortFinding> VekLink::Find_vek(bool restart) {
+    PortFinding finding = Silent();
+    co_await send_wake_pulse();
     for (int pass = 0; pass < searchPasses; ++pass) {
         for (const char* settings : searchSettings) {
-            const ByteVector reply = SearchAt(settings);
-            if (exchange_.Ended())
-                return 0;
-            replySeen = replySeen || !reply.empty();
+            const ByteVector reply = co_await SearchAt(settings);
+            if (!exchange_.PortOpen())
+                co_return Silent();
+            if (reply.empty())
+                continue;
+            finding = NotUnderstood(settings, reply);
             const auto found = DecodeFindReply(reply);
             // The type is that of the first byte received, even when the answer starts behind noise.
             if (!found || FindDeviceType(types_, reply.front()) == nullptr)
                 continue;
             if (restart)
-                restart_unit();
-            return *found;
+                co_await restart_unit();
+            co_return Understood(types_, *found, settings, reply);
         }
-        if (!replySeen)
-            return 0;
+        if (finding.State == PortState::Silent)
+            co_return finding;
         if (restart)
-            dumb_restart_unit();
+            co_await dumb_restart_unit();
     }
-    return 0;
+    co_return finding;
 }
 
-void VekLink::SendCommand(std::uint8_t command, std::span<const std::uint8_t> argument) {
+Task<> VekLink::SendCommand(std::uint8_t command, std::span<const std::uint8_t> argument) {
     exchange_.SetSettings(commandSettings);
-    exchange_.Send(command);
-    exchange_.Wait(byteWait);
+    co_await exchange_.Send(command);
+    co_await exchange_.Wait(byteWait);
     exchange_.SetSettings(argumentSettings);
-    exchange_.Send(argument);
+    co_await exchange_.Send(argument);
 }
 
-bool VekLink::dumb_restart_unit() {
+Task<bool> VekLink::dumb_restart_unit() {
     exchange_.DiscardInput();
-    SendCommand(restartCommand, restartArgument);
-    exchange_.Wait(dumbRestartWait);
-    return false;
+    co_await SendCommand(restartCommand, restartArgument);
+    co_await exchange_.Wait(dumbRestartWait);
+    co_return false;
 }
 
-VekLink::Reply VekLink::Command(std::uint8_t command, std::span<const std::uint8_t> argument) {
-    SendCommand(command, argument);
-    const ByteVector reply = exchange_.WaitForReply(commandReplyWait, commandReplyLength, commandReplyLength);
+Task<VekLink::Reply> VekLink::Command(std::uint8_t command, std::span<const std::uint8_t> argument) {
+    co_await SendCommand(command, argument);
+    const ByteVector reply =
+        co_await exchange_.Reply(commandReplyWait, commandReplyLength, commandReplyLength);
     if (IsAccepted(reply))
-        return Reply::Accepted;
-    return reply.empty() ? Reply::None : Reply::Refused;
+        co_return Reply::Accepted;
+    co_return reply.empty() ? Reply::None : Reply::Refused;
 }
 
-bool VekLink::restart_unit() {
+Task<bool> VekLink::restart_unit() {
     Reply reply = Reply::None;
     for (int attempt = 0; attempt < commandAttempts; ++attempt) {
         exchange_.DiscardInput();
-        reply = Command(restartCommand, restartArgument);
-        if (reply == Reply::Accepted)
-            return true;
+        const Reply latest = co_await Command(restartCommand, restartArgument);
+        if (latest == Reply::Accepted)
+            co_return true;
+        reply = latest;
     }
-    if (!exchange_.Cancelled())
-        view_.ErrorMessage(errorTitle,
-                           reply == Reply::Refused ? "Reply fail to restart" : "No reply to restart");
-    return false;
+    const Failure failure = {reply == Reply::Refused ? FailureKind::RestartRefused
+                                                     : FailureKind::RestartNoReply};
+    co_await outcomes_.Failed(failure);
+    co_return false;
 }
 
-bool VekLink::SendBlock(const DownloadImage& image, int number) {
+Task<bool> VekLink::SendBlock(const DownloadImage& image, int number) {
     const DownloadBlock block = BuildBlock(image, number);
     Reply reply = Reply::None;
     for (int attempt = 0; attempt < commandAttempts; ++attempt) {
-        reply = Command(downloadCommand, block);
-        if (reply == Reply::Accepted)
-            return true;
+        const Reply latest = co_await Command(downloadCommand, block);
+        if (latest == Reply::Accepted)
+            co_return true;
+        reply = latest;
     }
-    if (!exchange_.Cancelled())
-        view_.ErrorMessage(BlockErrorTitle(number),
-                           reply == Reply::Refused ? "Reply to download failed" : "No reply to download");
-    return false;
+    const Failure failure = {
+        reply == Reply::Refused ? FailureKind::DownloadRefused : FailureKind::DownloadNoReply, number};
+    co_await outcomes_.Failed(failure);
+    co_return false;
 }
 
-void VekLink::ShowProgress(const std::string& percentage, int value) {
-    view_.SetLabel2(percentage);
-    view_.SetProgressBar1(value);
-}
-
-void VekLink::send_download(const DownloadImage& image, bool& success) {
-    success = false;
+Task<bool> VekLink::send_download(const DownloadImage& image, ProgrammingOutcomes& programming) {
     const int blocks = BlockCount(image.Length);
     exchange_.DiscardInput();
     for (int number = 0; number < blocks; ++number) {
-        if (!SendBlock(image, number))
-            return;
-        const int value = static_cast<int>(static_cast<double>(number) / blocks * fullProgress);
-        ShowProgress(PercentText(value), value);
+        const bool acknowledged = co_await SendBlock(image, number);
+        if (!acknowledged)
+            co_return false;
+        programming.Progress({number + 1, blocks});
     }
-    ShowProgress("100%", fullProgress);
-    success = true;
+    co_return true;
 }
 
-ConfigureResult VekLink::Configure_Vek(const DownloadImage& image) {
-    ShowProgress("0%", 0);
-    view_.ShowPleaseWait(true);
-    if (exchange_.Cancelled())
-        return ConfigureResult::Finished;
+Task<ConfigureResult> VekLink::Configure_Vek(const DownloadImage& image, ProgrammingOutcomes& programming) {
+    programming.Progress({0, BlockCount(image.Length)});
     if (!exchange_.PortOpen()) {
-        view_.ErrorMessage(errorTitle, "Port not open");
-        return ConfigureResult::PortNotOpen;
+        co_await outcomes_.Failed({FailureKind::PortNotOpen});
+        co_return ConfigureResult::PortNotOpen;
     }
-    const std::uint32_t found = Find_vek(false);
-    if (exchange_.Cancelled())
-        return ConfigureResult::Finished;
-    if (found == 0) {
-        view_.ErrorMessage(errorTitle, "Vek not responding");
-        return ConfigureResult::NotResponding;
+    const PortFinding finding = co_await Find_vek(false);
+    if (!finding.Answered()) {
+        co_await outcomes_.Failed({FailureKind::NotResponding});
+        co_return ConfigureResult::NotResponding;
     }
-    bool success = false;
-    send_download(image, success);
-    if (!success)
-        return ConfigureResult::Finished;
-    if (restart_unit())
-        return view_.AskYesNo("All sent ok", "Program another vek") ? ConfigureResult::ProgramAnother
-                                                                    : ConfigureResult::Finished;
-    if (!exchange_.Cancelled())
-        view_.ErrorMessage(errorTitle,
-                           "Program failed, Vekule will fail to operate correctly until reprogrammmed, "
-                           "Try powering the vek off/wait/on and reprogram again");
-    return ConfigureResult::RestartFailed;
+    const bool downloaded = co_await send_download(image, programming);
+    if (!downloaded)
+        co_return ConfigureResult::DownloadFailed;
+    const bool restarted = co_await restart_unit();
+    if (!restarted) {
+        co_await outcomes_.Failed({FailureKind::ProgramFailed});
+        co_return ConfigureResult::RestartFailed;
+    }
+    const bool another = co_await programming.WantsAnother();
+    co_return another ? ConfigureResult::ProgramAnother : ConfigureResult::Done;
 }
 
 } // namespace vek

@@ -10,6 +10,8 @@
 #include <QLabel>
 #include <QRadioButton>
 
+#include <algorithm>
+
 namespace vek {
 
 using namespace Qt::StringLiterals;
@@ -79,11 +81,9 @@ QWidget* OnlineStrip::MakeMutes(const QString& muteCaption) {
     return frame;
 }
 
-std::array<bool, outputCount> OnlineStrip::Muted() const {
-    std::array<bool, outputCount> muted;
-    for (std::size_t output = 0; output < outputCount; ++output)
-        muted[output] = OutPutSelectCheck[output]->isChecked();
-    return muted;
+std::size_t OnlineStrip::Input() const {
+    const auto checked = std::ranges::find_if(RouteOption, &QRadioButton::isChecked);
+    return static_cast<std::size_t>(checked - RouteOption.begin());
 }
 
 } // namespace vek

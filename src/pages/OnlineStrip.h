@@ -21,7 +21,8 @@ class OnlineStrip : public QWidget {
   public:
     explicit OnlineStrip(QWidget* parent = nullptr);
 
-    std::array<bool, outputCount> Muted() const;
+    /// The input listened to, 0 … 7.
+    std::size_t Input() const;
 
     // Owned by this widget.
     std::array<QRadioButton*, inputCount> RouteOption;     ///< frame "Input"

@@ -3,6 +3,7 @@
 #include "controls/ElidedLabel.h"
 #include "controls/KeepPlace.h"
 #include "controls/TextConversion.h"
+#include "link/OutcomeTexts.h"
 
 #include <QButtonGroup>
 #include <QFrame>
@@ -113,39 +114,73 @@ PortRows::Row PortRows::MakeRow(const PortRowNames& names, std::size_t row) {
     for (QWidget* widget :
          {static_cast<QWidget*>(option), static_cast<QWidget*>(type), static_cast<QWidget*>(blanking)})
         KeepPlaceWhenHidden(widget);
-    return {number, device, option, type, blanking};
+    return {number, device, option, type, blanking, false};
 }
 
-void PortRows::ShowBlanking(std::size_t row, bool visible) { rows_[row].Blanking->setVisible(visible); }
-
-void PortRows::ShowOption(std::size_t row, bool visible) {
-    rows_[row].Option->setVisible(visible);
-    rows_[row].Number->setVisible(!visible);
-}
-
-void PortRows::EnableOption(std::size_t row, bool enabled) { rows_[row].Option->setEnabled(enabled); }
-
-void PortRows::SelectOption(std::size_t row, bool selected) {
-    const QSignalBlocker quiet(rows_[row].Option);
-    // An exclusive group would not let go of its last selected button.
-    options_->setExclusive(false);
-    rows_[row].Option->setChecked(selected);
-    options_->setExclusive(true);
-}
-
-bool PortRows::OptionSelected(std::size_t row) const { return rows_[row].Option->isChecked(); }
-
-void PortRows::ShowVekType(std::size_t row, bool visible) { rows_[row].VekType->setVisible(visible); }
-
-void PortRows::SetVekType(std::size_t row, const std::string& text) {
-    rows_[row].VekType->setText(QString::fromStdString(text));
-}
-
-void PortRows::LockOptions(bool locked) {
-    for (const Row& row : rows_) {
-        row.Option->setAttribute(Qt::WA_TransparentForMouseEvents, locked);
-        row.Option->setFocusPolicy(locked ? Qt::NoFocus : Qt::StrongFocus);
+void PortRows::BeginSearch() {
+    for (Row& row : rows_) {
+        row.Selectable = false;
+        row.Blanking->setVisible(true);
+        ShowOption(row, false);
     }
+    DeselectAll();
+    EnableOptions();
+}
+
+void PortRows::ShowFinding(std::size_t row, const PortFinding& finding) {
+    Row& shown = rows_[row];
+    shown.VekType->setText(QString::fromStdString(TextOf(finding)));
+    shown.VekType->setVisible(finding.Opened());
+    shown.Selectable = finding.State == PortState::MatrixVek;
+    shown.Blanking->setVisible(false);
+    EnableOptions();
+}
+
+void PortRows::EndSearch() {
+    for (const Row& row : rows_)
+        ShowOption(row, !row.VekType->isHidden());
+    DeselectAll();
+}
+
+void PortRows::Clear() {
+    for (Row& row : rows_) {
+        row.Selectable = false;
+        row.Blanking->setVisible(false);
+        row.VekType->clear();
+    }
+    DeselectAll();
+    EnableOptions();
+}
+
+std::optional<std::size_t> PortRows::ChosenRow() const {
+    for (std::size_t row = 0; row < portCount; ++row) {
+        if (rows_[row].Option->isChecked())
+            return row;
+    }
+    return std::nullopt;
+}
+
+void PortRows::LockChoice(bool locked) {
+    locked_ = locked;
+    EnableOptions();
+}
+
+void PortRows::ShowOption(const Row& row, bool visible) {
+    row.Option->setVisible(visible);
+    row.Number->setVisible(!visible);
+}
+
+void PortRows::EnableOptions() {
+    for (const Row& row : rows_)
+        row.Option->setEnabled(row.Selectable && (!locked_ || row.Option->isChecked()));
+}
+
+void PortRows::DeselectAll() {
+    // An exclusive group would not let go of its last checked button.
+    options_->setExclusive(false);
+    for (const Row& row : rows_)
+        row.Option->setChecked(false);
+    options_->setExclusive(true);
 }
 
 } // namespace vek

@@ -1,13 +1,14 @@
 // The table of the serial ports COM1 to COM4 as the programming window and the online page show it.
 #pragma once
 
-#include "link/PortTable.h"
+#include "link/PortSearch.h"
 
 #include <QStringList>
 #include <QWidget>
 
 #include <array>
 #include <functional>
+#include <optional>
 
 class QButtonGroup;
 class QFrame;
@@ -44,19 +45,21 @@ class PortRows : public QWidget {
     /// The port of a row as the user reads it: "COM1 (ttyUSB0)".
     QString PortName(std::size_t row) const;
 
-    void ShowBlanking(std::size_t row, bool visible);
-    void ShowOption(std::size_t row, bool visible);
-    void EnableOption(std::size_t row, bool enabled);
-    void SelectOption(std::size_t row, bool selected);
-    bool OptionSelected(std::size_t row) const;
-    void ShowVekType(std::size_t row, bool visible);
-    void SetVekType(std::size_t row, const std::string& text);
+    /// A search begins: nothing is known of any port, and none can be chosen.
+    void BeginSearch();
+    void ShowFinding(std::size_t row, const PortFinding& finding);
+    /// The search has ended: the user may choose a Matrix Vek; none is chosen yet.
+    void EndSearch();
+    /// No port can be chosen any more, and what was found is forgotten.
+    void Clear();
 
-    /// While locked the user cannot choose a row.
-    void LockOptions(bool locked);
+    /// Row 0 … 3 of the option that is checked.
+    std::optional<std::size_t> ChosenRow() const;
+
+    /// While locked no other option can become the checked one by mouse or by key.
+    void LockChoice(bool locked);
 
   Q_SIGNALS:
-    /// The user chose a row; not raised by SelectOption().
     void Chosen(std::size_t row);
 
   protected:
@@ -69,30 +72,19 @@ class PortRows : public QWidget {
         QRadioButton* Option;
         QLineEdit* VekType;
         QFrame* Blanking;
+        bool Selectable = false; ///< a Matrix Vek is there
     };
     Row MakeRow(const PortRowNames& names, std::size_t row);
     void ShowDevice(std::size_t row, const QString& device);
+    static void ShowOption(const Row& row, bool visible);
+    void EnableOptions();
+    void DeselectAll();
 
     DeviceNames deviceNames_;
     QStringList devices_; ///< by row
     std::array<Row, portCount> rows_;
     QButtonGroup* options_;
-};
-
-/// Forwards the table part of a view of the link to PortRows.
-template <typename View>
-class WithPortRows : public View {
-  public:
-    void ShowBlanking(std::size_t row, bool visible) override { Ports().ShowBlanking(row, visible); }
-    void ShowOption(std::size_t row, bool visible) override { Ports().ShowOption(row, visible); }
-    void EnableOption(std::size_t row, bool enabled) override { Ports().EnableOption(row, enabled); }
-    void SelectOption(std::size_t row, bool selected) override { Ports().SelectOption(row, selected); }
-    bool OptionSelected(std::size_t row) const override { return Ports().OptionSelected(row); }
-    void ShowVekType(std::size_t row, bool visible) override { Ports().ShowVekType(row, visible); }
-    void SetVekType(std::size_t row, const std::string& text) override { Ports().SetVekType(row, text); }
-
-  protected:
-    virtual PortRows& Ports() const = 0;
+    bool locked_ = false;
 };
 
 } // namespace vek

@@ -19,11 +19,11 @@ bool SameDevice(const std::string& a, const std::string& b) {
 
 NamedComPorts PortsNamedByEnvironment() {
     NamedComPorts named;
-    for (int number = 1; number <= comPortCount; ++number) {
+    for (std::size_t row = 0; row < portCount; ++row) {
         std::string variable = "VEK_COM";
-        variable += std::to_string(number);
+        variable += std::to_string(row + 1);
         if (const char* value = std::getenv(variable.c_str()))
-            named[static_cast<std::size_t>(number - 1)] = DevicePath(value);
+            named[row] = DevicePath(value);
     }
     return named;
 }
@@ -37,9 +37,9 @@ std::vector<ComPort> AssignComPorts(const NamedComPorts& named, const std::vecto
     };
     std::vector<ComPort> ports;
     auto next = existing.begin();
-    for (int number = 1; number <= comPortCount; ++number) {
+    for (std::size_t row = 0; row < portCount; ++row) {
         std::string device;
-        if (const auto& name = named[static_cast<std::size_t>(number - 1)]) {
+        if (const auto& name = named[row]) {
             device = *name;
         } else {
             next = std::find_if_not(next, existing.end(), isNamed);
@@ -47,7 +47,7 @@ std::vector<ComPort> AssignComPorts(const NamedComPorts& named, const std::vecto
                 device = (next++)->Path;
         }
         if (!device.empty())
-            ports.push_back({number, device, ShownDeviceName(device)});
+            ports.push_back({static_cast<int>(row) + 1, device, ShownDeviceName(device)});
     }
     return ports;
 }
@@ -70,7 +70,7 @@ std::string DeviceOfPortName(std::string_view name) {
     constexpr std::string_view prefix = "COM";
     if (name.size() == prefix.size() + 1 && name.starts_with(prefix)) {
         const int number = name.back() - '0';
-        if (number >= 1 && number <= comPortCount)
+        if (number >= 1 && number <= static_cast<int>(portCount))
             return DeviceOfComPort(number);
     }
     return DevicePath(name);

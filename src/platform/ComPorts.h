@@ -1,6 +1,7 @@
 // COM1 … COM4: which device stands behind each number.
 #pragma once
 
+#include "link/SerialControl.h"
 #include "platform/SerialDevices.h"
 
 #include <array>
@@ -19,11 +20,9 @@ struct ComPort {
     bool operator==(const ComPort&) const = default;
 };
 
-inline constexpr int comPortCount = 4;
-
 /// What the environment says about COM1 … COM4: nothing, or a device. An empty name means that there is no
 /// such port.
-using NamedComPorts = std::array<std::optional<std::string>, comPortCount>;
+using NamedComPorts = std::array<std::optional<std::string>, portCount>;
 
 /// Numbers that are named get their device, whether it exists or not. The others get the existing devices in
 /// their order, those left out that are named already; numbers for which none is left are missing.

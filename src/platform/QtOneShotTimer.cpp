@@ -1,7 +1,5 @@
 #include "platform/QtOneShotTimer.h"
 
-#include <QCoreApplication>
-
 namespace vek {
 
 QtOneShotTimer::QtOneShotTimer() {
@@ -23,15 +21,13 @@ void QtOneShotTimer::Stop() {
 
 void QtOneShotTimer::Tick() {
     // Should the event loop be early by a fraction of a millisecond, it gets another one.
-    if (end_.hasExpired())
-        enabled_ = false;
-    else
+    if (!end_.hasExpired()) {
         timer_.start(1);
-}
-
-void QtOneShotTimer::LetEventsRun() {
-    QCoreApplication::processEvents(enabled_ ? QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents
-                                             : QEventLoop::AllEvents);
+        return;
+    }
+    enabled_ = false;
+    if (listener_)
+        listener_();
 }
 
 } // namespace vek

@@ -1,4 +1,4 @@
-// The wait of the protocol on Qt's event loop.
+// The clock of the protocol on Qt's event loop.
 #pragma once
 
 #include "link/SerialControl.h"
@@ -6,10 +6,11 @@
 #include <QDeadlineTimer>
 #include <QTimer>
 
+#include <functional>
+
 namespace vek {
 
-/// For the thread of the application object. LetEventsRun sleeps only while the timer runs: the timer's own
-/// end is what wakes it at the latest.
+/// For the thread of the application object.
 class QtOneShotTimer final : public OneShotTimer {
   public:
     QtOneShotTimer();
@@ -17,13 +18,14 @@ class QtOneShotTimer final : public OneShotTimer {
     void Start(int milliseconds) override;
     void Stop() override;
     bool Enabled() const override { return enabled_; }
-    void LetEventsRun() override;
+    void SetListener(std::function<void()> listener) override { listener_ = std::move(listener); }
 
   private:
     void Tick();
 
     QTimer timer_;
     QDeadlineTimer end_;
+    std::function<void()> listener_;
     bool enabled_ = false;
 };
 

@@ -1,12 +1,9 @@
 #include "platform/QtSerialControl.h"
 
-#include <QDeadlineTimer>
-
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <filesystem>
-#include <poll.h>
 #include <thread>
 #include <unistd.h>
 
@@ -28,8 +25,6 @@ constexpr PortSettings settingsOfNewPort = {9600, 'n', 8, 1};
 constexpr int wakePulseRate = 110;
 constexpr milliseconds breakLength(100);
 
-/// Start bit, data bits, parity and two stop bits at most.
-constexpr int longestByteBits = 12;
 /// Bytes pass a pseudo-terminal at once, but who reads them sees the settings of the moment of reading.
 constexpr microseconds pseudoTerminalTime(150);
 /// What a driver may take on top of the time on the line.
@@ -37,26 +32,8 @@ constexpr milliseconds driverPatience(500);
 
 microseconds LineTime(std::size_t bytes, const PortSettings& settings) {
     constexpr std::int64_t second = 1'000'000;
-    return microseconds(static_cast<std::int64_t>(bytes) * longestByteBits * second / settings.Baud);
-}
-
-/// Hands all the bytes to the driver of a port that never blocks; false when it does not take them in time.
-/// QSerialPort would have its event loop watch for room in the driver at each output, which costs more than
-/// the exchange with the device.
-bool WriteAll(int descriptor, std::span<const std::uint8_t> bytes, const QDeadlineTimer& deadline) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-        if (written > 0) {
-            bytes = bytes.subspan(static_cast<std::size_t>(written));
-            continue;
-        }
-        if (written < 0 && errno != EAGAIN && errno != EINTR)
-            return false;
-        pollfd room = {descriptor, POLLOUT, 0};
-        if (::poll(&room, 1, static_cast<int>(deadline.remainingTime())) == 0)
-            return false;
-    }
-    return true;
+    const int bits = 1 + settings.DataBits + (settings.Parity == 'n' ? 0 : 1) + settings.StopBits;
+    return microseconds(static_cast<std::int64_t>(bytes) * bits * second / settings.Baud);
 }
 
 /// Path without links, so that two names of one device exclude each other.
@@ -66,12 +43,31 @@ std::string ResolvedPath(const std::string& path) {
     return error ? path : resolved.string();
 }
 
+OpenFailure ReasonToStayClosed(const std::string& device) {
+    if (device.empty() || ::access(device.c_str(), F_OK) != 0)
+        return OpenFailure::NotThere;
+    return ::access(device.c_str(), R_OK | W_OK) != 0 ? OpenFailure::NotPermitted : OpenFailure::InUse;
+}
+
 } // namespace
 
 QtSerialControl::QtSerialControl(DeviceLookup deviceOf, SettingsDriver applySettings)
     : deviceOf_(std::move(deviceOf)), applySettings_(std::move(applySettings)) {
+    sendTimer_.setSingleShot(true);
+    sendTimer_.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&sendTimer_, &QTimer::timeout, &port_, [this] {
+        GoOnSending();
+        if (!sending_)
+            Notify();
+    });
+    QObject::connect(&port_, &QSerialPort::readyRead, &port_, [this] { Notify(); });
     QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
                      [this](QSerialPort::SerialPortError error) { OnError(error); });
+}
+
+void QtSerialControl::Notify() const {
+    if (listener_)
+        listener_();
 }
 
 void QtSerialControl::SetPortOpen(bool open) {
@@ -82,6 +78,7 @@ void QtSerialControl::SetPortOpen(bool open) {
 
 void QtSerialControl::Open() {
     const std::string device = ResolvedPath(deviceOf_(commPort_));
+    openFailure_ = IsSerialDevice(device) ? ReasonToStayClosed(device) : OpenFailure::NotThere;
     if (!IsSerialDevice(device))
         return;
     port_.setPortName(QString::fromStdString(device));
@@ -93,10 +90,13 @@ void QtSerialControl::Open() {
 }
 
 void QtSerialControl::Close() {
+    if (breaking_)
+        port_.setBreakEnabled(false);
     if (port_.isOpen())
         port_.close();
-    failed_ = false;
-    pulseByBreak_ = false;
+    failed_ = pulseByBreak_ = sending_ = breaking_ = false;
+    unsent_.clear();
+    sendTimer_.stop();
 }
 
 void QtSerialControl::OnError(QSerialPort::SerialPortError error) {
@@ -120,8 +120,10 @@ void QtSerialControl::Fail() {
     QMetaObject::invokeMethod(
         &port_,
         [this] {
-            if (failed_)
-                Close();
+            if (!failed_)
+                return;
+            Close();
+            Notify();
         },
         Qt::QueuedConnection);
 }
@@ -130,8 +132,8 @@ void QtSerialControl::SetSettings(std::string_view settings) {
     const auto parsed = ParsePortSettings(settings);
     if (!parsed || !PortOpen())
         return;
-    // Hardware sends on from its own buffer when the driver's is empty. A device that answers what it was
-    // asked has everything already; one that answers something older may not.
+    // A device that answers what it was asked has everything already; one that answers something older may
+    // not. Only on a pseudo-terminal is the line not free yet.
     std::this_thread::sleep_until(lineFree_);
     current_ = *parsed;
     const int rate = applySettings_(static_cast<int>(port_.handle()), current_);
@@ -141,37 +143,66 @@ void QtSerialControl::SetSettings(std::string_view settings) {
 void QtSerialControl::Output(std::span<const std::uint8_t> bytes) {
     if (!PortOpen())
         return;
-    if (pulseByBreak_)
-        SendBreak();
-    else if (!WriteOut(bytes))
-        Fail();
+    const auto now = Clock::now();
+    const microseconds lineTime = LineTime(bytes.size(), current_);
+    patienceEnd_ = now + 2 * lineTime + driverPatience;
+    sending_ = true;
+    breaking_ = pulseByBreak_;
+    if (breaking_) {
+        port_.setBreakEnabled(true);
+        lineFree_ = now + breakLength;
+    } else {
+        unsent_.insert(unsent_.end(), bytes.begin(), bytes.end());
+        lineFree_ = std::max(now, lineFree_) + (OnPseudoTerminal() ? pseudoTerminalTime : lineTime);
+    }
+    GoOnSending();
 }
 
-/// False when the port does not take the bytes.
-bool QtSerialControl::WriteOut(std::span<const std::uint8_t> bytes) {
-    const auto start = std::chrono::steady_clock::now();
-    const QDeadlineTimer deadline(2 * LineTime(bytes.size(), current_) + driverPatience, Qt::PreciseTimer);
-    if (!WriteAll(static_cast<int>(port_.handle()), bytes, deadline))
-        return false;
-    // The driver has them all; now they go out.
-    while (PortOpen() && !deadline.hasExpired()) {
-        const int queued = QueuedOutput(static_cast<int>(port_.handle()));
-        if (queued == 0)
-            break;
-        std::this_thread::sleep_for(LineTime(static_cast<std::size_t>(queued), current_));
+void QtSerialControl::GoOnSending() {
+    if (!PortOpen() || !sending_)
+        return;
+    if (!WriteUnsent()) {
+        Fail();
+        return;
     }
-    lineFree_ = OnPseudoTerminal() ? std::chrono::steady_clock::now() + pseudoTerminalTime
-                                   : start + LineTime(bytes.size(), current_);
+    // Whole milliseconds, and never early.
+    const auto rest = std::chrono::ceil<milliseconds>(TimeToBeOut());
+    if (rest > milliseconds::zero() && Clock::now() < patienceEnd_) {
+        sendTimer_.start(rest);
+        return;
+    }
+    sending_ = false;
+    if (std::exchange(breaking_, false))
+        port_.setBreakEnabled(false);
+}
+
+/// Hands to the driver what it takes without blocking; false when it refuses. QSerialPort would have its
+/// event loop watch for room in the driver at each output, which costs more than the exchange with the
+/// device.
+bool QtSerialControl::WriteUnsent() {
+    while (!unsent_.empty()) {
+        const ssize_t written = ::write(static_cast<int>(port_.handle()), unsent_.data(), unsent_.size());
+        if (written > 0)
+            unsent_.erase(unsent_.begin(), unsent_.begin() + written);
+        else if (written < 0 && errno == EAGAIN)
+            return Clock::now() < patienceEnd_;
+        else if (written == 0 || errno != EINTR)
+            return false;
+    }
     return true;
 }
 
-bool QtSerialControl::OnPseudoTerminal() const { return port_.portName().startsWith("pts/"_L1); }
-
-void QtSerialControl::SendBreak() {
-    port_.setBreakEnabled(true);
-    std::this_thread::sleep_for(breakLength);
-    port_.setBreakEnabled(false);
+/// Until the bytes are on the line as far as can be told; hardware sends on from a buffer of its own when the
+/// driver's is empty.
+QtSerialControl::Clock::duration QtSerialControl::TimeToBeOut() const {
+    const auto queued = static_cast<std::size_t>(QueuedOutput(static_cast<int>(port_.handle())));
+    const Clock::duration inDriver = LineTime(unsent_.size() + queued, current_);
+    if (OnPseudoTerminal() && !breaking_)
+        return inDriver;
+    return std::max(inDriver, lineFree_ - Clock::now());
 }
+
+bool QtSerialControl::OnPseudoTerminal() const { return port_.portName().startsWith("pts/"_L1); }
 
 ByteVector QtSerialControl::Input() {
     ByteVector input;

@@ -1,7 +1,10 @@
 #include "vekctl-serial/ConsoleLink.h"
 
 #include "console/EndingSignals.h"
+#include "link/OutcomeTexts.h"
 #include "platform/JsonRegistryStore.h"
+
+#include <QEventLoop>
 
 #include <cerrno>
 #include <csignal>
@@ -9,6 +12,7 @@
 #include <cstring>
 #include <stdexcept>
 #include <unistd.h>
+#include <utility>
 
 namespace vek {
 
@@ -27,29 +31,40 @@ DeviceTypeList DeviceTypesOfThisMachine() {
 
 } // namespace
 
-void ConsoleView::ErrorMessage(const std::string& title, const std::string& text) {
-    // A title may carry the number of a block behind its word.
-    const std::size_t blank = title.find(' ');
-    const std::string block =
-        blank == std::string::npos ? "" : " (block" + title.substr(title.find_last_of(' ')) + ")";
+void PrintFailure(const Failure& failure) {
+    std::string text = TextOf(failure).Text;
+    if (failure.Block >= 0)
+        text.append(" (block ").append(std::to_string(failure.Block)).append(")");
     std::fflush(stdout);
-    std::fprintf(stderr, "vekctl: %s%s\n", text.c_str(), block.c_str());
+    std::fprintf(stderr, "vekctl: %s\n", text.c_str());
 }
 
-ConsoleLink::ConsoleLink(VekLinkView& view, QtSerialControl::DeviceLookup deviceOf)
-    : types_(DeviceTypesOfThisMachine()), port_(std::move(deviceOf)), link_(port_, timer_, types_, view),
+ConsoleLink::ConsoleLink(QtSerialControl::DeviceLookup deviceOf)
+    : types_(DeviceTypesOfThisMachine()), port_(std::move(deviceOf)),
       endings_(BlockSignals({SIGINT, SIGTERM, SIGHUP})),
-      signalNotifier_(endings_.Get(), QSocketNotifier::Read) {
-    QObject::connect(&signalNotifier_, &QSocketNotifier::activated, &signalNotifier_, [this] {
-        signalNotifier_.setEnabled(false);
-        cancelled_ = true;
-        link_.Cancel();
-    });
-}
+      signalNotifier_(endings_.Get(), QSocketNotifier::Read) {}
 
-void ConsoleLink::ThrowIfCancelled() const {
-    if (cancelled_)
+void ConsoleLink::Run(Task<> conversation) {
+    QEventLoop loop;
+    std::exception_ptr failure;
+    bool cancelled = false;
+    RunningTask running;
+    QObject::connect(&signalNotifier_, &QSocketNotifier::activated, &loop, [&] {
+        signalNotifier_.setEnabled(false);
+        cancelled = true;
+        running.Cancel();
+        loop.quit();
+    });
+    running.Start(std::move(conversation), [&](const std::exception_ptr& thrown) {
+        failure = thrown;
+        loop.quit();
+    });
+    if (running.Running())
+        loop.exec();
+    if (cancelled)
         throw std::runtime_error("cancelled");
+    if (failure)
+        std::rethrow_exception(failure);
 }
 
 NamedPort::NamedPort(const std::string& name) : device_(DeviceOfPortName(name)), text_(name) {

@@ -1,32 +1,46 @@
 #include "vekctl-serial/SerialCommands.h"
 
+#include "link/OutcomeTexts.h"
+#include "link/VekLink.h"
+#include "platform/ComPorts.h"
 #include "vekctl-serial/ConsoleLink.h"
 
-#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
 namespace vek {
 
 namespace {
 
-/// Prints the ports as they have been searched.
-class FindView final : public ConsoleView {
-  public:
-    explicit FindView(std::array<std::string, portCount> given) : names_(std::move(given)) {}
+using PortNames = std::array<std::string, portCount>;
 
-    void ShowBlanking(std::size_t row, bool visible) override {
-        if (visible || !rows_[row].Opened)
+/// Prints the ports as they have been searched.
+class FindOutcomes final : public LinkOutcomes {
+  public:
+    explicit FindOutcomes(PortNames names) : names_(std::move(names)) {}
+
+    void PortSearched(std::size_t row, const PortFinding& finding) override {
+        anyOpened_ = anyOpened_ || finding.Opened();
+        anyMatrixVek_ = anyMatrixVek_ || finding.State == PortState::MatrixVek;
+        if (!finding.Opened())
             return;
-        std::printf("%s: %s\n", names_[row].c_str(), rows_[row].Found.c_str());
+        std::printf("%s: %s\n", names_[row].c_str(), TextOf(finding).c_str());
         std::fflush(stdout);
     }
-    bool AnyOpened() const { return std::ranges::any_of(rows_, &Row::Opened); }
-    bool AnyMatrixVek() const { return std::ranges::any_of(rows_, &Row::Enabled); }
+    Task<> Failed(Failure failure) override {
+        PrintFailure(failure);
+        co_return;
+    }
+    bool AnyOpened() const { return anyOpened_; }
+    bool AnyMatrixVek() const { return anyMatrixVek_; }
 
   private:
-    std::array<std::string, portCount> names_;
+    PortNames names_;
+    bool anyOpened_ = false;
+    bool anyMatrixVek_ = false;
 };
 
 } // namespace
@@ -40,7 +54,7 @@ void RunPorts() {
 }
 
 void RunFind(const PortCommand& command) {
-    std::array<std::string, portCount> names;
+    PortNames names;
     std::optional<NamedPort> only;
     if (!command.Port.empty()) {
         only.emplace(command.Port);
@@ -50,13 +64,13 @@ void RunFind(const PortCommand& command) {
             names[static_cast<std::size_t>(port.Number - 1)] =
                 "COM" + std::to_string(port.Number) + " (" + port.ShownName + ")";
     }
-    FindView view(names);
-    ConsoleLink link(view, only ? only->AsCom1() : DeviceOfComPort);
-    link->search_for_vek();
-    link.ThrowIfCancelled();
-    if (only && !view.AnyOpened())
+    FindOutcomes outcomes(names);
+    ConsoleLink console(only ? only->AsCom1() : DeviceOfComPort);
+    VekLink link(console.Port(), console.Timer(), console.Types(), outcomes);
+    console.Run(link.search_for_vek());
+    if (only && !outcomes.AnyOpened())
         throw std::runtime_error(names[0] + ": the port cannot be opened; another program may be using it");
-    if (!view.AnyMatrixVek())
+    if (!outcomes.AnyMatrixVek())
         throw std::runtime_error("no Matrix Vek was found");
 }
 

@@ -1,7 +1,8 @@
 #include "vekctl-serial/SerialCommands.h"
 
 #include "console/ImageOfFile.h"
-#include "link/Packets.h"
+#include "link/OutcomeTexts.h"
+#include "link/VekLink.h"
 #include "vekctl-serial/ConsoleLink.h"
 
 #include <CLI/CLI.hpp>
@@ -9,74 +10,82 @@
 #include <cstdio>
 #include <stdexcept>
 #include <unistd.h>
+#include <utility>
 
 namespace vek {
 
 namespace {
 
-constexpr int fullProgress = 1000;
-
 /// Shows the progress as a bar that grows on a terminal, and as a line for every tenth elsewhere.
-class ProgramView final : public ConsoleView {
+class ProgramOutcomes final : public LinkOutcomes, public ProgrammingOutcomes {
   public:
-    ~ProgramView() override { End(); }
+    explicit ProgramOutcomes(std::string portName) : portName_(std::move(portName)) {}
+    ~ProgramOutcomes() override { EndBar(); }
 
-    void SetLabel2(const std::string& text) override { percentage_ = text; }
-    void SetProgressBar1(int value) override {
+    void PortSearched(std::size_t, const PortFinding& finding) override {
+        std::printf("%s on %s\n", TextOf(finding).c_str(), portName_.c_str());
+        std::fflush(stdout);
+    }
+    Task<> Failed(Failure failure) override {
+        EndBar();
+        PrintFailure(failure);
+        co_return;
+    }
+    void Progress(DownloadProgress progress) override {
+        const int tenths = TenthsOf(progress);
+        const std::string percentage = PercentText(progress);
         if (onTerminal_)
-            ShowBar(value);
-        else if (value / lineStep > shownLines_) {
-            shownLines_ = value / lineStep;
-            std::printf("%s\n", percentage_.c_str());
+            ShowBar(tenths, percentage);
+        else if (tenths / lineStep > shownLines_) {
+            shownLines_ = tenths / lineStep;
+            std::printf("%s\n", percentage.c_str());
             std::fflush(stdout);
         }
     }
-    void ErrorMessage(const std::string& title, const std::string& text) override {
-        End();
-        ConsoleView::ErrorMessage(title, text);
-    }
-    /// Asked only when the device was programmed and has restarted.
-    bool AskYesNo(const std::string&, const std::string&) override {
-        programmed_ = true;
-        return false;
-    }
+    Task<bool> WantsAnother() override { co_return false; }
+
     /// Leaves the line of the bar.
-    void End() {
+    void EndBar() {
         if (barOpen_)
             std::putchar('\n');
         barOpen_ = false;
     }
-    bool Programmed() const { return programmed_; }
 
   private:
     static constexpr int lineStep = fullProgress / 10;
 
-    void ShowBar(int value) {
+    void ShowBar(int tenths, const std::string& percentage) {
         constexpr int width = 50;
-        const auto filled = static_cast<std::size_t>(value * width / fullProgress);
+        const auto filled = static_cast<std::size_t>(tenths * width / fullProgress);
         const std::string bar = std::string(filled, '#') + std::string(width - filled, '.');
-        std::printf("\r[%s] %6s", bar.c_str(), percentage_.c_str());
+        std::printf("\r[%s] %6s", bar.c_str(), percentage.c_str());
         std::fflush(stdout);
         barOpen_ = true;
     }
+
+    std::string portName_;
     const bool onTerminal_ = ::isatty(STDOUT_FILENO) == 1;
-    std::string percentage_;
     int shownLines_ = 0;
     bool barOpen_ = false;
-    bool programmed_ = false;
 };
 
 /// Nothing but a Matrix Vek may be sent the image of one.
-void RequireMatrixVek(ConsoleLink& link, const NamedPort& port) {
-    link->set_active_port();
-    const std::uint32_t found = link->Find_vek(false);
-    link.ThrowIfCancelled();
-    if (found == 0)
-        throw std::runtime_error(port.Text() + ": no device answers");
-    if (!IsMatrixVek(found))
-        throw std::runtime_error(port.Text() + ": not a Matrix Vek but " + FoundText(link.Types(), found));
-    std::printf("%s on %s\n", FoundText(link.Types(), found).c_str(), port.Text().c_str());
-    std::fflush(stdout);
+void RequireMatrixVek(const PortFinding& finding, const std::string& portName) {
+    if (!finding.Answered())
+        throw std::runtime_error(portName + ": no device answers");
+    if (finding.State != PortState::MatrixVek)
+        throw std::runtime_error(portName + ": not a Matrix Vek but " + TextOf(finding));
+}
+
+Task<> Program(VekLink& link, ProgramOutcomes& outcomes, const DownloadImage& image, std::string portName) {
+    constexpr std::size_t onlyRow = 0;
+    co_await link.set_active_port(onlyRow);
+    const PortFinding finding = co_await link.Find_vek(false);
+    RequireMatrixVek(finding, portName);
+    outcomes.PortSearched(onlyRow, finding);
+    const ConfigureResult result = co_await link.ProgramVek(onlyRow, image, outcomes);
+    if (result != ConfigureResult::Done)
+        throw CLI::RuntimeError(1);
 }
 
 } // namespace
@@ -84,15 +93,11 @@ void RequireMatrixVek(ConsoleLink& link, const NamedPort& port) {
 void RunProgram(const PortCommand& command) {
     const DownloadImage image = ImageOfFile(command.File);
     const NamedPort port(command.Port);
-    ProgramView view;
-    view.SelectOption(0, true);
-    ConsoleLink link(view, port.AsCom1());
-    RequireMatrixVek(link, port);
-    link->ProgramVek(image);
-    link.ThrowIfCancelled();
-    if (!view.Programmed())
-        throw CLI::RuntimeError(1);
-    view.End();
+    ProgramOutcomes outcomes(port.Text());
+    ConsoleLink console(port.AsCom1());
+    VekLink link(console.Port(), console.Timer(), console.Types(), outcomes);
+    console.Run(Program(link, outcomes, image, port.Text()));
+    outcomes.EndBar();
     std::puts("Programmed and restarted");
 }
 

@@ -1,6 +1,5 @@
 #include "dialogs/Dialogs.h"
 
-#include "dialogs/Guarded.h"
 #include "support/ScriptedDialogs.h"
 #include "support/Windows.h"
 
@@ -128,16 +127,6 @@ TEST_F(FileDialogsTest, OpensAnExistingFile) {
     EXPECT_EQ(ScreenDialogs().OpenFile(nullptr, Path(u"hall.VMC"_s), kind), Path(u"hall.VMC"_s));
     WithDialogs({Choose({})});
     EXPECT_EQ(ScreenDialogs().OpenFile(nullptr, {}, kind), std::nullopt);
-}
-
-TEST(Guarded, ShowsRunTimeErrorsAndLetsOthersPass) {
-    ScriptedDialogs dialogs;
-    EXPECT_TRUE(Guarded(dialogs, nullptr, [] {}));
-    dialogs.ExpectMessage(u"Error!"_s, u"Division by zero"_s);
-    EXPECT_FALSE(Guarded(dialogs, nullptr, [] { throw DivisionByZeroError(); }));
-    dialogs.ExpectMessage(u"Error!"_s, u"Out of memory"_s);
-    EXPECT_FALSE(Guarded(dialogs, nullptr, [] { throw std::bad_alloc(); }));
-    EXPECT_THROW(Guarded(dialogs, nullptr, [] { throw FileError("disk"); }), FileError);
 }
 
 TEST(ScriptedDialogs, FailOnUnexpectedAndUnmetBoxes) {

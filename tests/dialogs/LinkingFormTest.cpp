@@ -106,6 +106,8 @@ TEST_F(LinkingFormTest, ADragStaysInTheDialogAndEscapeTakesItBack) {
     QTest::keyClick(&label, Qt::Key_Escape);
     EXPECT_EQ(label.pos(), home);
     EXPECT_TRUE(form.isVisible());
+    QTest::mouseRelease(&label, Qt::LeftButton);
+    EXPECT_EQ(label.pos(), home);
     QTest::keyClick(&label, Qt::Key_Escape);
     EXPECT_FALSE(form.isVisible());
     EXPECT_EQ(form.result(), QDialog::Rejected);

@@ -55,7 +55,7 @@ TEST_F(VekNetBaseFormTest, ANumberBeyond16BitsKeepsTheDialogOpen) {
     Shown shown(dialogs, 512, "32768");
     dialogs.ExpectMessage(u"Error!"_s, u"Overflow"_s);
     QTest::keyClick(&shown.Text1, Qt::Key_Return);
-    EXPECT_TRUE(dialogs.Done());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return dialogs.Done() && !dialogs.AnyOpen(); }));
     EXPECT_TRUE(shown.Form.isVisible());
     EXPECT_FALSE(shown.Form.Changed());
     EXPECT_EQ(shown.Form.Base(), 512);

@@ -27,10 +27,13 @@ class BorrowedPort : public SerialControl {
     void SetCommPort(int number) override { port_.SetCommPort(number); }
     void SetPortOpen(bool open) override { port_.SetPortOpen(open); }
     bool PortOpen() const override { return port_.PortOpen(); }
+    OpenFailure WhyNotOpen() const override { return port_.WhyNotOpen(); }
     void SetSettings(std::string_view settings) override { port_.SetSettings(settings); }
     void Output(std::span<const std::uint8_t> bytes) override { port_.Output(bytes); }
+    bool Sending() const override { return port_.Sending(); }
     ByteVector Input() override { return port_.Input(); }
     std::size_t InBufferCount() const override { return port_.InBufferCount(); }
+    void SetListener(std::function<void()> listener) override { port_.SetListener(std::move(listener)); }
 
   private:
     ScriptedPort& port_;
@@ -42,7 +45,7 @@ class BorrowedTimer : public OneShotTimer {
     void Start(int milliseconds) override { clock_.Start(milliseconds); }
     void Stop() override { clock_.Stop(); }
     bool Enabled() const override { return clock_.Enabled(); }
-    void LetEventsRun() override { clock_.LetEventsRun(); }
+    void SetListener(std::function<void()> listener) override { clock_.SetListener(std::move(listener)); }
 
   private:
     ScriptedPort& clock_;
@@ -72,8 +75,23 @@ class EditorTest : public testing::Test {
     Widget* Part(const QString& control, const QString& part) {
         return Find(control)->template findChild<Widget*>(part);
     }
-    void Click(const QString& name) { Find<QAbstractButton>(name)->click(); }
-    void Trigger(const QString& action) { Find<QAction>(action)->trigger(); }
+    /// Lets pending events run, boxes be answered and the device talk until nothing more happens.
+    void Settle() {
+        // What follows from an event may take some more turns of the event loop.
+        for (int idle = 0; idle < 3; ++idle) {
+            QCoreApplication::processEvents();
+            if (boxes.AnyOpen() || port.Step())
+                idle = -1;
+        }
+    }
+    void Click(const QString& name) {
+        Find<QAbstractButton>(name)->click();
+        Settle();
+    }
+    void Trigger(const QString& action) {
+        Find<QAction>(action)->trigger();
+        Settle();
+    }
     /// Replaces the text of a control's box by typing and Enter.
     void Type(const QString& control, const QString& text) {
         auto* box = Part<QLineEdit>(control, u"Text1"_s);
@@ -81,10 +99,11 @@ class EditorTest : public testing::Test {
         QTest::keyClick(box, Qt::Key_Backspace);
         QTest::keyClicks(box, text);
         QTest::keyClick(box, Qt::Key_Return);
-        QCoreApplication::processEvents();
+        Settle();
     }
     void PressKnob(const QString& control, Qt::Key key) {
         QTest::keyClick(Part(control, u"Command1"_s), key);
+        Settle();
     }
     static std::string Bytes() {
         const RecordBytes bytes = EncodeRecord(Config);

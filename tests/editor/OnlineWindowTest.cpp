@@ -30,8 +30,12 @@ class OnlineWindow : public EditorTest {
         if (bytes.size() == 4)
             port.Reply(1, {240});
     }
+    void ShowTab(int tab) {
+        tabs->setCurrentIndex(tab);
+        Settle();
+    }
     void GoOnline() {
-        tabs->setCurrentIndex(OnlineTab);
+        ShowTab(OnlineTab);
         Click(u"OnlineSearch"_s);
         boxes.ExpectMessage(u"Online"_s, u"Matrix Vek is now online."_s, MessageIcon::None);
         Click(u"OnlinePort_0"_s);
@@ -94,7 +98,7 @@ TEST_F(OnlineWindow, GoingOnlineAndOff) {
 
 TEST_F(OnlineWindow, EditsAreHeard) {
     GoOnline();
-    tabs->setCurrentIndex(OutputTrimsTab);
+    ShowTab(OutputTrimsTab);
     EXPECT_EQ(Packets(), Routes(0) + allAtZero + allAtZero) << "routed, and the levels applied once more";
     PressKnob(u"OutputLevelTrim_2"_s, Qt::Key_Down);
     EXPECT_EQ(Packets(), Volumes([](int output) { return output == 2 ? 208 : 210; }));
@@ -108,7 +112,7 @@ TEST_F(OnlineWindow, EditsAreHeard) {
                              return output == 2 ? 210 : output == 5 ? 18 : 212;
                          }));
 
-    tabs->setCurrentIndex(LevelsTab);
+    ShowTab(LevelsTab);
     Packets();
     Click(u"UsePanel_5"_s);
     EXPECT_EQ(Packets(), Volumes([](int output) { return output == 5 ? 210 : 18; }))
@@ -116,19 +120,21 @@ TEST_F(OnlineWindow, EditsAreHeard) {
     PressKnob(u"LevelTrim1"_s, Qt::Key_Down);
     EXPECT_EQ(Packets(), Volumes([](int output) { return output == 5 ? 208 : 18; }));
 
-    tabs->setCurrentIndex(InputTrimsTab);
+    ShowTab(InputTrimsTab);
     Packets();
-    QTest::mousePress(Part(u"InputLevelTrim_6"_s, u"Text2"_s), Qt::LeftButton);
+    QTest::mouseClick(Part(u"InputLevelTrim_6"_s, u"Text2"_s), Qt::LeftButton);
+    Settle();
     EXPECT_TRUE(Find<QRadioButton>(u"RouteOption_6"_s)->isChecked());
     EXPECT_EQ(Packets(), Routes(6) + Volumes([](int output) { return output == 5 ? 18 : 212; }));
-    tabs->setCurrentIndex(OutputTrimsTab);
-    QTest::mousePress(Part(u"OutputLevelTrim_7"_s, u"Text2"_s), Qt::LeftButton);
+    ShowTab(OutputTrimsTab);
+    QTest::mouseClick(Part(u"OutputLevelTrim_7"_s, u"Text2"_s), Qt::LeftButton);
+    Settle();
     EXPECT_TRUE(Find<QRadioButton>(u"UsePanel_7"_s)->isChecked());
 }
 
 TEST_F(OnlineWindow, DiagnosticsAreWrittenWhileSwitchedOn) {
     GoOnline();
-    tabs->setCurrentIndex(InputTrimsTab);
+    ShowTab(InputTrimsTab);
     Click(u"ShowDiagnostics"_s);
     PressKnob(u"InputLevelTrim_0"_s, Qt::Key_Down);
     auto* text = Find(u"ShowDiagnostics"_s)->parentWidget()->findChild<QPlainTextEdit*>(u"Text2"_s);
@@ -145,13 +151,13 @@ TEST_F(OnlineWindow, AValueBeyondTheChipIsTheOverflowMessage) {
     Find(u"InputLevelTrim_0"_s)->setProperty("Level", 30.0F);
     boxes.ExpectMessage(u"Error!"_s, u"Overflow"_s);
     boxes.ExpectMessage(u"Error!"_s, u"Overflow"_s);
-    tabs->setCurrentIndex(InputTrimsTab);
+    ShowTab(InputTrimsTab);
     EXPECT_EQ(Packets(), Routes(0)) << "no packet of it is sent";
 }
 
 TEST_F(OnlineWindow, APulledAdapterIsToldOnceAndDisconnects) {
     GoOnline();
-    tabs->setCurrentIndex(InputTrimsTab);
+    ShowTab(InputTrimsTab);
     int sent = 0;
     port.OnOutput = [&](const ByteVector&) {
         if (++sent == 3)
@@ -171,27 +177,27 @@ TEST_F(OnlineWindow, ClosingDisconnectsFirst) {
     silent = true;
     boxes.ExpectMessage(u"Error!"_s, u"No reply to restart"_s);
     window->close();
+    EXPECT_TRUE(window->isVisible()) << "the unit is restarted first";
+    Settle();
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(port.Sent, std::vector<std::string>(4, "52 FF FF AF"));
     EXPECT_FALSE(port.PortOpen());
 }
 
-TEST_F(OnlineWindow, ClosingInsideAWaitWaitsForItsEnd) {
+TEST_F(OnlineWindow, ClosingDuringAPassRestartsTheUnitFirst) {
     GoOnline();
-    tabs->setCurrentIndex(InputTrimsTab);
+    ShowTab(InputTrimsTab);
     port.Sent.clear();
     silent = true;
-    bool closedInside = true;
+    const long start = port.Now;
     port.At(100, [&] {
-        window->close();
-        closedInside = !window->isVisible();
         silent = false;
+        window->close();
     });
     PressKnob(u"InputLevelTrim_0"_s, Qt::Key_Down);
-    QCoreApplication::processEvents();
-    EXPECT_FALSE(closedInside);
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(port.Sent.size(), 2U) << "the packet that was waited for, then the restart";
     EXPECT_EQ(port.Sent.back(), "52 FF FF AF");
+    EXPECT_EQ(port.Now - start, 101);
     EXPECT_FALSE(port.PortOpen());
 }

@@ -54,12 +54,15 @@ class Programming : public EditorTest {
     std::unique_ptr<VekComms> Searched() {
         auto form = std::make_unique<VekComms>(services, types, image);
         form->show();
-        QCoreApplication::processEvents();
+        Settle();
         return form;
     }
     static QString TypeText(VekComms& form) { return form.findChild<QLineEdit*>(u"VekType_0"_s)->text(); }
     static void Press(VekComms& form, const char* button) {
         form.findChild<QAbstractButton*>(QString::fromLatin1(button))->click();
+    }
+    static bool Enabled(VekComms& form, const char* control) {
+        return form.findChild<QWidget*>(QString::fromLatin1(control))->isEnabled();
     }
 
     DeviceTypeList types;
@@ -91,6 +94,7 @@ TEST_F(Programming, FindsChoosesAndPrograms) {
     boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::Yes, Answer::No);
     boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::No, Answer::No);
     Press(*form, "ProgramVek");
+    Settle();
     EXPECT_EQ(device.Image.size(), 2U * 273 * 8);
     EXPECT_EQ(ByteVector(device.Image.begin(), device.Image.begin() + imageLength),
               ByteVector(image.Buffer.begin(), image.Buffer.begin() + imageLength));
@@ -101,22 +105,41 @@ TEST_F(Programming, FindsChoosesAndPrograms) {
 
 TEST_F(Programming, ClosingEndsTheSearchAtOnce) {
     port.OnOutput = {};
-    std::unique_ptr<VekComms> form;
-    bool closedInside = true;
-    bool searchLocked = false;
+    VekComms form(services, types, image);
+    form.show();
     port.At(50, [&] {
-        searchLocked = !form->findChild<QWidget*>(u"Command1"_s)->isEnabled();
-        form->close();
-        closedInside = !form->isVisible();
+        EXPECT_FALSE(Enabled(form, "Command1"));
+        EXPECT_TRUE(port.PortOpen());
+        form.close();
+        EXPECT_FALSE(form.isVisible() || port.PortOpen());
     });
-    form = std::make_unique<VekComms>(services, types, image);
-    form->show();
-    QCoreApplication::processEvents();
-    EXPECT_TRUE(searchLocked);
-    EXPECT_FALSE(closedInside) << "a window is not closed inside its own wait";
-    EXPECT_FALSE(form->isVisible());
-    EXPECT_LE(port.Now, 50);
-    EXPECT_FALSE(port.PortOpen());
+    Settle();
+    EXPECT_EQ(port.Now, 50);
+    EXPECT_EQ(port.Story("open"), "0 open 1");
+}
+
+TEST_F(Programming, NoOtherPortCanBeChosenWhileOneIsProgrammed) {
+    port.Present = {1, 2};
+    const auto form = Searched();
+    auto* first = form->findChild<QRadioButton*>(u"Option1_0"_s);
+    auto* second = form->findChild<QRadioButton*>(u"Option1_1"_s);
+    second->setFocus();
+    second->click();
+    device.OnBlock = [&](std::size_t block) {
+        if (block != 5)
+            return;
+        QTest::keyClick(second, Qt::Key_Up);
+        QTest::mouseClick(first, Qt::LeftButton, {}, {8, first->height() / 2});
+        EXPECT_TRUE(second->isChecked());
+        EXPECT_TRUE(second->isEnabled() && !first->isEnabled());
+    };
+    boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::Yes, Answer::No);
+    boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::No, Answer::No);
+    Press(*form, "ProgramVek");
+    port.Forget();
+    Settle();
+    EXPECT_EQ(device.Image.size(), 2U * 273 * 8);
+    EXPECT_EQ(port.Story("open 1"), "");
 }
 
 TEST_F(Programming, CancelDuringTheDownloadReportsNothing) {
@@ -124,9 +147,10 @@ TEST_F(Programming, CancelDuringTheDownloadReportsNothing) {
     form->findChild<QRadioButton*>(u"Option1_0"_s)->click();
     device.OnBlock = [&](std::size_t block) {
         if (block == 10)
-            Press(*form, "Command2");
+            port.At(0, [&] { Press(*form, "Command2"); });
     };
     Press(*form, "ProgramVek");
+    Settle();
     EXPECT_EQ(device.Image.size(), 80U);
     EXPECT_FALSE(form->isVisible());
     EXPECT_FALSE(port.PortOpen());

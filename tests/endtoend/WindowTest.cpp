@@ -104,12 +104,30 @@ class WindowOnDevice : public testing::Test {
         QTest::keyClick(edit, Qt::Key_Return);
     }
 
+    template <typename Condition>
+    static void Await(Condition condition, const char* what) {
+        EXPECT_TRUE(QTest::qWaitFor(condition, patience)) << what;
+    }
+    void AwaitBoxes() {
+        Await([this] { return boxes.Done() && !boxes.AnyOpen(); }, "boxes");
+    }
+    void AwaitOffline() {
+        Await([this] { return !IsOnline(); }, "offline");
+    }
+    /// Until the device has been asked so often.
+    void AwaitRequests(std::size_t count) {
+        Await([&] { return (*vek)->Events().size() >= count; }, "requests");
+    }
+
     void GoOnline() {
         ShowTab(OnlineTab);
         Click("OnlineSearch");
+        Await([this] { return Find("OnlinePort_0")->isVisible() && Find("OnlinePort_0")->isEnabled(); },
+              "a Matrix Vek");
         EXPECT_EQ(Find<QLineEdit>("VekType_0")->text(), u"Matrix Vek2.5"_s);
         boxes.ExpectMessage(u"Online"_s, u"Matrix Vek is now online."_s, MessageIcon::None);
         Click("OnlinePort_0");
+        AwaitBoxes();
         ASSERT_TRUE(IsOnline());
     }
     bool IsOnline() {
@@ -189,26 +207,29 @@ TEST_F(WindowOnDevice, HearsExactlyWhatTheUserDoes) {
     Start();
     GoOnline();
     Lines expected = {find, restart, find};
-    ShowTab(InputTrimsTab);
-    AddEight(expected, 'M', Always(0));
-    AddEight(expected, 'V', Always(210));
-    AddEight(expected, 'V', Always(210)); // the levels once more after the routes
+    // Each step ends when the device has been asked what it says.
+    const auto served = [&](std::initializer_list<std::pair<char, std::function<int(int)>>> passes) {
+        for (const auto& [letter, valueOf] : passes)
+            AddEight(expected, letter, valueOf);
+        AwaitRequests(expected.size());
+    };
+    const auto exceptFive = [](int output) { return output == 5 ? 18 : 210; };
+    ShowTab(InputTrimsTab); // the levels once more after the routes
+    served({{'M', Always(0)}, {'V', Always(210)}, {'V', Always(210)}});
     Drag("InputLevelTrim_0", 1000);
     EXPECT_EQ(Level("InputLevelTrim_0"), -18.0F);
-    AddEight(expected, 'V', Always(210 - 2 * 18));
+    served({{'V', Always(210 - 2 * 18)}});
     ShowTab(OutputTrimsTab);
-    AddEight(expected, 'V', Always(210 - 2 * 18));
-    AddEight(expected, 'V', Always(210 - 2 * 18));
+    served({{'V', Always(210 - 2 * 18)}, {'V', Always(210 - 2 * 18)}});
     Click("RouteOption_4");
-    AddEight(expected, 'M', Always(4));
-    AddEight(expected, 'V', Always(210));
+    served({{'M', Always(4)}, {'V', Always(210)}});
     Click("OutPutSelectCheck_5");
-    AddEight(expected, 'V', [](int output) { return output == 5 ? 18 : 210; });
+    served({{'V', exceptFive}});
     ShowTab(OnlineTab);
-    AddEight(expected, 'V', [](int output) { return output == 5 ? 18 : 210; });
+    served({{'V', exceptFive}});
     Click("OnlineCancel");
     expected.push_back(restart);
-    EXPECT_FALSE(IsOnline());
+    AwaitOffline();
     EXPECT_EQ(Requests((*vek)->Events()), expected);
 }
 
@@ -256,8 +277,6 @@ TEST_F(WindowOnDevice, ProgramsWhatWasEditedAndSaved) {
         boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::No, Answer::No);
         Click(option);
         Click(form->findChild<QAbstractButton*>(u"ProgramVek"_s));
-        if (!boxes.Done())
-            form->reject();
     });
     user.start(10);
     Find<QAction>("DOWNLOAD")->trigger();
@@ -273,9 +292,10 @@ TEST_F(WindowOnDevice, TellsAPulledAdapterOnceAndRests) {
     GoOnline();
     ShowTab(InputTrimsTab);
     ExpectError("Reply fail to Volume");
+    AwaitRequests(3 + 8 + 16);
     Drag("InputLevelTrim_0", 20);
-    EXPECT_FALSE(IsOnline());
-    EXPECT_TRUE(boxes.Done());
+    AwaitBoxes();
+    AwaitOffline();
     ExpectIdle(milliseconds(1000));
 
     // Pulled while nothing is sent, it is missed all the same.
@@ -284,8 +304,8 @@ TEST_F(WindowOnDevice, TellsAPulledAdapterOnceAndRests) {
     GoOnline();
     ExpectError("No reply to restart");
     vek.reset();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !IsOnline(); }, patience));
-    EXPECT_TRUE(boxes.Done());
+    AwaitOffline();
+    AwaitBoxes();
     ExpectIdle(milliseconds(1000));
 }
 
@@ -298,23 +318,17 @@ TEST_F(WindowOnDevice, ABurstEndsWithWhatIsShown) {
     constexpr Qt::Key keys[] = {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown};
     constexpr int lastMove = 50;
     int moves = 0;
-    int busy = 0; // moves whose packets are still under way
-    int whileBusy = 0;
-    // Each move plans the next one before it waits for its own replies.
-    std::function<void()> move = [&] {
-        if (++moves < lastMove)
-            QTimer::singleShot(milliseconds(13), window.get(), move);
-        whileBusy += busy > 0;
-        ++busy;
+    QTimer user;
+    QObject::connect(&user, &QTimer::timeout, &user, [&] {
+        if (++moves == lastMove)
+            user.stop();
         if (moves % 9 == 0)
             Find<QAbstractButton>(moves % 2 != 0 ? "RouteOption_1" : "RouteOption_0")->click();
         else
             QTest::keyClick(Knob(faders[moves % 3]), keys[random() % 4]);
-        --busy;
-    };
-    move();
-    EXPECT_EQ(moves, lastMove) << "the first move ends when all are served";
-    EXPECT_EQ(whileBusy, lastMove - 1);
+    });
+    user.start(13);
+    Await([&] { return moves == lastMove; }, "moves");
 
     const int input = Find<QAbstractButton>("RouteOption_1")->isChecked() ? 1 : 0;
     std::map<int, int> shownVolumes;
@@ -327,15 +341,21 @@ TEST_F(WindowOnDevice, ABurstEndsWithWhatIsShown) {
     }
     std::map<int, int> volumes;
     std::map<int, int> routes;
-    for (const DeviceEvent& event : (*vek)->Events()) {
-        if (event.Kind == DeviceEventKind::Volume)
-            volumes[event.Request[1]] = event.Request[2];
-        if (event.Kind == DeviceEventKind::Route)
-            routes[event.Request[1]] = event.Request[2];
+    const auto heard = [&] {
+        for (const DeviceEvent& event : (*vek)->Events()) {
+            if (event.Kind == DeviceEventKind::Volume)
+                volumes[event.Request[1]] = event.Request[2];
+            if (event.Kind == DeviceEventKind::Route)
+                routes[event.Request[1]] = event.Request[2];
+        }
+        return volumes == shownVolumes && routes == shownRoutes;
+    };
+    Await(heard, "what is shown is heard");
+    ExpectIdle(milliseconds(600));
+    EXPECT_TRUE(heard()) << "and nothing else afterwards";
+    EXPECT_LT((*vek)->Events().size(), lastMove * 8U) << "moves during a pass share the next one";
+    for (const DeviceEvent& event : (*vek)->Events())
         EXPECT_NE(event.Kind, DeviceEventKind::Refused) << event.Text;
-    }
-    EXPECT_EQ(volumes, shownVolumes);
-    EXPECT_EQ(routes, shownRoutes);
 }
 
 TEST_F(WindowOnDevice, ClosesAlthoughTheDeviceNoLongerAnswers) {
@@ -343,9 +363,9 @@ TEST_F(WindowOnDevice, ClosesAlthoughTheDeviceNoLongerAnswers) {
     GoOnline();
     ExpectError("No reply to restart");
     const auto start = Clock::now();
-    EXPECT_TRUE(window->close());
+    EXPECT_FALSE(window->close()) << "the unit is restarted first";
+    Await([this] { return !window->isVisible(); }, "closed");
     EXPECT_LT(Clock::now() - start, milliseconds(4 * 500 + 1000));
-    EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(Requests((*vek)->Events()), (Lines{find, restart, find, restart, restart, restart, restart}));
 
     QtSerialControl other([&](int) { return (*vek)->PortPath(); });

@@ -16,13 +16,8 @@ class Download : public LinkFixture {
         for (std::size_t i = 0; i < image.Buffer.size(); ++i)
             image.Buffer[i] = static_cast<std::uint8_t>(i * 7);
         image.Length = 20;
-        view.Rows[0].optionSelected = true;
     }
-    bool SendDownload() {
-        bool success = false;
-        link.send_download(image, success);
-        return success;
-    }
+    bool SendDownload() { return Run(link.send_download(image, outcomes)); }
     DownloadImage image;
 };
 
@@ -32,7 +27,7 @@ TEST_F(Download, BytesAndSettingsInOrder) {
     OpenPort();
     commandReplies = "+.++.";
     EXPECT_TRUE(SendDownload());
-    EXPECT_TRUE(link.restart_unit());
+    EXPECT_TRUE(Run(link.restart_unit()));
     EXPECT_EQ(port.Story(),
               "0 input, 0 set 9600,o,8,1, 0 send 11, 10 set 9600,e,8,1, "
               "10 send 00 00 00 07 0E 15 1C 23 2A 31 3B, 11 input, "
@@ -45,8 +40,8 @@ TEST_F(Download, BytesAndSettingsInOrder) {
               "543 input, 543 set 9600,o,8,1, 543 send 33, 553 set 9600,e,8,1, 553 send FF, "
               "1053 input, 1053 set 9600,o,8,1, 1053 send 33, 1063 set 9600,e,8,1, 1063 send FF, "
               "1064 input");
-    EXPECT_EQ(view.Percentages, "0.0% 33.3% 66.6% 100% ");
-    EXPECT_EQ(view.Progress, (std::vector<int>{0, 333, 666, 1000}));
+    EXPECT_EQ(outcomes.Percentages, "0.0% 33.3% 100% ");
+    EXPECT_EQ(outcomes.Tenths, (std::vector<int>{0, 333, 1000}));
 }
 
 TEST_F(Download, WholeImageTakesItsFixedWaits) {
@@ -54,11 +49,11 @@ TEST_F(Download, WholeImageTakesItsFixedWaits) {
     image.Length = imageLength;
     EXPECT_TRUE(SendDownload());
     EXPECT_EQ(port.Now, 273 * 11);
-    EXPECT_EQ(view.Percentages.substr(0, 20), "0.0% 0.3% 0.7% 1.0% ");
-    view.Percentages.clear();
+    EXPECT_EQ(outcomes.Percentages.substr(0, 20), "0.0% 0.3% 0.7% 1.0% ");
+    outcomes.Percentages.clear();
     image.Length = 0;
-    EXPECT_TRUE(SendDownload());
-    EXPECT_EQ(view.Percentages, "100% ");
+    EXPECT_EQ(Run(link.Configure_Vek(image, outcomes)), ConfigureResult::Done);
+    EXPECT_EQ(outcomes.Percentages, "100% ") << "of nothing";
 }
 
 TEST_F(Download, RestartRepliesAndRetries) {
@@ -78,9 +73,9 @@ TEST_F(Download, RestartRepliesAndRetries) {
         OpenPort();
         const long start = port.Now;
         commandReplies = c.replies;
-        EXPECT_EQ(link.restart_unit(), c.boxes.empty());
+        EXPECT_EQ(Run(link.restart_unit()), c.boxes.empty());
         EXPECT_EQ(port.Count("33"), c.attempts);
-        EXPECT_EQ(view.Boxes, c.boxes);
+        EXPECT_EQ(outcomes.Boxes, c.boxes);
         EXPECT_EQ(port.Now - start, c.time);
     }
 }
@@ -95,31 +90,29 @@ TEST_F(Download, OutcomesOfAnAttempt) {
     } cases[] = {
         {"", "", PortNotOpen, "Error!|Port not open;"},
         {"none", "", NotResponding, "Error!|Vek not responding;"},
-        {"4800,n,8,2", "+.-1.", Finished, "Error!  1|No reply to download;"},
-        {"9600,n,8,2", "...-", Finished, "Error!  0|Reply to download failed;"},
-        {"9600,n,8,2", "...+...+", Finished, "All sent ok|Program another vek;"},
+        {"4800,n,8,2", "+.-1.", DownloadFailed, "Error!  1|No reply to download;"},
+        {"9600,n,8,2", "...-", DownloadFailed, "Error!  0|Reply to download failed;"},
+        {"9600,n,8,2", "...+...+", Done, "another?;"},
         {"9600,n,8,2", "+++....", RestartFailed, noRestart + programFailed},
     };
     for (const auto& c : cases) {
-        view.Boxes.clear();
+        outcomes.Boxes.clear();
         rate = c.rate;
         port.Present = {rate.empty() ? 2 : 1};
         commandReplies = c.replies;
-        EXPECT_EQ(link.ProgramVek(image), c.result) << c.boxes;
-        EXPECT_EQ(view.Boxes, c.boxes);
+        EXPECT_EQ(Run(link.ProgramVek(0, image, outcomes)), c.result) << c.boxes;
+        EXPECT_EQ(outcomes.Boxes, c.boxes);
         EXPECT_FALSE(port.PortOpen());
     }
 }
 
 TEST_F(Download, ProgramsOneAfterTheOther) {
-    view.yesAnswers = 1;
-    EXPECT_EQ(link.ProgramVek(image), ConfigureResult::Finished);
+    outcomes.YesAnswers = 1;
+    EXPECT_EQ(Run(link.ProgramVek(0, image, outcomes)), ConfigureResult::Done);
     EXPECT_EQ(port.Story("open"), "0 open 1, 414 open 1");
     EXPECT_EQ(port.Events.back(), "828 close");
     EXPECT_EQ(port.Events[1], "100 set 110,n,8,2");
-    EXPECT_EQ(view.Activities, "Please wait programing vek Please wait programing vek ");
-    EXPECT_EQ(view.Percentages.substr(0, 8), "0% 0.0% ");
-    EXPECT_TRUE(view.pleaseWait);
+    EXPECT_EQ(outcomes.Percentages.substr(0, 8), "0% 0.0% ");
 }
 
 TEST_F(Download, ALostPortIsToldAndCancelIsSilent) {
@@ -134,13 +127,12 @@ TEST_F(Download, ALostPortIsToldAndCancelIsSilent) {
     };
     for (const auto& [when, boxes] : cases) {
         for (const bool cancel : {false, true}) {
-            VekLink other(port, port, types, view);
             port.Present = {1};
-            view.Boxes.clear();
+            outcomes.Boxes.clear();
             const long end = port.Now + when;
-            port.At(when, [&] { cancel ? other.Cancel() : port.Vanish(); });
-            other.ProgramVek(image);
-            EXPECT_EQ(view.Boxes, cancel ? "" : boxes) << when;
+            port.At(when, [&] { cancel ? running.Cancel() : port.Vanish(); });
+            EXPECT_EQ(port.Run(running, link.ProgramVek(0, image, outcomes)).has_value(), !cancel);
+            EXPECT_EQ(outcomes.Boxes, cancel ? "" : boxes) << when;
             EXPECT_EQ(port.Now, end) << when;
             EXPECT_FALSE(port.PortOpen());
         }

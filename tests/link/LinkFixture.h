@@ -2,26 +2,24 @@
 #pragma once
 
 #include "link/Packets.h"
-#include "link/RecordingTable.h"
+#include "link/RecordingOutcomes.h"
 #include "link/VekLink.h"
 
 namespace vek::test {
 
-class RecordingLinkView : public RecordingTable<VekLinkView> {
+class LinkOutcomesOfTest : public RecordingOutcomes<LinkOutcomes>, public ProgrammingOutcomes {
   public:
-    std::string Percentages, Activities; ///< each followed by a blank
-    std::vector<int> Progress;
-    bool pleaseWait = false, programEnabled = true;
-    int yesAnswers = 0; ///< to questions to come
+    std::string Percentages; ///< each followed by a blank
+    std::vector<int> Tenths;
+    int YesAnswers = 0; ///< to questions to come
 
-    void EnableProgramVek(bool enabled) override { programEnabled = enabled; }
-    void ShowPleaseWait(bool visible) override { pleaseWait = visible; }
-    void SetLabel2(const std::string& percentage) override { Percentages += percentage + ' '; }
-    void SetLabel3(const std::string& activity) override { Activities += activity + ' '; }
-    void SetProgressBar1(int value) override { Progress.push_back(value); }
-    bool AskYesNo(const std::string& title, const std::string& text) override {
-        Box(title, text);
-        return yesAnswers-- > 0;
+    void Progress(DownloadProgress progress) override {
+        Percentages += PercentText(progress) + ' ';
+        Tenths.push_back(TenthsOf(progress));
+    }
+    Task<bool> WantsAnother() override {
+        Boxes += "another?;";
+        co_return YesAnswers-- > 0;
     }
 };
 
@@ -35,8 +33,15 @@ class LinkFixture : public testing::Test {
     void OpenPort() {
         port.SetPortOpen(true);
         port.Forget();
-        view.Boxes.clear();
+        outcomes.Boxes.clear();
     }
+    /// The result of a procedure that runs to its end.
+    template <typename Value>
+    auto Run(Task<Value> task) {
+        return port.Run(running, std::move(task)).value();
+    }
+    void Search() { port.Run(running, link.search_for_vek()); }
+
     /// Answers the wake word at the device's rate, and arguments of commands under even parity: '+' accepts,
     /// '-' refuses, '1' is one byte only, '.' silence.
     void Device(const ByteVector& bytes) {
@@ -56,9 +61,10 @@ class LinkFixture : public testing::Test {
 
     static constexpr std::uint8_t refused = 15;
     ScriptedPort port;
-    RecordingLinkView view;
+    LinkOutcomesOfTest outcomes;
     DeviceTypeList types = {{29, 39, "Matrix Vek", ""}, {9, 19, "Relay 4 Vek", ""}};
-    VekLink link{port, port, types, view};
+    VekLink link{port, port, types, outcomes};
+    RunningTask running;
 
     std::string rate = "9600,n,8,2";
     Replies findReplies;        ///< a Matrix Vek of version 2.5 when used up

@@ -8,8 +8,8 @@ using namespace vek::test;
 using OnlineCommands = OnlineFixture;
 
 TEST_F(OnlineCommands, LevelsOfEachView) {
-    session.OnlineInput = 1;
-    session.MutedOutputs[6] = true;
+    view.input = 1;
+    view.muted[6] = true;
     view.inputTrims = {1, 2, 3, 4, 5, 6, 7, 8};
     view.outputTrims = {0, -1, -2, -3, -4, -5, -6, 6};
     view.offset = -10.5F;
@@ -20,98 +20,95 @@ TEST_F(OnlineCommands, LevelsOfEachView) {
         {LevelSource::OutputTrims, {193, 191, 189, 187, 185, 183, 18, 205}},
         {LevelSource::Level, {18, 18, 18, 18, 18, 18, 162, 18}},
     };
-    session.ApplyOnlineLevels();
+    Levels();
     EXPECT_EQ(Packets(), "") << "offline";
     GoOnline();
     for (const auto& [source, values] : cases) {
         Forget();
-        session.LevelView = source;
-        session.ApplyOnlineLevels();
+        view.source = source;
+        Levels();
         EXPECT_EQ(Packets(), Pass('V', values));
     }
     view.outputTrims.fill(16777216.0F);
     view.offset = 1.0F; // lost in the first sum, which is formed in single precision
     view.inputTrims[1] = -16777216.0F;
-    session.MutedOutputs = {};
-    session.LevelView = LevelSource::OutputTrims;
-    session.ApplyOnlineLevels();
+    view.muted = {};
+    view.source = LevelSource::OutputTrims;
+    Levels();
     EXPECT_EQ(LastPackets(8), Pass('V', 210));
 }
 
 TEST_F(OnlineCommands, RoutesAreSentWhenTheInputChanged) {
     GoOnline();
-    session.SendRoutes();
+    Routes();
     EXPECT_EQ(Packets(), Pass('M', 0) + Pass('V', 210)) << "none was routed yet";
     Forget();
-    session.SendRoutes();
+    Routes();
     EXPECT_EQ(Packets(), Pass('V', 210));
-    EXPECT_EQ(view.text2, "") << "the diagnostic box is hidden";
 
     Forget();
-    view.text2Visible = true;
-    session.OnlineInput = 4;
-    session.LevelView = LevelSource::Level;
+    view.input = 4;
+    view.source = LevelSource::Level;
     view.currentOutput = 2;
     view.level = -12;
-    session.SendRoutes();
+    Routes();
     std::string lines = "\r\n";
     for (int output = 0; output < 8; ++output)
         lines += RouteLine(output, 4);
     lines += "\r\n";
     for (int output = 0; output < 8; ++output)
         lines += VolumeLine(output, output == 2 ? -12.0F : -96.0F);
-    EXPECT_EQ(view.text2, lines);
+    EXPECT_EQ(view.lines, lines);
     EXPECT_EQ(Packets(), Pass('M', 4) + Pass('V', {18, 18, 186, 18, 18, 18, 18, 18}));
 
-    session.Disconnect();
+    Disconnect();
     GoOnline();
-    session.SendRoutes();
+    Routes();
     EXPECT_EQ(port.Sent.size(), 16U) << "the restarted unit may have forgotten its routes";
 }
 
 TEST_F(OnlineCommands, FailedRepliesAreToldAndTheNextOutputFollows) {
     for (const std::string name : {"Matrix", "Volume"}) {
         GoOnline();
-        session.OnlineInput = 1;
+        view.input = 1;
         if (name == "Volume")
-            session.SendRoutes();
+            Routes();
         const long start = port.Now;
         port.Forget();
         replies = {{{240}}, std::nullopt, {{15}}, {{240, 240}}};
-        session.SendRoutes();
+        Routes();
         EXPECT_EQ(view.Boxes, "Error!|Reply fail to " + name + ";Error!|Reply ERROR to " + name +
                                   ";Error!|Reply fail to " + name + ';');
         EXPECT_EQ(Packets(), (name == "Matrix" ? Pass('M', 1) : "") + Pass('V', 210));
         EXPECT_EQ(port.Now - start, 500 + static_cast<long>(port.Sent.size()) - 1);
-        session.Disconnect();
+        Disconnect();
     }
 }
 
 TEST_F(OnlineCommands, AValueBeyondAByteStopsTheOperation) {
     GoOnline();
-    session.LevelView = LevelSource::OutputTrims;
+    view.source = LevelSource::OutputTrims;
     view.outputTrims = {0, 22.5F, 0, 23, 0, 0, 0, 0};
-    port.At(2, [&] { session.ApplyOnlineLevels(); }); // dropped with the operation
-    EXPECT_THROW(session.ApplyOnlineLevels(), OverflowError);
+    port.At(2, [&] { Levels(); }); // dropped with the operation
+    EXPECT_THROW(Levels(), OverflowError);
     EXPECT_EQ(Packets(), "V0=210 V1=255 V2=210 ");
     view.outputTrims.fill(1);
-    session.ApplyOnlineLevels();
+    Levels();
     EXPECT_EQ(Packets(3), Pass('V', 212)) << "the session goes on";
 }
 
 TEST_F(OnlineCommands, ACallDuringAWaitIsServedAfterwards) {
     GoOnline();
-    view.text2Visible = true;
     delay = 100;
     port.At(250, [&] { // output 2 waits
         view.offset = -5;
-        session.ApplyOnlineLevels();
+        Levels();
         EXPECT_EQ(port.Sent.size(), 3U) << "one exchange at a time";
     });
-    session.ApplyOnlineLevels();
+    Levels();
     EXPECT_EQ(Packets(), Pass('V', {210, 210, 210, 200, 200, 200, 200, 200}) + Pass('V', 200));
     EXPECT_EQ(view.Boxes, "");
-    EXPECT_NE(view.text2.find("\r\n\r\nV,0,200"), std::string::npos);
+    EXPECT_NE(view.lines.find("\r\n\r\nV,0,200"), std::string::npos);
 }
 
 TEST_F(OnlineCommands, ABurstOfMovesEndsAtTheLastPosition) {
@@ -120,12 +117,12 @@ TEST_F(OnlineCommands, ABurstOfMovesEndsAtTheLastPosition) {
     for (int move = 1; move <= 60; ++move) {
         port.At(17 * move, [this, move] {
             view.offset = -0.5F * static_cast<float>(move);
-            session.MutedOutputs[3] = move > 40;
-            session.OnlineInput = move > 30 ? 1 : 0;
-            move == 31 ? session.SendRoutes() : session.ApplyOnlineLevels();
+            view.muted[3] = move > 40;
+            view.input = move > 30 ? 1 : 0;
+            move == 31 ? Routes() : Levels();
         });
     }
-    session.ApplyOnlineLevels();
+    Levels();
     EXPECT_EQ(LastPackets(8), Pass('V', {150, 150, 150, 18, 150, 150, 150, 150}));
     EXPECT_NE(Packets().find(Pass('M', 1)), std::string::npos);
     EXPECT_EQ(view.Boxes, "");
@@ -135,18 +132,18 @@ TEST_F(OnlineCommands, ABurstOfMovesEndsAtTheLastPosition) {
 TEST_F(OnlineCommands, AChangeOfInputOvertakesLevelsAndRoutes) {
     GoOnline();
     delay = 100;
-    session.SendRoutes();
+    Routes();
     Forget();
     port.At(250, [&] { // during the third volume
-        session.OnlineInput = 2;
-        session.SendRoutes();
+        view.input = 2;
+        Routes();
     });
     port.At(450, [&] { // during the second route: back to the input that the other outputs still have
-        session.OnlineInput = 0;
-        session.SendRoutes();
+        view.input = 0;
+        Routes();
     });
-    port.At(650, [&] { session.SendRoutes(); }); // nothing new
-    session.ApplyOnlineLevels();
+    port.At(650, [&] { Routes(); }); // nothing new
+    Levels();
     EXPECT_EQ(Packets(3), "M0=2 M1=2 " + Pass('M', 0) + Pass('V', 210));
 }
 
@@ -154,12 +151,12 @@ TEST_F(OnlineCommands, DisconnectingDuringAWaitFollowsTheRunningExchange) {
     GoOnline();
     delay = 100;
     port.At(250, [&] {
-        session.ApplyOnlineLevels();
-        session.Disconnect();
+        Levels();
+        Disconnect();
         EXPECT_TRUE(session.IsOnline());
     });
-    port.At(350, [&] { session.ApplyOnlineLevels(); }); // the restart waits
-    session.ApplyOnlineLevels();
+    port.At(350, [&] { Levels(); }); // the restart waits
+    Levels();
     EXPECT_EQ(Packets(), "V0=210 V1=210 V2=210 R ");
     EXPECT_FALSE(session.IsOnline() || port.PortOpen());
     EXPECT_EQ(view.Boxes, "");

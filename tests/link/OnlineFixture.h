@@ -2,42 +2,52 @@
 #pragma once
 
 #include "link/OnlineSession.h"
-#include "link/RecordingTable.h"
+#include "link/RecordingOutcomes.h"
 
 namespace vek::test {
 
-class RecordingOnlineView : public RecordingTable<OnlineView>, public OnlineLevels {
+/// The window of the session: what it shows and what it was told.
+class OnlineWindow : public RecordingOutcomes<OnlineOutcomes>, public OnlineInputs {
   public:
-    bool searchVisible = true, cancelVisible = false, offsetVisible = false, text2Visible = false;
-    std::string text2;
-    std::function<void(const std::string& text)> OnText2 = [](const std::string&) {};
-    int tabUpdates = 0;
-    std::size_t currentOutput = 0;
+    bool shownOnline = false;
+    std::string lines; ///< the diagnostic lines
+    std::function<void(const std::string& text)> OnLine = [](const std::string&) {};
+    std::size_t input = 0, currentOutput = 0;
+    std::array<bool, 8> muted = {};
+    LevelSource source = LevelSource::InputTrims;
     float level = 0, offset = 0;
     std::array<float, 8> inputTrims = {}, outputTrims = {};
 
-    void ShowOnlineSearch(bool visible) override { searchVisible = visible; }
-    void ShowOnlineCancel(bool visible) override { cancelVisible = visible; }
-    void ShowOnlineLevelOffset(bool visible) override { offsetVisible = visible; }
-    void UpdateTabs() override { ++tabUpdates; }
-    bool Text2Visible() const override { return text2Visible; }
-    void AppendText2(const std::string& text) override {
-        text2 += text;
-        OnText2(text);
+    Task<> WentOnline() override {
+        shownOnline = true;
+        Boxes += "online;";
+        co_return;
     }
-    void Message(const std::string& title, const std::string& text) override { Box(title, text); }
+    void Disconnected() override { shownOnline = false; }
+    void PassBegins() override { Line("\r\n"); }
+    void VolumeCommand(int output, float sent) override { Line(VolumeLine(output, sent)); }
+    void RouteCommand(int output, int routed) override { Line(RouteLine(output, routed)); }
 
+    std::size_t OnlineInput() const override { return input; }
+    bool MutedOutput(std::size_t output) const override { return muted.at(output); }
+    LevelSource LevelView() const override { return source; }
     std::size_t CurrentOutput() const override { return currentOutput; }
     float LevelTrim1() const override { return level; }
-    float InputLevelTrim(std::size_t input) const override { return inputTrims.at(input); }
-    float OutputLevelTrim(std::size_t output) const override { return outputTrims.at(output); }
+    float InputLevelTrim(std::size_t trim) const override { return inputTrims.at(trim); }
+    float OutputLevelTrim(std::size_t trim) const override { return outputTrims.at(trim); }
     float OnlineLevelOffset() const override { return offset; }
+
+  private:
+    void Line(const std::string& text) {
+        lines += text;
+        OnLine(text);
+    }
 };
 
 using OutputValues = std::array<int, 8>;
 
 class OnlineFixture : public testing::Test {
-  protected:
+  public:
     OnlineFixture() {
         port.Present = {1};
         port.OnOutput = [this](const ByteVector& packet) {
@@ -47,16 +57,32 @@ class OnlineFixture : public testing::Test {
                 port.Reply(delay, *reply);
         };
     }
+
+    // What the user does. During a wait it is remembered, otherwise it is done when these return.
+
+    Task<> Searching() { return session.Online_search_for_vek(); }
+    Task<> Choosing() { return session.ChoosePort(0); }
+    void Search() { port.Run(running, session.Online_search_for_vek()); }
+    void ChoosePort(std::size_t row = 0) { port.Run(running, session.ChoosePort(row)); }
+    void Levels() { Wish(&OnlineSession::WantLevels); }
+    void Routes() { Wish(&OnlineSession::WantRoutes); }
+    void Disconnect() { Wish(&OnlineSession::WantDisconnect); }
+    void Look() { Wish(&OnlineSession::LookForLostPort); }
+    void Wish(void (OnlineSession::*wish)()) {
+        (session.*wish)();
+        if (!running.Running() && session.Wanting())
+            port.Run(running, session.Serve());
+    }
+
     /// Goes online on COM1 and forgets how.
     void GoOnline() {
-        view.Rows[0].optionSelected = true;
-        session.ChoosePort();
+        ChoosePort();
         ASSERT_TRUE(session.IsOnline());
         Forget();
     }
     void Forget() {
         view.Boxes.clear();
-        view.text2.clear();
+        view.lines.clear();
         port.Forget();
     }
     /// The packets sent from the nth on: "V0=210 M1=4 R ".
@@ -86,9 +112,10 @@ class OnlineFixture : public testing::Test {
     }
 
     ScriptedPort port;
-    RecordingOnlineView view;
+    OnlineWindow view;
     DeviceTypeList types = {{29, 39, "Matrix Vek", ""}, {9, 19, "Relay 4 Vek", ""}};
     OnlineSession session{port, port, types, view, view};
+    RunningTask running;
 
     long delay = 1;  ///< of each reply, ms
     Replies replies; ///< when used up, a Matrix Vek that accepts everything

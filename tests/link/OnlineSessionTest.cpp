@@ -13,19 +13,28 @@ const std::string noRestart = "Error!|No reply to restart;";
 
 } // namespace
 
-TEST_F(OnlineConnection, SearchFillsTheTable) {
+TEST_F(OnlineConnection, SearchTellsWhatIsOnEachPort) {
     port.Present = {1, 2, 4};
     replies = {{{39, 2, 5, 209}}, {{240}}, {{8, 9, 19, 7, 16, 213, 0}}, {{240}}, {{77, 1, 1, 176}}};
-    session.Online_search_for_vek();
-    EXPECT_EQ(view.Rows[0], (PortRow{false, true, true, false, true, "Matrix Vek2.5"}));
-    EXPECT_EQ(view.Rows[1], (PortRow{false, true, false, false, true, "Relay 4 Vek4103.16"}));
-    EXPECT_FALSE(view.Rows[2].typeVisible || view.Rows[2].optionVisible);
-    EXPECT_TRUE(view.Rows[3].optionEnabled) << "found at the second attempt";
+    Search();
+    EXPECT_EQ(view.Texts(), "Matrix Vek2.5|Relay 4 Vek4103.16|--------------|Matrix Vek2.5|");
+    EXPECT_EQ(view.Found[1]->State, PortState::OtherDevice);
+    EXPECT_EQ(view.Found[1]->Answer, (ByteVector{8, 9, 19, 7, 16, 213, 0}));
+    EXPECT_EQ(view.Found[2]->State, PortState::NotThere);
+    EXPECT_EQ(view.Found[3]->State, PortState::MatrixVek) << "found at the second attempt";
     EXPECT_EQ(port.Story().find("0 open 1, 0 set 9600,n,8,2, 0 input, 0 send 44 69 52 65 43 74, 1 input, "
                                 "21 input, 21 send 52 FF FF AF, 22 input, 22 close, 22 open 2"),
               0U);
     EXPECT_FALSE(port.PortOpen());
     EXPECT_EQ(view.Boxes, "");
+
+    port.Present = {1, 2};
+    replies = {{{77, 1, 1, 176}}, {{77, 1, 1, 176}}, {{39, 2, 5, 1}},
+               std::nullopt,      std::nullopt,      std::nullopt};
+    Search();
+    EXPECT_EQ(view.Found[0]->State, PortState::NotUnderstood);
+    EXPECT_EQ(view.Found[0]->Answer, (ByteVector{39, 2, 5, 1})) << "the last one";
+    EXPECT_EQ(view.Found[1]->State, PortState::Silent);
 }
 
 TEST_F(OnlineConnection, FindAttempts) {
@@ -42,14 +51,13 @@ TEST_F(OnlineConnection, FindAttempts) {
     };
     for (const auto& c : cases) {
         Forget();
-        view.Rows[0].optionSelected = true;
         replies = c.replies;
-        session.ChoosePort();
+        ChoosePort();
         EXPECT_EQ(port.Count(findPacket), c.attempts);
         EXPECT_EQ(session.IsOnline(), c.found);
-        EXPECT_EQ(view.Boxes, c.found ? "Online|Matrix Vek is now online.;" : "");
+        EXPECT_EQ(view.Boxes, c.found ? "online;" : "");
         EXPECT_EQ(port.PortOpen(), c.found);
-        session.Disconnect();
+        Disconnect();
     }
     const long start = port.Now;
     const ByteVector pieces = {1, 2, 39, 2, 5, 209, 0}; // noise first
@@ -61,25 +69,19 @@ TEST_F(OnlineConnection, FindAttempts) {
 }
 
 TEST_F(OnlineConnection, GoingOnlineAndOffline) {
-    view.Rows.fill({true, true, true, false, true, "x"});
-    session.ChoosePort();
-    EXPECT_FALSE(session.IsOnline()) << "no port was selected";
-    EXPECT_EQ(view.Rows[3], (PortRow{false, true, false, false, true, ""}));
+    port.Present = {3};
+    view.shownOnline = true;
+    ChoosePort(0);
+    EXPECT_FALSE(session.IsOnline() || view.shownOnline) << "the port is gone";
+    ChoosePort(2);
+    EXPECT_TRUE(session.IsOnline() && view.shownOnline);
+    EXPECT_EQ(port.Story("open"), "0 open 3");
+    Forget();
 
-    view.Rows.fill({false, true, true, false, true, "x"});
-    GoOnline();
-    EXPECT_TRUE(view.Rows[0].optionEnabled && !view.Rows[1].optionEnabled);
-    EXPECT_TRUE(!view.searchVisible && view.cancelVisible && view.offsetVisible);
-    session.Online_search_for_vek();
-    session.ChoosePort();
-    EXPECT_EQ(port.Story(), "") << "neither has a meaning while online";
-
-    session.Disconnect();
-    session.Disconnect();
+    Disconnect();
+    Disconnect();
     EXPECT_EQ(port.Sent, std::vector<std::string>{restartPacket}) << "offline, there is nothing to restart";
-    EXPECT_TRUE(view.searchVisible && !view.cancelVisible && !view.offsetVisible);
-    EXPECT_EQ(view.Rows[0], (PortRow{false, true, false, false, true, ""}));
-    EXPECT_EQ(view.tabUpdates, 4);
+    EXPECT_FALSE(session.IsOnline() || view.shownOnline || port.PortOpen());
 }
 
 TEST_F(OnlineConnection, RestartHasFourAttempts) {
@@ -92,7 +94,7 @@ TEST_F(OnlineConnection, RestartHasFourAttempts) {
     for (const auto& [given, boxes] : cases) {
         GoOnline();
         replies = given;
-        session.Disconnect();
+        Disconnect();
         EXPECT_EQ(port.Count(restartPacket), 4);
         EXPECT_EQ(view.Boxes, boxes);
         EXPECT_FALSE(port.PortOpen() || session.IsOnline());
@@ -102,44 +104,50 @@ TEST_F(OnlineConnection, RestartHasFourAttempts) {
 TEST_F(OnlineConnection, ClosingWhileAReplyIsAwaitedRestartsTheUnitFirst) {
     GoOnline();
     const long start = port.Now;
-    view.text2Visible = true;
     replies = Replies(5, std::nullopt);
-    port.At(50, [&] {
-        EXPECT_TRUE(session.Busy());
-        EXPECT_FALSE(session.Shutdown()) << "an operation is under way";
-    });
-    session.ApplyOnlineLevels();
+    port.At(50, [&] { running.Cancel(); });
+    Levels();
     EXPECT_EQ(port.Now, start + 50);
-    EXPECT_EQ(view.text2, "\r\n" + VolumeLine(0, 0));
-    EXPECT_TRUE(port.PortOpen() && session.Shutdown());
+    EXPECT_EQ(view.lines, "\r\n" + VolumeLine(0, 0));
+    EXPECT_TRUE(port.PortOpen());
+    port.Run(running, session.Disconnect());
     EXPECT_EQ(Packets(), "V0=210 R R R R ");
     EXPECT_EQ(port.Now, start + 50 + 4 * 500) << "also when the device no longer answers";
     EXPECT_EQ(view.Boxes, noRestart);
     EXPECT_FALSE(port.PortOpen() || session.IsOnline());
 }
 
-TEST_F(OnlineConnection, ClosingIsSilentWhateverRuns) {
-    replies = Replies(3, std::nullopt);
-    port.At(700, [&] { session.Shutdown(); });
-    session.Online_search_for_vek();
-    EXPECT_EQ(port.Now, 700);
-    EXPECT_FALSE(port.PortOpen());
-    EXPECT_TRUE(session.Shutdown());
-    EXPECT_EQ(port.Count(findPacket), 2);
-    EXPECT_EQ(port.Count(restartPacket), 0) << "it was not online";
-
-    OnlineSession other(port, port, types, view, view);
+TEST_F(OnlineConnection, CancellingIsSilentWhateverRuns) {
+    const struct {
+        long when;     ///< of cancelling
+        Replies given; ///< replies take 1 ms
+        int finds;
+        Task<> (OnlineFixture::*conversation)();
+    } cases[] = {
+        {700, {std::nullopt, std::nullopt}, 2, &OnlineFixture::Searching},
+        {10, {}, 1, &OnlineFixture::Searching}, // in the wait for the rest of an answer
+        {700, {std::nullopt, std::nullopt}, 2, &OnlineFixture::Choosing},
+        {10, {}, 1, &OnlineFixture::Choosing},
+    };
+    for (const auto& c : cases) {
+        Forget();
+        replies = c.given;
+        const long end = port.Now + c.when;
+        port.At(c.when, [&] { running.Cancel(); });
+        port.Run(running, (this->*c.conversation)());
+        EXPECT_EQ(port.Now, end);
+        EXPECT_EQ(port.Count(findPacket), c.finds);
+        EXPECT_EQ(port.Count(restartPacket), 0) << "it was not online";
+        EXPECT_FALSE(port.PortOpen() || session.IsOnline());
+        EXPECT_EQ(view.Boxes, "");
+    }
     replies.clear();
-    view.Rows[0].optionSelected = true;
-    other.ChoosePort();
-    Forget();
-    const long start = port.Now;
+    GoOnline();
     replies = Replies(2, std::nullopt);
-    port.At(700, [&] { other.Shutdown(); });
-    other.Disconnect();
-    EXPECT_EQ(port.Now - start, 700);
+    port.At(700, [&] { running.Cancel(); });
+    Disconnect();
     EXPECT_EQ(port.Count(restartPacket), 2);
-    EXPECT_FALSE(port.PortOpen() || other.IsOnline());
+    EXPECT_FALSE(port.PortOpen() || session.IsOnline());
     EXPECT_EQ(view.Boxes, "");
 }
 
@@ -151,35 +159,34 @@ TEST_F(OnlineConnection, ALostPortIsToldOnce) {
         long when; ///< of the loss; a packet takes 10 ms
         std::string box;
         std::size_t packets;
-        void (OnlineSession::*operation)();
+        void (OnlineFixture::*operation)();
     } cases[] = {
-        {15, noVolume, 2, &OnlineSession::ApplyOnlineLevels},
-        {15, noRoute, 2, &OnlineSession::SendRoutes},
-        {5, noRestart, 1, &OnlineSession::Disconnect},
-        {beforeSecondPacket, noVolume, 1, &OnlineSession::ApplyOnlineLevels},
-        {0, noRoute, 0, &OnlineSession::SendRoutes},
-        {0, noRestart, 0, &OnlineSession::DisconnectIfPortLost},
+        {15, noVolume, 2, &OnlineFixture::Levels},
+        {15, noRoute, 2, &OnlineFixture::Routes},
+        {5, noRestart, 1, &OnlineFixture::Disconnect},
+        {beforeSecondPacket, noVolume, 1, &OnlineFixture::Levels},
+        {0, noRoute, 0, &OnlineFixture::Routes},
+        {0, noRestart, 0, &OnlineFixture::Look},
     };
     delay = 10;
-    view.text2Visible = true;
     for (const auto& c : cases) {
         port.Present = {1};
         GoOnline();
-        session.DisconnectIfPortLost();
+        Look();
         ASSERT_TRUE(session.IsOnline());
         const long end = port.Now + c.when;
         if (c.when == 0)
             port.Vanish();
         else if (c.when != beforeSecondPacket)
             port.At(c.when, [&] { port.Vanish(); });
-        view.OnText2 = [&](const std::string& line) {
+        view.OnLine = [&](const std::string& line) {
             if (c.when == beforeSecondPacket && line.starts_with("V,1,"))
                 port.Vanish();
         };
-        (session.*c.operation)();
+        (this->*c.operation)();
         EXPECT_EQ(view.Boxes, c.box);
         EXPECT_EQ(port.Sent.size(), c.packets);
         EXPECT_EQ(port.Now, end);
-        EXPECT_TRUE(!session.IsOnline() && view.searchVisible);
+        EXPECT_TRUE(!session.IsOnline() && !view.shownOnline);
     }
 }

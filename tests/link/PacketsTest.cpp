@@ -1,4 +1,5 @@
 #include "link/Packets.h"
+#include "link/OutcomeTexts.h"
 
 #include "base/Errors.h"
 #include "support/ScriptedPort.h"

@@ -4,6 +4,7 @@
 #include "simulator/RunningVek.h"
 #include "support/TestData.h"
 
+#include <QCoreApplication>
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -23,9 +24,14 @@ class SerialControlTest : public testing::Test {
     void Wait(int length) {
         timer.Start(length);
         while (timer.Enabled())
-            timer.LetEventsRun();
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
-    void Send(const ByteVector& bytes) { port.Output(bytes); }
+    static void Send(QtSerialControl& to, const ByteVector& bytes) {
+        to.Output(bytes);
+        while (to.Sending())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    void Send(const ByteVector& bytes) { Send(port, bytes); }
     /// What the program sent, read without letting its event loop run.
     ByteVector Sent() { return line.Read(); }
 
@@ -34,7 +40,7 @@ class SerialControlTest : public testing::Test {
     QtOneShotTimer timer;
 };
 
-TEST_F(SerialControlTest, BytesAreOutWhenOutputReturnsAndSettingsBeforeThem) {
+TEST_F(SerialControlTest, BytesAreOutWhenSendingIsOverAndSettingsBeforeThem) {
     ASSERT_TRUE(port.PortOpen());
     const std::tuple<const char*, LineSettings, ByteVector> steps[] = {
         {"110,n,8,2", {110, 2, false}, {0}},
@@ -90,6 +96,7 @@ TEST_F(SerialControlTest, IsExclusiveUnderEveryName) {
         QtSerialControl other([&](int) { return name; });
         other.SetPortOpen(true);
         EXPECT_FALSE(other.PortOpen()) << name;
+        EXPECT_EQ(other.WhyNotOpen(), OpenFailure::InUse);
         port.SetPortOpen(false);
         other.SetPortOpen(true);
         EXPECT_TRUE(other.PortOpen()) << name;
@@ -108,6 +115,7 @@ TEST_F(SerialControlTest, OpensThePortOfItsNumberOnly) {
         other.SetCommPort(number);
         other.SetPortOpen(true);
         EXPECT_FALSE(other.PortOpen()) << number;
+        EXPECT_EQ(other.WhyNotOpen(), OpenFailure::NotThere);
     }
     EXPECT_EQ(asked, (std::vector<int>{3, 4}));
 }
@@ -125,10 +133,17 @@ TEST_F(SerialControlTest, SendsABreakWhereTheRateOfTheWakePulseIsRefused) {
     adapter.SetSettings("110,n,8,2");
     const auto start = Clock::now();
     adapter.Output(ByteVector{0});
+    EXPECT_LT(Clock::now() - start, milliseconds(50)) << "without holding up the program";
+    EXPECT_TRUE(adapter.Sending());
+    int told = 0;
+    adapter.SetListener([&] { told += adapter.Sending() ? 0 : 1; });
+    while (adapter.Sending())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     EXPECT_GE(Clock::now() - start, milliseconds(100));
+    EXPECT_EQ(told, 1);
     EXPECT_EQ(Sent(), ByteVector());
     adapter.SetSettings("9600,n,8,2");
-    adapter.Output(ByteVector{255});
+    Send(adapter, {255});
     EXPECT_EQ(Sent(), ByteVector{255});
     EXPECT_EQ(applied.size(), 2U);
 }

@@ -3,10 +3,13 @@
 
 #include "dialogs/Dialogs.h"
 
+#include <QTimer>
+
 #include <gtest/gtest.h>
 
 #include <deque>
 #include <functional>
+#include <memory>
 #include <utility>
 
 namespace vek::test {
@@ -67,6 +70,17 @@ class ScriptedDialogs final : public Dialogs {
     std::optional<QString> SaveFile(QWidget*, const QString& startAt, const FileKind&) override {
         return Next(FileBox(u"save"_s, startAt)).File;
     }
+    std::unique_ptr<OpenBox> OpenMessage(QWidget*, MessageIcon icon, const QString& title,
+                                         const QString& text, BoxClosed closed) override {
+        return Open(MessageBox(icon, title, text), std::move(closed));
+    }
+    std::unique_ptr<OpenBox> OpenYesNo(QWidget*, const QString& title, const QString& text,
+                                       Answer defaultAnswer, BoxClosed closed) override {
+        return Open(YesNoBox(title, text, defaultAnswer), std::move(closed));
+    }
+    /// True while a box is open that its caller does not wait for.
+    bool AnyOpen() const { return open > 0; }
+
     bool ChoosePrinter(QWidget*, QPrinter&) override { return Next(u"printer"_s).Given == Answer::Yes; }
 
   private:
@@ -92,20 +106,56 @@ class ScriptedDialogs final : public Dialogs {
         return u"%1 a file, starting at \"%2\""_s.arg(what, startAt);
     }
 
+    /// A box that the user closes as soon as events run.
+    class ScriptedBox final : public OpenBox {
+      public:
+        ScriptedBox(ScriptedDialogs& dialogs, Expected expected, BoxClosed closed) : dialogs_(dialogs) {
+            ++dialogs_.open;
+            closing_.setSingleShot(true);
+            QObject::connect(
+                &closing_, &QTimer::timeout, &closing_,
+                [expected = std::move(expected), closed = std::move(closed), withdrawn = withdrawn_] {
+                    if (expected.WhileOpen)
+                        expected.WhileOpen();
+                    if (!*withdrawn)
+                        closed(expected.Given);
+                });
+            closing_.start(0);
+        }
+        ~ScriptedBox() override {
+            *withdrawn_ = true;
+            --dialogs_.open;
+        }
+
+      private:
+        ScriptedDialogs& dialogs_;
+        QTimer closing_;
+        std::shared_ptr<bool> withdrawn_ = std::make_shared<bool>(false);
+    };
+    std::unique_ptr<OpenBox> Open(const QString& box, BoxClosed closed) {
+        Expected next = Take(box);
+        return std::make_unique<ScriptedBox>(*this, std::move(next), std::move(closed));
+    }
+
     Expected Next(const QString& box) {
+        Expected next = Take(box);
+        if (next.WhileOpen)
+            next.WhileOpen();
+        return next;
+    }
+    Expected Take(const QString& box) {
         if (script.empty() || script.front().Box != box) {
             ADD_FAILURE() << "appeared: " << box.toStdString() << "\nexpected: "
                           << (script.empty() ? "nothing" : script.front().Box.toStdString());
             return {};
         }
-        const Expected next = std::move(script.front());
+        Expected next = std::move(script.front());
         script.pop_front();
-        if (next.WhileOpen)
-            next.WhileOpen();
         return next;
     }
 
     std::deque<Expected> script;
+    int open = 0;
 };
 
 } // namespace vek::test

@@ -1,13 +1,15 @@
 // A serial port whose other end is a script, and the clock that both live by. Nothing takes real time:
-// letting events run goes straight to the next thing that happens.
+// running goes straight to the next thing that happens.
 #pragma once
 
+#include "base/Task.h"
 #include "link/SerialControl.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -31,12 +33,17 @@ class ScriptedPort : public SerialControl, public OneShotTimer {
   public:
     // The script.
 
-    std::set<int> Present = {1, 2, 3, 4};                  ///< ports that can be opened
+    std::set<int> Present = {1, 2, 3, 4}; ///< ports that can be opened
+    OpenFailure Refusal = OpenFailure::NotThere;
     std::function<void(const ByteVector& bytes)> OnOutput; ///< what the device does about bytes sent to it
+    long SendTime = 0;                                     ///< milliseconds that an output takes
 
     /// Bytes from the device, so many milliseconds from now.
     void Reply(long delay, const ByteVector& bytes) {
-        At(delay, [this, bytes] { received.insert(received.end(), bytes.begin(), bytes.end()); });
+        At(delay, [this, bytes] {
+            received.insert(received.end(), bytes.begin(), bytes.end());
+            Tell(portListener);
+        });
     }
     /// Whatever happens so many milliseconds from now: a click, a pulled plug.
     void At(long delay, std::function<void()> action) { agenda.emplace(Now + delay, std::move(action)); }
@@ -44,6 +51,7 @@ class ScriptedPort : public SerialControl, public OneShotTimer {
         Present.erase(number);
         open = false;
         received.clear();
+        At(0, [this] { Tell(portListener); });
     }
 
     // What happened: "time what", in order.
@@ -69,6 +77,33 @@ class ScriptedPort : public SerialControl, public OneShotTimer {
         Sent.clear();
     }
 
+    // Running.
+
+    /// The next thing that happens; false when nothing will.
+    bool Step() {
+        if (!agenda.empty() && (!Enabled() || agenda.begin()->first <= timerEnd)) {
+            auto next = agenda.extract(agenda.begin());
+            Now = std::max(Now, next.key());
+            next.mapped()();
+            return true;
+        }
+        if (!Enabled())
+            return false;
+        Now = timerEnd;
+        Stop();
+        Tell(timerListener);
+        return true;
+    }
+    /// Runs a task to its end and returns its result, or nothing when it was cancelled: `running` is what to
+    /// cancel.
+    template <typename Value>
+    std::optional<Value> Run(RunningTask& running, Task<Value> task) {
+        std::optional<Value> result;
+        Converse(running, Keep(std::move(task), result));
+        return result;
+    }
+    void Run(RunningTask& running, Task<> task) { Converse(running, std::move(task)); }
+
     // SerialControl
 
     void SetCommPort(int port) override { number = port; }
@@ -78,7 +113,10 @@ class ScriptedPort : public SerialControl, public OneShotTimer {
         Note(open ? "open " + std::to_string(number) : "close");
     }
     bool PortOpen() const override { return open; }
+    OpenFailure WhyNotOpen() const override { return Refusal; }
     void SetSettings(std::string_view settings) override {
+        if (Sending())
+            throw std::logic_error("changes the settings while sending");
         Rate = settings;
         Note("set " + Rate);
     }
@@ -87,9 +125,13 @@ class ScriptedPort : public SerialControl, public OneShotTimer {
             throw std::logic_error("sends to a closed port");
         Sent.push_back(Hex(bytes));
         Note("send " + Sent.back());
+        sentAt = Now + SendTime;
+        if (SendTime > 0)
+            At(SendTime, [this] { Tell(portListener); });
         if (OnOutput)
             OnOutput(ByteVector(bytes.begin(), bytes.end()));
     }
+    bool Sending() const override { return open && Now < sentAt; }
     ByteVector Input() override {
         Note("input");
         return std::exchange(received, {});
@@ -101,27 +143,43 @@ class ScriptedPort : public SerialControl, public OneShotTimer {
     void Start(int milliseconds) override { timerEnd = Now + milliseconds; }
     void Stop() override { timerEnd = never; }
     bool Enabled() const override { return timerEnd != never; }
-    void LetEventsRun() override {
-        if (!agenda.empty() && (!Enabled() || agenda.begin()->first <= timerEnd)) {
-            auto next = agenda.extract(agenda.begin());
-            Now = std::max(Now, next.key());
-            next.mapped()();
-        } else if (Enabled()) {
-            Now = timerEnd;
-            Stop();
-        } else {
-            throw std::logic_error("waits for what will never happen");
-        }
+
+    // Both.
+
+    /// The port and the clock are listened to by the same object.
+    void SetListener(std::function<void()> listener) override {
+        portListener = timerListener = std::move(listener);
     }
 
   private:
+    static void Tell(const std::function<void()>& listener) {
+        if (listener)
+            listener();
+    }
     void Note(const std::string& what) { Events.push_back((std::to_string(Now) += ' ') += what); }
+    template <typename Value>
+    static Task<> Keep(Task<Value> task, std::optional<Value>& result) {
+        Value value = co_await task;
+        result = std::move(value);
+    }
+    void Converse(RunningTask& running, Task<> task) {
+        std::exception_ptr failure;
+        running.Start(std::move(task), [&](const std::exception_ptr& thrown) { failure = thrown; });
+        while (running.Running()) {
+            if (!Step())
+                throw std::logic_error("waits for what will never happen");
+        }
+        if (failure)
+            std::rethrow_exception(failure);
+    }
 
     static constexpr long never = -1;
     int number = 1;
     bool open = false;
     ByteVector received;
+    long sentAt = 0;
     long timerEnd = never;
+    std::function<void()> portListener, timerListener;
     std::multimap<long, std::function<void()>> agenda;
 };
 

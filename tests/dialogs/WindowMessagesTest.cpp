@@ -1,0 +1,137 @@
+#include "dialogs/WindowMessages.h"
+
+#include "base/Errors.h"
+#include "support/ScriptedDialogs.h"
+#include "support/Windows.h"
+
+#include <QPushButton>
+
+namespace vek {
+namespace {
+
+using namespace Qt::StringLiterals;
+using test::ScriptedDialogs;
+
+class Messages : public testing::Test {
+  protected:
+    void LetEventsRun() const {
+        for (int idle = 0; idle < 3; ++idle) {
+            QCoreApplication::processEvents();
+            if (dialogs.AnyOpen())
+                idle = -1;
+        }
+    }
+    Task<> Ask(std::string& story) {
+        co_await messages.Shown(MessageIcon::None, u"Online"_s, u"hello"_s);
+        story += "shown ";
+        const bool yes = co_await messages.Confirmed(u"All sent"_s, u"Another?"_s, Answer::No);
+        story += yes ? "yes" : "no";
+    }
+
+    ScriptedDialogs dialogs;
+    QWidget window;
+    WindowMessages messages{window, dialogs};
+};
+
+TEST_F(Messages, OpenInOrderAfterTheHandlerThatShowedThem) {
+    std::string story;
+    dialogs.ExpectMessage(u"A"_s, u"1"_s, MessageIcon::Exclamation, [&] {
+        story += "one ";
+        messages.Show(MessageIcon::None, u"C"_s, u"3"_s);
+    });
+    dialogs.ExpectMessage(u"B"_s, u"2"_s, MessageIcon::None, [&] { story += "two "; });
+    dialogs.ExpectMessage(u"C"_s, u"3"_s, MessageIcon::None, [&] { story += "three "; });
+    messages.Show(MessageIcon::Exclamation, u"A"_s, u"1"_s);
+    messages.Show(MessageIcon::None, u"B"_s, u"2"_s);
+    story += "handler ";
+    LetEventsRun();
+    EXPECT_EQ(story, "handler one two three ");
+}
+
+TEST_F(Messages, WaitForAHeldMouseButton) {
+    auto* button = new QPushButton(u"Mute"_s, &window);
+    bool clicked = false;
+    QObject::connect(button, &QPushButton::pressed, &window,
+                     [&] { messages.Show(MessageIcon::None, u"A"_s, u"1"_s); });
+    QObject::connect(button, &QPushButton::clicked, &window, [&] { clicked = true; });
+    ShowActive(window);
+    const QPoint centre = button->mapTo(&window, button->rect().center());
+    QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, centre);
+    ASSERT_TRUE(button->isDown());
+    LetEventsRun();
+    QTest::qWait(30);
+    EXPECT_FALSE(dialogs.AnyOpen()) << "nothing is expected yet";
+    dialogs.ExpectMessage(u"A"_s, u"1"_s, MessageIcon::None,
+                          [&] { EXPECT_TRUE(clicked && !button->isDown()); });
+    QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, centre);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return dialogs.Done() && !dialogs.AnyOpen(); }));
+}
+
+TEST_F(Messages, AreAwaitedByConversations) {
+    for (const Answer answer : {Answer::Yes, Answer::No}) {
+        std::string story;
+        RunningTask conversation;
+        dialogs.ExpectMessage(u"Online"_s, u"hello"_s, MessageIcon::None, [&] { story += "open "; });
+        dialogs.ExpectYesNo(u"All sent"_s, u"Another?"_s, answer, Answer::No);
+        conversation.Start(Ask(story), [&](const std::exception_ptr&) { story += " over"; });
+        EXPECT_EQ(story, "");
+        LetEventsRun();
+        EXPECT_EQ(story, answer == Answer::Yes ? "open shown yes over" : "open shown no over");
+    }
+}
+
+TEST_F(Messages, AreWithdrawnWithTheirConversation) {
+    std::string story;
+    RunningTask first, second;
+    dialogs.ExpectMessage(u"Online"_s, u"hello"_s, MessageIcon::None, [&] {
+        second.Cancel(); // still waiting for its turn
+        first.Cancel();  // open
+        EXPECT_FALSE(dialogs.AnyOpen());
+    });
+    first.Start(Ask(story), [&](const std::exception_ptr&) { story += "over"; });
+    second.Start(Ask(story), [&](const std::exception_ptr&) { story += "over"; });
+    LetEventsRun();
+    EXPECT_EQ(story, "");
+    dialogs.ExpectMessage(u"A"_s, u"1"_s, MessageIcon::None);
+    messages.Show(MessageIcon::None, u"A"_s, u"1"_s);
+    LetEventsRun();
+    EXPECT_TRUE(dialogs.Done()) << "the next one opens";
+}
+
+TEST_F(Messages, TellRunTimeErrorsAndLetOthersPass) {
+    EXPECT_TRUE(Guarded(messages, [] {}));
+    dialogs.ExpectMessage(u"Error!"_s, u"Division by zero"_s);
+    dialogs.ExpectMessage(u"Error!"_s, u"Out of memory"_s);
+    EXPECT_FALSE(Guarded(messages, [] { throw DivisionByZeroError(); }));
+    EXPECT_FALSE(Guarded(messages, [] { throw std::bad_alloc(); }));
+    EXPECT_THROW(Guarded(messages, [] { throw FileError("disk"); }), FileError);
+    LetEventsRun();
+}
+
+TEST_F(Messages, OnScreenBlockTheirWindowOnly) {
+    WindowMessages onScreen(window, ScreenDialogs());
+    ShowActive(window);
+    std::string story;
+    RunningTask conversation;
+    conversation.Start(
+        [](WindowMessages& shown, std::string& told) -> Task<> {
+            const bool yes = co_await shown.Confirmed(u"All sent"_s, u"Another?"_s, Answer::No);
+            told = yes ? "yes" : "no";
+        }(onScreen, story),
+        [](const std::exception_ptr&) {});
+    QWidget* box = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return (box = QApplication::activeModalWidget()) != nullptr; }));
+    EXPECT_EQ(box->windowModality(), Qt::WindowModal);
+    EXPECT_EQ(box->parentWidget(), &window);
+    QTest::keyClick(box, Qt::Key_Escape);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !story.empty(); }));
+    EXPECT_EQ(story, "no");
+
+    onScreen.Show(MessageIcon::Exclamation, u"Error!"_s, u"line\r\nline"_s);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return (box = QApplication::activeModalWidget()) != nullptr; }));
+    QTest::keyClick(box, Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeModalWidget() == nullptr; }));
+}
+
+} // namespace
+} // namespace vek
