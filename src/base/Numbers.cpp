@@ -19,7 +19,7 @@ std::size_t SkipDigits(std::string_view text, std::size_t at) {
     return at;
 }
 
-/// The length of the decimal number that starts at `start`, 0 when no digit follows.
+/// Where the decimal number that starts at `start` ends; `start` itself when there is no number.
 std::size_t NumberEnd(std::string_view text, std::size_t start) {
     std::size_t at = start;
     const std::size_t whole = SkipDigits(text, at);
