@@ -21,8 +21,8 @@ class Descriptor {
     }
     int Get() const { return number_; }
     bool Open() const { return number_ >= 0; }
-    /// Closing can report the failure of an earlier write.
-    bool Close() { return ::close(std::exchange(number_, -1)) == 0; }
+    /// Hands the descriptor over to the caller, who closes it.
+    int Release() { return std::exchange(number_, -1); }
 
   private:
     int number_;

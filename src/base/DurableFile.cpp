@@ -1,111 +1,18 @@
 #include "base/DurableFile.h"
 
-#include "base/Descriptor.h"
-#include "base/Errors.h"
+#include "base/CheckedFile.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <cstring>
-#include <fcntl.h>
 #include <filesystem>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <utility>
 
 namespace vek {
 
 namespace {
 
-[[noreturn]] void Fail(const std::string& path, const std::string& reason) {
-    throw FileError(path + ": " + reason);
-}
-
-[[noreturn]] void FailWithErrno(const std::string& path) { Fail(path, std::strerror(errno)); }
-
-void RequireRegular(const Descriptor& file, const std::string& path, struct stat& status) {
-    if (::fstat(file.Get(), &status) != 0)
-        FailWithErrno(path);
-    if (S_ISDIR(status.st_mode))
-        Fail(path, "is a folder");
-    if (!S_ISREG(status.st_mode))
-        Fail(path, "is not a regular file");
-}
-
-/// O_NONBLOCK keeps the opening of a FIFO from waiting for its other end.
-Descriptor OpenForReading(const std::string& path) {
-    return Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-}
-
-std::size_t ReadSome(const Descriptor& file, std::span<std::byte> space, const std::string& path) {
-    std::size_t filled = 0;
-    while (filled < space.size()) {
-        const ssize_t got = ::read(file.Get(), space.data() + filled, space.size() - filled);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got < 0)
-            FailWithErrno(path);
-        if (got == 0)
-            break;
-        filled += static_cast<std::size_t>(got);
-    }
-    return filled;
-}
-
-void WriteAll(const Descriptor& file, std::span<const std::byte> bytes, const std::string& path) {
-    while (!bytes.empty()) {
-        const ssize_t put = ::write(file.Get(), bytes.data(), bytes.size());
-        if (put < 0 && errno == EINTR)
-            continue;
-        if (put <= 0)
-            FailWithErrno(path);
-        bytes = bytes.subspan(static_cast<std::size_t>(put));
-    }
-}
-
-constexpr std::size_t chunkSize = 64 * 1024;
-
-void SeekTo(const Descriptor& file, std::size_t offset, const std::string& path) {
-    if (::lseek(file.Get(), static_cast<off_t>(offset), SEEK_SET) < 0)
-        FailWithErrno(path);
-}
-
-/// Copies what the old file holds from `offset` on to the end of the new one.
-void CopyTail(const Descriptor& from, const Descriptor& to, std::size_t offset, const std::string& path) {
-    SeekTo(from, offset, path);
-    std::array<std::byte, chunkSize> chunk;
-    while (const std::size_t got = ReadSome(from, chunk, path))
-        WriteAll(to, std::span(chunk).first(got), path);
-}
-
-/// True when the file holds `bytes` at its current position.
-bool HoldsNext(const Descriptor& file, std::span<const std::byte> bytes, const std::string& path) {
-    std::array<std::byte, chunkSize> chunk;
-    while (!bytes.empty()) {
-        const auto wanted = bytes.first(std::min(bytes.size(), chunk.size()));
-        if (ReadSome(file, std::span(chunk).first(wanted.size()), path) != wanted.size() ||
-            !std::equal(wanted.begin(), wanted.end(), chunk.begin()))
-            return false;
-        bytes = bytes.subspan(wanted.size());
-    }
-    return true;
-}
-
-void VerifyWritten(const Descriptor& written, std::span<const std::byte> bytes, const Descriptor& old,
-                   ExistingTail tail, const std::string& path) {
-    SeekTo(written, 0, path);
-    bool same = HoldsNext(written, bytes, path);
-    if (same && old.Open() && tail == ExistingTail::Keep) {
-        SeekTo(old, bytes.size(), path);
-        std::array<std::byte, chunkSize> chunk;
-        while (const std::size_t got = ReadSome(old, chunk, path))
-            same = same && HoldsNext(written, std::span(chunk).first(got), path);
-    }
-    if (!same)
-        Fail(path, "what was written does not read back");
-}
-
 /// The file that a path finally names: links are followed, also one whose target does not exist yet.
-std::string ResolveLinks(const std::string& path) {
+std::string ResolveLinks(const std::string& path, const CheckedFile& checked) {
     namespace fs = std::filesystem;
     fs::path current = path;
     constexpr int mostLinks = 40;
@@ -116,7 +23,7 @@ std::string ResolveLinks(const std::string& path) {
             return current.string();
         current = target.is_absolute() ? target : current.parent_path() / target;
     }
-    Fail(path, "too many levels of symbolic links");
+    checked.Fail("too many levels of symbolic links");
 }
 
 std::string FolderOf(const std::string& path) {
@@ -129,28 +36,30 @@ std::string FolderOf(const std::string& path) {
 /// The new content under its temporary name; removed again unless it took its final place.
 class TemporaryFile {
   public:
-    TemporaryFile(const std::string& folder, const std::string& path)
-        : name_(folder + "/.vorn-matrix-XXXXXX") {
-        file = Descriptor(::mkostemp(name_.data(), O_CLOEXEC));
+    TemporaryFile(const FileOperations& operations, const std::string& folder, const CheckedFile& checked)
+        : operations_(operations), name_(folder + "/.vorn-matrix-XXXXXX") {
+        file = Descriptor(operations_.OpenTemporary(name_.data(), O_CLOEXEC));
         if (!file.Open())
-            FailWithErrno(path);
+            checked.FailWithErrno();
     }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile() {
         if (!name_.empty())
-            ::unlink(name_.c_str());
+            operations_.Remove(name_.c_str());
     }
 
-    void Rename(const std::string& target) {
-        if (!file.Close() || ::rename(name_.c_str(), target.c_str()) != 0)
-            FailWithErrno(target);
+    void Rename(const std::string& target, const CheckedFile& checked) {
+        // Closing can report the failure of an earlier write.
+        if (operations_.Close(file.Release()) != 0 || operations_.Rename(name_.c_str(), target.c_str()) != 0)
+            checked.FailWithErrno();
         name_.clear();
     }
 
     Descriptor file;
 
   private:
+    const FileOperations& operations_;
     std::string name_;
 };
 
@@ -160,56 +69,83 @@ mode_t NewFileMode() {
     return 0666 & ~mask;
 }
 
-void TakeOverModeAndOwner(const Descriptor& file, const Descriptor& old, const struct stat& status,
-                          const std::string& path) {
-    if (old.Open() && ::fchown(file.Get(), status.st_uid, status.st_gid) != 0) {
-        // Another user's file in a shared folder: the content matters more than the owner.
+/// The file that is to be replaced.
+struct OldFile {
+    Descriptor File; ///< not open when there is none yet
+    struct stat Status = {};
+};
+
+OldFile OpenOldFile(const std::string& target, const FileOperations& operations, const CheckedFile& checked) {
+    OldFile old = {.File = checked.OpenForReading(target)};
+    if (old.File.Open()) {
+        old.Status = checked.RegularStatus(old.File);
+        if (operations.Access(target.c_str(), W_OK) != 0)
+            checked.FailWithErrno();
+    } else if (errno != ENOENT) {
+        checked.FailWithErrno();
     }
-    if (::fchmod(file.Get(), old.Open() ? status.st_mode & 07777 : NewFileMode()) != 0)
-        FailWithErrno(path);
+    return old;
+}
+
+void TakeOverModeAndOwner(const Descriptor& file, const OldFile& old, const FileOperations& operations,
+                          const CheckedFile& checked) {
+    // Refused for another user's file in a shared folder: the content matters more than the owner.
+    if (old.File.Open())
+        operations.ChangeOwner(file.Get(), old.Status.st_uid, old.Status.st_gid);
+    if (operations.ChangeMode(file.Get(), old.File.Open() ? old.Status.st_mode & 07777 : NewFileMode()) != 0)
+        checked.FailWithErrno();
+}
+
+void SyncFolder(const std::string& folder, const FileOperations& operations) {
+    const Descriptor handle(operations.Open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (handle.Open())
+        operations.Sync(handle.Get());
 }
 
 } // namespace
 
-void WriteFileDurably(const std::string& path, std::span<const std::byte> bytes, ExistingTail tail) {
+void WriteFileDurably(const std::string& path, std::span<const std::byte> bytes, ExistingTail tail,
+                      const FileOperations& operations) {
+    const CheckedFile checked(operations, path);
     if (path.empty())
-        Fail(path, "no file name");
-    const std::string target = ResolveLinks(path);
-    struct stat status = {};
-    Descriptor old = OpenForReading(target);
-    if (old.Open()) {
-        RequireRegular(old, path, status);
-        if (::access(target.c_str(), W_OK) != 0)
-            FailWithErrno(path);
-    } else if (errno != ENOENT) {
-        FailWithErrno(path);
-    }
+        checked.Fail("no file name");
+    const std::string target = ResolveLinks(path, checked);
+    const OldFile old = OpenOldFile(target, operations, checked);
+    const bool tailStays = old.File.Open() && tail == ExistingTail::Keep;
 
     const std::string folder = FolderOf(target);
-    TemporaryFile temporary(folder, path);
-    WriteAll(temporary.file, bytes, path);
-    if (old.Open() && tail == ExistingTail::Keep)
-        CopyTail(old, temporary.file, bytes.size(), path);
-    TakeOverModeAndOwner(temporary.file, old, status, path);
-    if (::fsync(temporary.file.Get()) != 0)
-        FailWithErrno(path);
-    VerifyWritten(temporary.file, bytes, old, tail, path);
-    temporary.Rename(target);
+    TemporaryFile temporary(operations, folder, checked);
+    checked.WriteAll(temporary.file, bytes);
+    if (tailStays)
+        checked.CopyTail(old.File, temporary.file, bytes.size());
+    TakeOverModeAndOwner(temporary.file, old, operations, checked);
+    if (operations.Sync(temporary.file.Get()) != 0)
+        checked.FailWithErrno();
 
-    // The content is safe already; a folder that cannot be synced (some network file systems) is no failure.
-    const Descriptor folderHandle(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folderHandle.Open())
-        ::fsync(folderHandle.Get());
+    checked.SeekTo(temporary.file, 0);
+    if (!checked.HoldsNext(temporary.file, bytes) ||
+        (tailStays && !checked.HoldsTail(temporary.file, old.File, bytes.size())))
+        checked.Fail("what was written does not read back");
+    temporary.Rename(target, checked);
+
+    // The new file is in place and whole already: a folder that cannot be synced (some network file systems)
+    // is no failure.
+    SyncFolder(folder, operations);
+}
+
+void WriteFileDurably(const std::string& path, std::span<const std::byte> bytes, ExistingTail tail) {
+    WriteFileDurably(path, bytes, tail, FileOperations());
 }
 
 std::vector<std::byte> ReadRegularFile(const std::string& path, std::size_t limit) {
-    const Descriptor file = OpenForReading(path);
+    const FileOperations operations;
+    const CheckedFile checked(operations, path);
+    const Descriptor file = checked.OpenForReading(path);
     if (!file.Open())
-        FailWithErrno(path);
-    struct stat status = {};
-    RequireRegular(file, path, status);
-    std::vector<std::byte> bytes(std::min(limit, static_cast<std::size_t>(status.st_size)));
-    bytes.resize(ReadSome(file, bytes, path));
+        checked.FailWithErrno();
+    const auto size = static_cast<std::size_t>(checked.RegularStatus(file).st_size);
+    std::vector<std::byte> bytes(std::min(limit, size));
+    bytes.resize(checked.ReadSome(file, bytes));
     return bytes;
 }
 

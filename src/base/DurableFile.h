@@ -15,7 +15,9 @@ enum class ExistingTail { Keep, Drop };
 /// permissions of an existing file are kept. The new content is written beside the old file, synced, read
 /// back and compared, and only then put in its place, so that a full disk, a crash or a power cut leaves
 /// either the old file or the new one. Throws FileError, with the old file as it was and nothing left over,
-/// for anything that is not a regular file, for a read-only file or folder and for any failed step.
+/// for anything that is not a regular file, for a read-only file or folder and for any failed step up to the
+/// putting in place. Once it is in place, its folder is synced; where that cannot be done, a power cut soon
+/// afterwards can still bring the old file back.
 void WriteFileDurably(const std::string& path, std::span<const std::byte> bytes, ExistingTail tail);
 
 /// The first `limit` bytes of a regular file, fewer when it is shorter. Throws FileError when it cannot be

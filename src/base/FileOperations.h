@@ -1,0 +1,38 @@
+// The system calls of the durable file writer, as a seam: whatever can go wrong with a disk can be made to go
+// wrong.
+#pragma once
+
+#include "base/DurableFile.h"
+
+#include <cstdlib>
+#include <fcntl.h>
+#include <functional>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vek {
+
+/// Each call takes and returns what the system's own does: -1, with the reason in errno, when it failed.
+struct FileOperations {
+    std::function<int(const char* path, int flags)> Open = [](const char* path, int flags) {
+        return ::open(path, flags);
+    };
+    std::function<int(char* name, int flags)> OpenTemporary = ::mkostemp;
+    std::function<int(int file, struct stat* status)> Status = ::fstat;
+    std::function<int(const char* path, int mode)> Access = ::access;
+    std::function<ssize_t(int file, void* space, std::size_t size)> Read = ::read;
+    std::function<ssize_t(int file, const void* bytes, std::size_t size)> Write = ::write;
+    std::function<off_t(int file, off_t offset, int from)> Seek = ::lseek;
+    std::function<int(int file, uid_t owner, gid_t group)> ChangeOwner = ::fchown;
+    std::function<int(int file, mode_t mode)> ChangeMode = ::fchmod;
+    std::function<int(int file)> Sync = ::fsync;
+    std::function<int(int file)> Close = ::close;
+    std::function<int(const char* from, const char* to)> Rename = ::rename;
+    std::function<int(const char* path)> Remove = ::unlink;
+};
+
+/// WriteFileDurably by way of these operations.
+void WriteFileDurably(const std::string& path, std::span<const std::byte> bytes, ExistingTail tail,
+                      const FileOperations& operations);
+
+} // namespace vek
