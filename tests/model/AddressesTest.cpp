@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 #include <set>
+#include <string>
+#include <vector>
 
 using namespace vek;
 
@@ -25,72 +27,88 @@ TEST(VekNetAddresses, OffsetsOfFunctions) {
     EXPECT_THROW(AddressFlag(enables, AddressGroup::Route, 0, 8), SubscriptError);
 }
 
-TEST(EnableMenus, FortyEightEntriesWithNamesOfTheirOwn) {
-    std::set<std::string_view> names;
-    std::size_t entries = 0;
-    std::size_t separators = 0;
-    for (const EnableMenu& menu : EnableMenus()) {
-        for (const EnableSubmenu& submenu : menu.Submenus) {
-            EXPECT_EQ(submenu.SeparatorNames.size(), submenu.Entries.size() / 2 - 1) << submenu.Name;
-            separators += submenu.SeparatorNames.size();
-            for (const EnableMenuEntry& entry : submenu.Entries) {
-                names.insert(entry.Name);
-                ++entries;
-                EXPECT_LT(entry.Last, FunctionCount(menu.Group)) << entry.Name;
-                EXPECT_EQ(entry.Enable, entry.Caption.starts_with("Enable")) << entry.Name;
-            }
-        }
-    }
-    EXPECT_EQ(entries, 48U);
-    EXPECT_EQ(names.size(), 48U);
-    EXPECT_EQ(separators, 17U);
-}
-
 namespace {
 
-const EnableMenuEntry& Entry(std::string_view name) {
-    for (const EnableMenu& menu : EnableMenus()) {
-        for (const EnableSubmenu& submenu : menu.Submenus) {
-            for (const EnableMenuEntry& entry : submenu.Entries) {
-                if (entry.Name == name)
-                    return entry;
-            }
-        }
+AddressEnables AllSetTo(bool value) {
+    AddressEnables enables;
+    enables.ModeAddressEnable.fill(ToFlag(value));
+    for (std::size_t output = 0; output < outputCount; ++output) {
+        enables.VolumeAddressEnable[output].fill(ToFlag(value));
+        enables.RouteControlAddressEnable[output].fill(ToFlag(value));
+        enables.RouteAddressEnable[output].fill(ToFlag(value));
     }
-    throw std::out_of_range(std::string(name));
+    return enables;
 }
 
-template <typename Flags>
-std::string Picture(const Flags& flags) {
-    std::string picture;
-    for (const Flag flag : flags)
-        picture += IsSet(flag) ? '1' : '.';
-    return picture;
+constexpr std::size_t currentOutput = 5;
+constexpr std::size_t clickedFunction = 4;
+
+/// Whether the words of an entry speak of a function: "this function", "all", "all inputs" or "all outputs".
+bool Means(std::string_view words, std::string_view name, std::size_t function, AddressGroup group) {
+    const std::size_t firstOutputFunction = FunctionCount(group) / 2;
+    if (name == "mnuHiddenOuputDeSelectOutputs")
+        return function + 1 >= firstOutputFunction; // with the last input function, as installers know it
+    if (words == "this function")
+        return function == clickedFunction;
+    if (words == "all inputs")
+        return function < firstOutputFunction;
+    if (words == "all outputs")
+        return function >= firstOutputFunction;
+    return words == "all" || name == "mnuHiddenOuputSelectAll";
+}
+
+void ExpectEntryDoesWhatItSays(const EnableMenu& menu, const EnableSubmenu& submenu,
+                               const EnableMenuEntry& entry, std::string_view words, bool enable) {
+    AddressEnables expected = AllSetTo(!enable);
+    for (std::size_t output = 0; output < outputCount; ++output) {
+        if (submenu.Caption == "This Output Only" && output != currentOutput)
+            continue;
+        for (std::size_t function = 0; function < FunctionCount(menu.Group); ++function) {
+            if (Means(words, entry.Name, function, menu.Group))
+                AddressFlag(expected, menu.Group, function, output) = ToFlag(enable);
+        }
+    }
+    AddressEnables enables = AllSetTo(!enable);
+    ApplyMenuEntry(enables, menu.Group, entry, currentOutput, clickedFunction);
+    EXPECT_EQ(enables, expected) << entry.Name;
 }
 
 } // namespace
 
-TEST(EnableMenus, EntriesSetTheirFlagsAndNoOthers) {
+TEST(EnableMenus, EveryEntryDoesWhatItsCaptionSays) {
+    const std::vector<std::string> withoutClick = {"all", "all inputs", "all outputs"};
+    const std::vector<std::string> withClick = {"this function", "all", "all inputs", "all outputs"};
+    std::set<std::string_view> names;
+    std::string separators;
+    std::string captions;
+    for (const EnableMenu& menu : EnableMenus()) {
+        for (const EnableSubmenu& submenu : menu.Submenus) {
+            captions += std::string(submenu.Caption) + ',';
+            const auto& words = submenu.Caption == "All Outputs" ? withClick : withoutClick;
+            ASSERT_EQ(submenu.Entries.size(), 2 * words.size()) << submenu.Name;
+            for (std::size_t i = 0; i < submenu.Entries.size(); ++i) {
+                const EnableMenuEntry& entry = submenu.Entries[i];
+                const bool enable = i % 2 == 0;
+                const bool bigAll = entry.Name == "mnuHiddenOuputSelectAll";
+                EXPECT_EQ(entry.Caption, (enable ? "Enable " : "Disable ") + (bigAll ? "All" : words[i / 2]));
+                ExpectEntryDoesWhatItSays(menu, submenu, entry, words[i / 2], enable);
+                names.insert(entry.Name);
+            }
+            EXPECT_EQ(submenu.SeparatorNames.size(), words.size() - 1) << submenu.Name;
+            for (const std::string_view name : submenu.SeparatorNames)
+                separators += name.substr(std::string_view("mnuspace").size()), separators += ' ';
+        }
+    }
+    EXPECT_EQ(names.size(), 48U);
+    EXPECT_EQ(captions,
+              ",All Outputs,This Output Only,All Outputs,This Output Only,All Outputs,This Output Only,");
+    EXPECT_EQ(separators, "1 2 3 4 5 6 7 10 11 12 13 20 30 31 32 33 34 ");
+}
+
+TEST(EnableMenus, AFunctionOutsideTheGroupIsRefused) {
     AddressEnables enables;
-    ApplyMenuEntry(enables, AddressGroup::RouteControl, Entry("mnuHiddenGlobalSelectsAllEnableOne"), 2, 4);
-    for (const auto& flags : enables.RouteControlAddressEnable)
-        EXPECT_EQ(Picture(flags), "....1.");
-
-    ApplyMenuEntry(enables, AddressGroup::Route, Entry("mnuHiddenOuputSelectAll"), 3, 0);
-    ApplyMenuEntry(enables, AddressGroup::Route, Entry("mnuHiddenOuputDeSelectOutputs"), 3, 0);
-    EXPECT_EQ(Picture(enables.RouteAddressEnable[3]), "1111111.........") << "one more than its partner sets";
-    EXPECT_EQ(Picture(enables.RouteAddressEnable[2]), "................");
-    ApplyMenuEntry(enables, AddressGroup::Route, Entry("mnuHiddenOuputAllSelectAl"), 3, 0);
-    ApplyMenuEntry(enables, AddressGroup::Route, Entry("mnuHiddenOuputAllDeSelectOutputs"), 3, 0);
-    EXPECT_EQ(Picture(enables.RouteAddressEnable[0]), "11111111........");
-
-    ApplyMenuEntry(enables, AddressGroup::Volume, Entry("mnuHiddenMenuVekNetVolumeThisOneEnableAllOutputs"),
-                   7, 0);
-    EXPECT_EQ(Picture(enables.VolumeAddressEnable[7]), "....1111");
-    EXPECT_EQ(Picture(enables.VolumeAddressEnable[6]), "........");
-    ApplyMenuEntry(enables, AddressGroup::Mode, Entry("mnuHiddenModeVekNetEnableOut"), 0, 0);
-    EXPECT_EQ(Picture(enables.ModeAddressEnable), "........11111111");
-    EXPECT_THROW(ApplyMenuEntry(enables, AddressGroup::Volume,
-                                Entry("mnuHiddenMenuVekNetVolumeAllEnableThisOne"), 0, 9),
-                 SubscriptError);
+    const EnableMenu& volumes = EnableMenus()[1];
+    const EnableMenuEntry& thisFunction = volumes.Submenus[0].Entries[0];
+    EXPECT_THROW(ApplyMenuEntry(enables, volumes.Group, thisFunction, 0, 8), SubscriptError);
+    EXPECT_EQ(enables, AddressEnables());
 }
