@@ -6,6 +6,8 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <locale>
+#include <sstream>
 
 namespace vek {
 
@@ -132,10 +134,11 @@ double LenientNumber(std::string_view text) {
     double value = 0.0;
     const auto result = std::from_chars(text.data() + at, text.data() + end, value);
     if (result.ec == std::errc::result_out_of_range) {
-        // from_chars does not tell too large from too small; the exponent's sign and a leading zero do.
-        const std::string_view number = text.substr(at, end - at);
-        const bool tiny = number.find('-') != std::string_view::npos || number[0] == '.' || number[0] == '0';
-        value = tiny ? 0.0 : std::numeric_limits<double>::infinity();
+        // from_chars does not tell too large from too small; a stream does.
+        std::istringstream stream{std::string(text.substr(at, end - at))};
+        stream.imbue(std::locale::classic());
+        if (!(stream >> value))
+            value = std::numeric_limits<double>::infinity();
     }
     return negative ? -value : value;
 }

@@ -36,8 +36,8 @@ std::string GeneralNumber(float value);
 /// A whole number in plain decimal.
 std::string GeneralNumber(int value);
 
-/// The number at the start of a text, after leading blanks: sign, digits, point, exponent ("1e3"). 0 when
-/// there is none; an infinite value when the number is too large.
+/// The number at the start of a text, after leading blanks, tabs and line ends: sign, digits, point, exponent
+/// ("1e3"). 0 when there is none or it is too small; an infinite value when it is too large.
 double LenientNumber(std::string_view text);
 
 } // namespace vek
