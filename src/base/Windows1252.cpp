@@ -13,8 +13,8 @@ constexpr std::array<char16_t, 32> highControls = {
 
 constexpr char32_t notACharacter = 0xFFFFFFFF;
 
-/// Takes one UTF-8 character from the front of the text; notACharacter (and one byte taken) when it is
-/// malformed.
+/// Takes one UTF-8 character from the front of the text. notACharacter when it is malformed: all of an
+/// overlong form is taken then, of anything else one byte.
 char32_t TakeUtf8(std::string_view& text) {
     const auto lead = static_cast<unsigned char>(text.front());
     const std::size_t length = lead < 0x80           ? 1

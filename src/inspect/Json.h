@@ -14,7 +14,7 @@ using Json = nlohmann::basic_json<nlohmann::ordered_map, std::vector, std::strin
                                   std::uint64_t, float>;
 
 /// A document cannot be taken. what() says where, as a JSON pointer (RFC 6901, elements counted from 0), and
-/// why: "/modes/2/outputs/3/maximumLevel: missing".
+/// why: "/modes/2/outputs/3/maximumLevel: missing". For text that is not JSON it says line and column.
 class JsonError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;

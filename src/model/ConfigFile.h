@@ -1,4 +1,4 @@
-// Configuration files (*.VMC): exactly one record from offset 0.
+// Configuration files (*.VMC): one record from offset 0. Whatever follows it is neither read nor removed.
 #pragma once
 
 #include "model/Config.h"

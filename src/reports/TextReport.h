@@ -23,7 +23,7 @@ struct ReportSelection {
 ReportSelection SelectionOf(const MatrixConfig& config, std::size_t mode, std::size_t output);
 
 /// Windows-1252 bytes; every line begins with CR LF. Empty when no section is chosen. Throws SubscriptError
-/// for a link group outside 0 … 4 or an output outside 0 … 7.
+/// for a link group outside 0 … 4 or an output outside 0 … 7 that a chosen section has to look up.
 std::string BuildReport(const MatrixConfig& config, const PrintingOptions& options,
                         const ReportSelection& selection);
 
