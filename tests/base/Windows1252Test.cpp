@@ -28,7 +28,17 @@ TEST(Windows1252, CharactersOutsideBecomeQuestionMarks) {
     EXPECT_FALSE(ExactUtf8ToWindows1252("a→b"));
     // The control characters that share numbers with € and others are not those characters.
     EXPECT_EQ(Utf8ToWindows1252("\xC2\x80"), "?");
-    // Cut, overlong and stray bytes.
-    for (const char* broken : {"\xC3", "\xC0\xAF", "\x80", "\xE2\x82"})
-        EXPECT_FALSE(ExactUtf8ToWindows1252(broken));
+    // Cut, overlong and stray bytes; what follows them is read again.
+    const std::pair<const char*, const char*> broken[] = {{"\xC3", "?"},
+                                                          {"\xC0\xAF", "?"},
+                                                          {"\x80", "?"},
+                                                          {"\xE2\x82", "??"},
+                                                          {"\xC3z", "?z"},
+                                                          {"\xE2\x82z", "??z"},
+                                                          {"\xF8\xC3\xA9", "?\xE9"},
+                                                          {"\xE0\x83\xA9z", "?z"}};
+    for (const auto& [utf8, bytes] : broken) {
+        EXPECT_EQ(Utf8ToWindows1252(utf8), bytes);
+        EXPECT_FALSE(ExactUtf8ToWindows1252(utf8));
+    }
 }

@@ -63,7 +63,7 @@ TEST(ConfigCheck, BaseAddressKeepsItsBlockWithinTheBus) {
 TEST(ConfigCheck, LevelsOutOfRangeOrOrder) {
     const CheckCase cases[] = {
         {[](MatrixConfig& c) { Levels(c) = {22.0F, 22.0F, -96.0F, flagTrue, 20.0F, flagFalse}; }, {}},
-        {[](MatrixConfig& c) { Levels(c).StepLevel = 0.5F; }, {}},
+        {[](MatrixConfig& c) { Levels(c).StepLevel = 0.5F, Levels(c).StartLevel = -36.0F; }, {}},
         {[](MatrixConfig& c) { Levels(c).MaximumLevel = 22.5F; },
          {"error: Mode 2, Output 3: Maximum level +22.5dB is outside -96dB to +22dB"}},
         {[](MatrixConfig& c) { Levels(c).MinimumLevel = -96.5F; },

@@ -45,8 +45,9 @@ TEST(ConfigDiff, LinesInTheUsersWords) {
          {"Mode 1, Output 1: Input sequence none -> OFF,1,2,3,4,5,6,7,8",
           "Mode 1, Output 1: Volume remote panels none -> 1",
           "Mode 1, Output 1: Input selector remote panels none -> 1"}},
-        {[](MatrixConfig& c) { c.Modes[0].OutputPanels[0].PanelVolumes = " a\"\\\x01\x81\x80"; },
-         {"Mode 1, Output 1: Volume remote panels none -> \" a\\\"\\\\\\x01\\x81\xE2\x82\xAC\""}},
+        {[](MatrixConfig& c) { c.Modes[0].OutputPanels[0].PanelVolumes = " a\"\\\x01\x7F\x81\x80\xA0"; },
+         {"Mode 1, Output 1: Volume remote panels none -> "
+          "\" a\\\"\\\\\\x01\\x7F\\x81\xE2\x82\xAC\xC2\xA0\""}},
         {[](MatrixConfig& c) { c.Modes[3].LinkGroup[4] = 2; }, {"Mode 4, Output 5: Link group none -> 2"}},
         {[](MatrixConfig& c) { c.InputTrim[0] = -1.5F; }, {"Input trim 1 0dB -> -1.5dB"}},
         {[](MatrixConfig& c) { c.VekNetBase = 1; }, {"VekNet base address 512 -> 1"}},
@@ -125,6 +126,8 @@ TEST(ConfigSummary, TellsModesAddressesNotesAndData) {
     MatrixConfig& config = stored.Config;
     config.Modes[0].OutputPanels[0] = DefaultMode().OutputPanels[0];
     config.Modes[0].OutputLevels[0].PreviousNotSetStartLevel = flagTrue;
+    config.Modes[0].OutputLevels[1].MaximumLevel = -12.125F; // as wide as its column
+    config.Modes[0].OutputLevels[1].MinimumLevel = -12.0625F;
     config.Modes[1].LinkGroup[0] = 3;
     config.Addresses.ModeAddressEnable[1] = flagTrue;
     config.Addresses.VolumeAddressEnable[2] = {0, 0, 7, flagTrue, 0, 0, 0, 0};
@@ -136,7 +139,9 @@ TEST(ConfigSummary, TellsModesAddressesNotesAndData) {
             "\nMode 1\n  Output  Group  Inputs               Start route  Volume panels  Selector panels  "
             "Maximum  Minimum  Mute on min  Step     Start\n"
             "  1       none   OFF,1,2,3,4,5,6,7,8  first        1              1                "
-            "+6dB     -36dB    yes          +1dB     previous (0dB)\n"));
+            "+6dB     -36dB    yes          +1dB     previous (0dB)\n"
+            "  2       none   none                 first        none           none             "
+            "-12.125dB -12.0625dB yes          +1dB     0dB\n"));
     EXPECT_THAT(page, HasSubstr("\nMode 2: unused, no output has inputs\n"));
     EXPECT_THAT(page, HasSubstr("\n  Mode recall address (In): 513 Mode 2\n"
                                 "  Output 3, Volume address (In): 538 Analog (7), 539 Mute\n\n"));

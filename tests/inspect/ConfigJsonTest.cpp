@@ -1,6 +1,7 @@
 #include "inspect/ConfigJson.h"
 
 #include "base/Bytes.h"
+#include "base/Errors.h"
 #include "inspect/Json.h"
 #include "model/RecordLayout.h"
 #include "support/RandomConfig.h"
@@ -132,6 +133,8 @@ TEST(ConfigJson, HandWrittenValuesAreTaken) {
                   .OutputPanels[0]
                   .PanelVolumes.Trimmed(),
               "12");
+    for (const int base : {-32768, 32767})
+        EXPECT_EQ(ConfigFromJson(Edited("512", std::to_string(base))).Config.VekNetBase, base);
     EXPECT_EQ(ConfigFromJson("\xEF\xBB\xBF" + ConfigToJson({})).Config, MatrixConfig());
 }
 
@@ -182,7 +185,29 @@ TEST(ConfigJson, ErrorsNameThePlace) {
     };
     for (const auto& test : cases)
         EXPECT_EQ(ErrorOf(Edited(test.From, test.To)), test.Error);
-    EXPECT_EQ(ErrorOf("[]"), "the document: must be an object");
+    const std::pair<const char*, const char*> documents[] = {
+        {"[]", "the document: must be an object"},
+        {"[0, [[], [{}, 1e39]]]", "/1/1/1: the number is too large"},
+        {R"({"a": [{"b": {}, "c": 1}, {"c": 1, "c": 1}]})", "/a/1/c: given twice"}};
+    for (const auto& [document, error] : documents)
+        EXPECT_EQ(ErrorOf(document), error);
     for (const char* broken : {"", "{", "{\"notes\": \"\xFF\"}", "nonsense"})
         EXPECT_THAT(ErrorOf(broken), testing::StartsWith("parse error at line 1, column ")) << broken;
+}
+
+TEST(StoredConfig, FilesAreReadWithWhatFollowsTheRecord) {
+    const TemporaryFolder folder;
+    const std::string path = folder.Path("a.VMC");
+    const std::string bytes = ReadText(DataPath("03.VMC")) + "tail";
+    WriteText(path, bytes);
+    EXPECT_EQ(FileBytes(LoadStoredConfig(path)), bytes);
+    constexpr std::size_t largest = std::size_t{64} << 20;
+    std::filesystem::resize_file(path, largest);
+    EXPECT_EQ(LoadStoredConfig(path).Tail.size(), largest - recordSize);
+    const auto expectError = [&](std::size_t size, const std::string& reason) {
+        std::filesystem::resize_file(path, size);
+        EXPECT_THAT([&] { LoadStoredConfig(path); }, testing::ThrowsMessage<FileError>(path + ": " + reason));
+    };
+    expectError(largest + 1, "longer than 64 MiB");
+    expectError(recordSize - 1, "shorter than a configuration: 6237 of 6238 bytes");
 }

@@ -10,6 +10,7 @@ using namespace vek;
 
 TEST(Configuration, NewConfigurationIsSavedAndNameless) {
     Config.VekNetBase = 3;
+    SavedConfig.VekNetBase = 4;
     ConfigChanged = true;
     CurrentFileName = "x";
     NewConfiguration();
@@ -54,12 +55,24 @@ TEST(Configuration, EveryFieldCountsAsADifference) {
 TEST(Configuration, BlankAndDefaultModes) {
     EXPECT_TRUE(IsBlankMode(ModeRecord()));
     EXPECT_FALSE(IsBlankMode(DefaultMode())) << "a reset mode asks again before the next reset";
+    void (*const settings[])(ModeRecord&) = {
+        [](ModeRecord& m) { m.LinkGroup[7] = 1; },
+        [](ModeRecord& m) { m.OutputPanels[7].PanelInputs = " 0"; },
+        [](ModeRecord& m) { m.OutputPanels[7].PanelSelects = "x"; },
+        [](ModeRecord& m) { m.OutputPanels[0].PanelVolumes = "1"; },
+        [](ModeRecord& m) { m.OutputPanels[7].UsePreviousRoute = 2; },
+        [](ModeRecord& m) { m.OutputLevels[7].StepLevel = 1.5F; },
+        [](ModeRecord& m) { m.OutputLevels[0].MuteOnMin = flagFalse; },
+    };
+    for (const auto& set : settings) {
+        ModeRecord mode;
+        set(mode);
+        EXPECT_FALSE(IsBlankMode(mode)) << &set - settings;
+    }
     ModeRecord mode;
     mode.OutputLevels[0].MuteOnMin = 1;
     EXPECT_TRUE(IsBlankMode(mode)) << "any non-zero flag is true";
-    mode.OutputLevels[7].StepLevel = 1.5F;
-    EXPECT_FALSE(IsBlankMode(mode));
-    EXPECT_FALSE(IsUsedMode(ModeRecord()));
+    EXPECT_FALSE(IsUsedMode(mode));
     mode.OutputPanels[7].PanelInputs = "  0";
     EXPECT_TRUE(IsUsedMode(mode));
     mode.LinkGroup = {0, 2, 0, 2, 0, 0, 0, 3};

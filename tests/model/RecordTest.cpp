@@ -6,6 +6,7 @@
 #include "support/RandomConfig.h"
 #include "support/TestData.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -107,7 +108,8 @@ TEST(ConfigFile, SavesOpensAndKeepsWhatFollowsTheRecord) {
     EXPECT_TRUE(ConfigDiffers()) << "only the commands make the read configuration the saved one";
 
     WriteText(path, "short");
-    EXPECT_THROW(ReadConfigFile(path), FileError);
+    EXPECT_THAT([&] { ReadConfigFile(path); },
+                testing::ThrowsMessage<FileError>(path + ": shorter than a configuration: 5 of 6238 bytes"));
     EXPECT_EQ(Config.VekNetBase, 77) << "a failed read changes nothing";
 }
 
