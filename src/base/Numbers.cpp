@@ -15,36 +15,6 @@ namespace {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-std::size_t SkipDigits(std::string_view text, std::size_t at) {
-    while (at < text.size() && IsDigit(text[at]))
-        ++at;
-    return at;
-}
-
-/// Where the decimal number that starts at `start` ends; `start` itself when there is no number.
-std::size_t NumberEnd(std::string_view text, std::size_t start) {
-    std::size_t at = start;
-    const std::size_t whole = SkipDigits(text, at);
-    bool anyDigit = whole > at;
-    at = whole;
-    if (at < text.size() && text[at] == '.') {
-        const std::size_t fraction = SkipDigits(text, at + 1);
-        anyDigit = anyDigit || fraction > at + 1;
-        at = fraction;
-    }
-    if (!anyDigit)
-        return start;
-    if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
-        std::size_t digits = at + 1;
-        if (digits < text.size() && (text[digits] == '+' || text[digits] == '-'))
-            ++digits;
-        const std::size_t exponentEnd = SkipDigits(text, digits);
-        if (exponentEnd > digits)
-            at = exponentEnd;
-    }
-    return at;
-}
-
 } // namespace
 
 double RoundHalfEven(double value) {
@@ -128,14 +98,17 @@ double LenientNumber(std::string_view text) {
     bool negative = false;
     if (at < text.size() && (text[at] == '+' || text[at] == '-'))
         negative = text[at++] == '-';
-    const std::size_t end = NumberEnd(text, at);
-    if (end == at)
+    // A second sign and the words for infinity are no numbers here.
+    if (at == text.size() || !(IsDigit(text[at]) || text[at] == '.'))
         return 0.0;
     double value = 0.0;
-    const auto result = std::from_chars(text.data() + at, text.data() + end, value);
-    if (result.ec == std::errc::result_out_of_range) {
+    const char* const start = text.data() + at;
+    const auto [end, error] = std::from_chars(start, text.data() + text.size(), value);
+    if (error == std::errc::invalid_argument)
+        return 0.0;
+    if (error == std::errc::result_out_of_range) {
         // from_chars does not tell too large from too small; a stream does.
-        std::istringstream stream{std::string(text.substr(at, end - at))};
+        std::istringstream stream{std::string(start, end)};
         stream.imbue(std::locale::classic());
         if (!(stream >> value))
             value = std::numeric_limits<double>::infinity();
