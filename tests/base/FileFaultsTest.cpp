@@ -57,20 +57,13 @@ class FileFaults : public testing::Test {
 };
 
 /// Makes call `nth` (from 1) of an operation fail. `nth` is 0 afterwards when it came to that.
-template <typename Result, typename... Args>
-void FailAt(std::function<Result(Args...)>& operation, int& nth, int error) {
-    operation = [real = operation, &nth, error](Args... args) -> Result {
-        if (nth > 0 && --nth == 0) {
-            errno = error;
-            return -1;
-        }
-        return real(args...);
-    };
-}
-
 template <auto Operation>
 void Fail(FileOperations& files, int& nth, int error) {
-    FailAt(files.*Operation, nth, error);
+    files.*Operation = [real = files.*Operation, &nth, error](auto... args) {
+        if (nth > 0 && --nth == 0)
+            return errno = error, decltype(real(args...)){-1};
+        return real(args...);
+    };
 }
 
 struct FaultCase {

@@ -1,4 +1,4 @@
-// The RS232 codes, the address list, the device export and the proposed names.
+// The RS232 codes as labels, the address list, the device export and the proposed names.
 #include "base/Errors.h"
 #include "model/Config.h"
 #include "reports/AddressList.h"
@@ -21,25 +21,6 @@ TEST(Rs232Codes, BareCodesInTheOrderOfTheLabels) {
     for (const Rs232Command& command : Rs232Commands())
         codes += Rs232Code(command, 0) + " " + Rs232Code(command, 7) + " ";
     EXPECT_EQ(codes, "U1 U8 D1 D8 V1n V8n N1 N8 P1 P8 I1n I8n M1 M8 m1 m8 ");
-}
-
-TEST(Rs232Codes, ListingOfOutputsAndModes) {
-    std::string report = "before";
-    AppendRs232Section(report);
-    EXPECT_THAT(report, StartsWith("before\r\nRS232 control for Output 1"
-                                   "\r\nVolume Step Up       \"U1\""
-                                   "\r\nVolume Step Down     \"D1\""
-                                   "\r\nVolume Level         \"V1n\" where n = 0 to 9"
-                                   "\r\nNext Input           \"N1\""
-                                   "\r\nPrevious Input       \"P1\""
-                                   "\r\nSelect Input         \"I1n\" where n = 1 to 8"
-                                   "\r\nMute On              \"M1\""
-                                   "\r\nMute Off             \"m1\""
-                                   "\r\n\r\nRS232 control for Output 2\r\n"));
-    EXPECT_THAT(report, HasSubstr("\r\nMute Off             \"m8\"\r\n\r\nRS232 control for Modes \r\n"
-                                  "Mode 1         \"R1\"\r\nMode 2         \"R2\"\r\n"));
-    EXPECT_THAT(report, testing::EndsWith("\r\nMode 8         \"R8\"\r\n"));
-    EXPECT_EQ(std::count(report.begin(), report.end(), '\n'), 8 * 10 + 10);
 }
 
 TEST(AddressList, IsEmptyOr256BareNumbersWhenNothingIsEnabled) {

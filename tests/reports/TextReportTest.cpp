@@ -76,18 +76,6 @@ TEST(TextReport, OutputOfAUsedModeIsListedInFull) {
     EXPECT_THAT(report, HasSubstr("Panel Step level = +1dB\r\n\r\nMode 2 is unused"));
 }
 
-TEST(TextReport, TrimsAreNumberedFromZero) {
-    MatrixConfig config;
-    config.InputTrim[7] = -12.5F;
-    config.OutputTrim[0] = 3.0F;
-    EXPECT_EQ(BuildReport(config, {.IncludeInputTrims = true}, ReportSelection()),
-              "\r\n\r\nInput trims        \r\n    Input 0 = 0dB\r\n    Input 1 = 0dB\r\n    Input 2 = 0dB"
-              "\r\n    Input 3 = 0dB\r\n    Input 4 = 0dB\r\n    Input 5 = 0dB\r\n    Input 6 = 0dB"
-              "\r\n    Input 7 = -12.5dB");
-    EXPECT_THAT(BuildReport(config, {.IncludeOutputTrims = true}, ReportSelection()),
-                testing::StartsWith("\r\n\r\nOutput trims        \r\n    Output 0 = +3dB\r\n"));
-}
-
 struct LinkCase {
     const char* Description;
     std::array<std::int16_t, outputCount> Linked; ///< groups of the reported mode
