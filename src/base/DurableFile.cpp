@@ -89,7 +89,7 @@ OldFile OpenOldFile(const std::string& target, const FileOperations& operations,
 
 void TakeOverModeAndOwner(const Descriptor& file, const OldFile& old, const FileOperations& operations,
                           const CheckedFile& checked) {
-    // Refused for another user's file in a shared folder: the content matters more than the owner.
+    // May be refused for another user's file in a shared folder: the content matters more than the owner.
     if (old.File.Open())
         operations.ChangeOwner(file.Get(), old.Status.st_uid, old.Status.st_gid);
     if (operations.ChangeMode(file.Get(), old.File.Open() ? old.Status.st_mode & 07777 : NewFileMode()) != 0)

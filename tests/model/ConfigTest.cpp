@@ -7,7 +7,14 @@
 
 using namespace vek;
 
+namespace {
+
+const bool changedAtStart = ConfigChanged;
+
+} // namespace
+
 TEST(Configuration, NewConfigurationIsSavedAndNameless) {
+    EXPECT_FALSE(changedAtStart);
     Config.VekNetBase = 3;
     SavedConfig.VekNetBase = 4;
     ConfigChanged = true;
