@@ -4,7 +4,7 @@
 #include "controls/FaderAccessible.h"
 #include "controls/FaderKnob.h"
 #include "controls/KeyFilteredLineEdit.h"
-#include "model/Panels.h"
+#include "model/Levels.h"
 
 #include <QAccessible>
 #include <QEvent>

@@ -28,10 +28,10 @@ class LevelTrim : public QWidget {
     /// decibels; the knob then stands at the nearest end. Must be finite.
     float Level() const { return level_; }
     void SetLevel(float value);
-    /// dB at the top of the track; initially 6.
+    /// dB at the top of the track; initially trimMaximum.
     float MaxLevel() const { return range_.Max; }
     void SetMaxLevel(float value);
-    /// dB at the bottom of the track; initially -18.
+    /// dB at the bottom of the track; initially trimMinimum.
     float MinLevel() const { return range_.Min; }
     void SetMinLevel(float value);
 

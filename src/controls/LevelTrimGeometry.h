@@ -1,14 +1,16 @@
 // Where the knob of a fader stands for a level, and which level a knob position means.
 #pragma once
 
+#include "model/Levels.h"
+
 #include <array>
 
 namespace vek {
 
 /// Limits of a fader in dB.
 struct LevelRange {
-    float Max = 6.0F;
-    float Min = -18.0F;
+    float Max = trimMaximum;
+    float Min = trimMinimum;
 };
 
 /// The track of a fader, in any unit; y grows downwards.

@@ -14,10 +14,7 @@ char16_t UpperCase(char16_t key) {
     return key >= u'a' && key <= u'z' ? static_cast<char16_t>(key - u'a' + u'A') : key;
 }
 
-bool IsListCharacter(char16_t key) {
-    const char16_t upper = UpperCase(key);
-    return (upper >= u'0' && upper <= u'9') || (upper >= u'A' && upper <= u'G');
-}
+bool IsAscii(char16_t key) { return key < 0x80; }
 
 bool IsRepeated(char16_t key, std::u16string_view rest) {
     return std::any_of(rest.begin(), rest.end(),
@@ -26,7 +23,8 @@ bool IsRepeated(char16_t key, std::u16string_view rest) {
 
 KeyVerdict CheckInput(char16_t key, std::u16string_view rest) {
     const bool full = rest.size() >= static_cast<std::size_t>(LongestList(NumberList::InputSequence));
-    return key > u'8' || full || IsRepeated(key, rest) ? KeyVerdict::Discard : KeyVerdict::Accept;
+    const bool accept = IsInputChar(static_cast<char>(key)) && !full && !IsRepeated(key, rest);
+    return accept ? KeyVerdict::Accept : KeyVerdict::Discard;
 }
 
 KeyVerdict CheckPanel(NumberList list, char16_t key, std::u16string_view rest, const TakenMarks& taken) {
@@ -42,10 +40,12 @@ KeyVerdict CheckPanel(NumberList list, char16_t key, std::u16string_view rest, c
 
 } // namespace
 
-int LongestList(NumberList list) { return list == NumberList::InputSequence ? 9 : 16; }
+int LongestList(NumberList list) {
+    return static_cast<int>(list == NumberList::InputSequence ? inputCharacters.size() : panelCount);
+}
 
 KeyVerdict CheckListKey(NumberList list, char16_t key, std::u16string_view rest, const TakenMarks& taken) {
-    if (!IsListCharacter(key))
+    if (!IsAscii(key))
         return KeyVerdict::Discard;
     return list == NumberList::InputSequence ? CheckInput(key, rest) : CheckPanel(list, key, rest, taken);
 }

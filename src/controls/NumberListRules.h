@@ -1,7 +1,7 @@
 // Which characters a list of inputs or remote panels takes, and how it is put in order.
 #pragma once
 
-#include "model/Config.h"
+#include "model/Panels.h"
 
 #include <array>
 #include <optional>

@@ -1,10 +1,9 @@
 #include "controls/dBText.h"
 
 #include "base/Numbers.h"
-#include "controls/HalfDecibels.h"
 #include "controls/KeyFilteredLineEdit.h"
 #include "controls/UpDownButtons.h"
-#include "model/Panels.h"
+#include "model/Levels.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -14,8 +13,6 @@ namespace vek {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr float stepLevel = 0.5F; // dB
 
 /// The digits 0 to 8, the signs and the point; 9 is refused like any other key.
 bool TakesKey(QChar key, const QString&) {
@@ -80,7 +77,7 @@ void dBText::SetAccessibleTitle(const QString& title) {
 void dBText::TakeText() { SetLevel(static_cast<float>(LenientNumber(Text1_->text().toStdString()))); }
 
 void dBText::Step(int direction) {
-    SetLevel(level_ + static_cast<float>(direction) * stepLevel);
+    SetLevel(level_ + static_cast<float>(direction) * levelStep);
     Text1_->selectAll();
 }
 

@@ -1,6 +1,8 @@
 // A box for entering a level in half decibels.
 #pragma once
 
+#include "model/Levels.h"
+
 #include <QWidget>
 
 namespace vek {
@@ -8,8 +10,8 @@ namespace vek {
 class KeyFilteredLineEdit;
 class UpDownButtons;
 
-/// Children: the text box `Text1` ("+1.5dB") and the buttons `Up` and `Down`, which step by 0.5 dB and repeat
-/// while held. The arrow keys step from the keyboard. The level is within the limits after any change.
+/// Children: the text box `Text1` ("+1.5dB") and the buttons `Up` and `Down`, which step by levelStep and
+/// repeat while held. The arrow keys step from the keyboard. The level is within the limits after any change.
 class dBText : public QWidget {
     Q_OBJECT
     Q_PROPERTY(float Level READ Level WRITE SetLevel)
@@ -23,7 +25,7 @@ class dBText : public QWidget {
     /// dB; a level that is set is snapped to half decibels and limited. Initially 0.
     float Level() const { return level_; }
     void SetLevel(float value);
-    /// dB; setting a limit pulls the level inside. Initially 22 and -96.
+    /// dB; setting a limit pulls the level inside. Initially levelMaximum and levelMinimum.
     float MaxLevel() const { return maxLevel_; }
     void SetMaxLevel(float value);
     float MinLevel() const { return minLevel_; }
@@ -50,8 +52,8 @@ class dBText : public QWidget {
     void Leave();
 
     float level_ = 0.0F;
-    float maxLevel_ = 22.0F;
-    float minLevel_ = -96.0F;
+    float maxLevel_ = levelMaximum;
+    float minLevel_ = levelMinimum;
     KeyFilteredLineEdit* Text1_;
     UpDownButtons* buttons_;
 };

@@ -4,6 +4,7 @@
 #include "controls/KeyFilteredLineEdit.h"
 #include "controls/UpDownButtons.h"
 #include "dialogs/DialogButtons.h"
+#include "model/VekNetAddresses.h"
 
 #include <QDialogButtonBox>
 #include <QGridLayout>
@@ -19,10 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int lowestAddress = 1;
-constexpr int highestAddress = 2047;
 constexpr int titleCharacters = 48; // room for the title beside the buttons of the window's frame
-constexpr int blockLength = 256;    ///< addresses that a unit occupies from its base on
 
 bool IsDigit(QChar key, const QString&) { return key >= u'0' && key <= u'9'; }
 
@@ -38,7 +36,8 @@ VekNetBaseForm::VekNetBaseForm(std::int16_t base, Dialogs& dialogs, QWidget* par
     Text1_->setContextMenuPolicy(Qt::PreventContextMenu);
     Text1_->setAccessibleName(u"Base address"_s);
     buttons_->SetAccessibleTitle(u"Base address"_s);
-    auto* label = new QLabel(u"&Base address (%1 to %2):"_s.arg(lowestAddress).arg(highestAddress), this);
+    auto* label =
+        new QLabel(u"&Base address (%1 to %2):"_s.arg(lowestVekNetAddress).arg(highestVekNetAddress), this);
     label->setBuddy(Text1_);
     block_->setObjectName("Block"_L1);
 
@@ -66,7 +65,7 @@ VekNetBaseForm::VekNetBaseForm(std::int16_t base, Dialogs& dialogs, QWidget* par
 }
 
 void VekNetBaseForm::SetAddress(int value) {
-    address_ = std::clamp(value, lowestAddress, highestAddress);
+    address_ = std::clamp(value, lowestVekNetAddress, highestVekNetAddress);
     Text1_->setText(QString::number(address_));
 }
 
@@ -75,7 +74,8 @@ double VekNetBaseForm::TypedNumber() const {
 }
 
 void VekNetBaseForm::LeaveBox() {
-    SetAddress(static_cast<int>(std::clamp<double>(TypedNumber(), lowestAddress, highestAddress)));
+    SetAddress(
+        static_cast<int>(std::clamp<double>(TypedNumber(), lowestVekNetAddress, highestVekNetAddress)));
 }
 
 void VekNetBaseForm::Store() {
@@ -88,11 +88,13 @@ void VekNetBaseForm::Store() {
 }
 
 void VekNetBaseForm::ShowBlock() {
-    const double first = TypedNumber();
-    const bool outside = first < lowestAddress || first > highestAddress;
-    const QString range =
-        u"Addresses %1 – %2"_s.arg(first, 0, 'f', 0).arg(first + blockLength - 1, 0, 'f', 0);
-    block_->setText(outside ? u"%1 to %2 are valid"_s.arg(lowestAddress).arg(highestAddress) : range);
+    const double typed = TypedNumber();
+    if (typed < lowestVekNetAddress || typed > highestVekNetAddress) {
+        block_->setText(u"%1 to %2 are valid"_s.arg(lowestVekNetAddress).arg(highestVekNetAddress));
+        return;
+    }
+    const auto first = static_cast<int>(typed);
+    block_->setText(u"Addresses %1 – %2"_s.arg(first).arg(LastVekNetAddress(first)));
 }
 
 void VekNetBaseForm::keyPressEvent(QKeyEvent* event) {

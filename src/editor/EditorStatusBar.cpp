@@ -3,6 +3,7 @@
 #include "controls/ElidedLabel.h"
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"
+#include "model/VekNetAddresses.h"
 
 namespace vek {
 
@@ -10,7 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int lastOffset = 255;
 constexpr int stateCharacters = 48; // of the online state: the name of a device leaves room for the file's
 
 /// Labels are laid out anew when their text is set, so an unchanged text is left alone.
@@ -48,7 +48,7 @@ void EditorStatusBar::ShowState(const QString& onlinePort) {
     if (file_->toolTip() != QString::fromStdString(CurrentFileName))
         file_->setToolTip(QString::fromStdString(CurrentFileName));
     SetText(changes_, ConfigDiffers() ? tr("Unsaved changes") : tr("No unsaved changes"));
-    SetText(addresses_, tr("Base %1-%2").arg(Config.VekNetBase).arg(Config.VekNetBase + lastOffset));
+    SetText(addresses_, tr("Base %1-%2").arg(Config.VekNetBase).arg(LastVekNetAddress(Config.VekNetBase)));
     SetText(onlineState_, onlinePort.isEmpty() ? tr("Offline") : tr("Online on %1").arg(onlinePort));
     if (onlineState_->toolTip() != onlinePort)
         onlineState_->setToolTip(onlinePort);

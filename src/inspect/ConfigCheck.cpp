@@ -3,7 +3,9 @@
 #include "base/Errors.h"
 #include "inspect/FieldTexts.h"
 #include "link/DownloadImage.h"
+#include "model/Levels.h"
 #include "model/Panels.h"
+#include "model/VekNetAddresses.h"
 
 #include <algorithm>
 #include <span>
@@ -12,18 +14,14 @@ namespace vek {
 
 namespace {
 
-constexpr int lowestAddress = 1;
-constexpr int highestAddress = 2047;
-constexpr int addressCount = 256;
-
 /// What can be set in the editor, in dB.
 struct Range {
     float Lowest;
     float Highest;
 };
-constexpr Range levelRange = {-96.0F, 22.0F};
-constexpr Range stepRange = {0.5F, 20.0F};
-constexpr Range trimRange = {-18.0F, 6.0F};
+constexpr Range levelRange = {levelMinimum, levelMaximum};
+constexpr Range stepRange = {stepMinimum, stepMaximum};
+constexpr Range trimRange = {trimMinimum, trimMaximum};
 
 class Findings {
   public:
@@ -40,11 +38,11 @@ std::string OutputName(std::size_t mode, std::size_t output) {
 }
 
 void CheckBase(const MatrixConfig& config, Findings& findings) {
-    const int last = config.VekNetBase + addressCount - 1;
-    if (config.VekNetBase < lowestAddress || last > highestAddress)
+    const int last = LastVekNetAddress(config.VekNetBase);
+    if (config.VekNetBase < lowestVekNetAddress || last > highestVekNetAddress)
         findings.Add(Severity::Error, "VekNet base address " + std::to_string(config.VekNetBase),
                      "the addresses reach to " + std::to_string(last) + ", they must stay within " +
-                         std::to_string(lowestAddress) + " to " + std::to_string(highestAddress));
+                         std::to_string(lowestVekNetAddress) + " to " + std::to_string(highestVekNetAddress));
 }
 
 void CheckRange(const std::string& where, std::string_view caption, float level, const Range& range,
@@ -81,9 +79,9 @@ void CheckLevels(const std::string& where, const OutputLevelRecord& levels, Find
 }
 
 void CheckCharacters(const std::string& where, std::string_view caption, std::string_view text,
-                     std::string_view allowed, std::string_view consequence, Findings& findings) {
+                     bool (*allowed)(char), std::string_view consequence, Findings& findings) {
     for (const char character : text) {
-        if (allowed.find(character) != std::string_view::npos)
+        if (allowed(character))
             continue;
         std::string message(caption);
         message += " " + QuotedText(text) + ": the device takes " + QuotedText({&character, 1}) + " for ";
@@ -93,12 +91,11 @@ void CheckCharacters(const std::string& where, std::string_view caption, std::st
 }
 
 void CheckTexts(const std::string& where, const PanelRecord& panels, Findings& findings) {
-    constexpr std::string_view panelCharacters = "123456789ABCDEFGabcdefg";
-    CheckCharacters(where, "Input sequence", panels.PanelInputs.Trimmed(), inputNumbers.Characters,
+    CheckCharacters(where, "Input sequence", panels.PanelInputs.Trimmed(), IsInputChar,
                     "no input that it has", findings);
-    CheckCharacters(where, "Volume remote panels", panels.PanelVolumes.Trimmed(), panelCharacters, "panel 1",
+    CheckCharacters(where, "Volume remote panels", panels.PanelVolumes.Trimmed(), IsPanelChar, "panel 1",
                     findings);
-    CheckCharacters(where, "Input selector remote panels", panels.PanelSelects.Trimmed(), panelCharacters,
+    CheckCharacters(where, "Input selector remote panels", panels.PanelSelects.Trimmed(), IsPanelChar,
                     "panel 1", findings);
 }
 

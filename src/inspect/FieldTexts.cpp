@@ -2,7 +2,7 @@
 
 #include "base/Numbers.h"
 #include "base/Windows1252.h"
-#include "model/Panels.h"
+#include "model/Levels.h"
 
 #include <array>
 #include <bit>

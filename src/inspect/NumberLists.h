@@ -1,6 +1,8 @@
 // The lists of inputs and panels, which the configuration keeps as texts of one character per entry.
 #pragma once
 
+#include "model/Panels.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,9 +19,9 @@ struct NumberCharacters {
 };
 
 /// Inputs 1 … 8, 0 for off.
-inline constexpr NumberCharacters inputNumbers = {"012345678", 0};
+inline constexpr NumberCharacters inputNumbers = {inputCharacters, 0};
 /// Remote panels 1 … 16.
-inline constexpr NumberCharacters panelNumbers = {"123456789ABCDEFG", 1};
+inline constexpr NumberCharacters panelNumbers = {panelCharacters, 1};
 
 /// The text without the blanks that pad it on the right.
 std::string_view WithoutPadding(std::string_view padded);

@@ -2,7 +2,7 @@
 
 #include "base/Errors.h"
 #include "base/Numbers.h"
-#include "model/Panels.h"
+#include "model/Levels.h"
 #include "model/VekNetAddresses.h"
 
 #include <algorithm>
@@ -17,7 +17,7 @@ namespace {
 using Bytes = std::span<std::uint8_t>;
 
 // | 256 address enables | 8 mode blocks | 8 × (input trim, output trim) | gap | modes in use | base | gap |
-constexpr std::size_t addressCount = 256;
+constexpr std::size_t addressCount = vekNetAddressCount;
 constexpr std::size_t modeBlocksOffset = addressCount;
 constexpr std::size_t modeBlockSize = 235;
 constexpr std::size_t trimsOffset = 2136;
@@ -49,7 +49,8 @@ constexpr std::size_t linkTableSize = 16;
 
 /// R is the range between the level limits in half-dB steps.
 struct OutputRecord {
-    std::array<std::uint8_t, 9> AllowedInputs = {}; ///< 1 + input, in order; 0 after the last
+    std::array<std::uint8_t, inputCharacters.size()> AllowedInputs =
+        {}; ///< 1 + input, in order; 0 after the last
     std::uint8_t TopCode = 0;
     std::uint8_t BottomCode = 0;
     std::uint8_t AnalogPerStep = 0;  ///< 255 / R in 32nds
@@ -108,12 +109,11 @@ std::uint8_t In32nds(float ratio) {
 }
 
 OutputRecord BuildOutputRecord(OutputLevelRecord& levels, std::string_view panelInputs) {
-    constexpr float stepsPerDb = 2.0F;
     constexpr float analogSteps = 255.0F;
     constexpr float rangeParts = 11.0F;
 
     const float span = CheckedSingle(levels.MaximumLevel - levels.MinimumLevel);
-    const float range = CheckedSingle(stepsPerDb * span);
+    const float range = CheckedSingle(codesPerDb * span);
 
     OutputRecord record;
     for (std::size_t i = 0; i < panelInputs.size(); ++i)
@@ -131,7 +131,7 @@ OutputRecord BuildOutputRecord(OutputLevelRecord& levels, std::string_view panel
     record.AnalogPerStep = In32nds(CheckedQuotient(analogSteps, range));
     record.StepsPerAnalog = In32nds(CheckedQuotient(range, analogSteps));
     record.EleventhOfRange = std::max<std::uint8_t>(ToByte(CheckedQuotient(range, rangeParts)), 1);
-    record.Step = ToByte(CheckedSingle(stepsPerDb * levels.StepLevel));
+    record.Step = ToByte(CheckedSingle(codesPerDb * levels.StepLevel));
     record.StartCode = VolumeCode(levels.StartLevel);
     return record;
 }
@@ -184,13 +184,8 @@ void EncodeMode(ModeRecord& mode, Bytes block) {
 } // namespace
 
 std::uint8_t VolumeCode(float& level) {
-    constexpr float stepsPerDb = 2.0F;
-    constexpr float zeroDbCode = 210.0F;
-    if (level > highestVolumeLevel)
-        level = highestVolumeLevel;
-    if (level < lowestVolumeLevel)
-        level = lowestVolumeLevel;
-    return ToByte(stepsPerDb * level + zeroDbCode);
+    level = LimitLevel(level, levelMaximum, levelMinimum);
+    return ToByte(VolumeChipCode(level));
 }
 
 EncodedImage EncodeImage(const MatrixConfig& config) {

@@ -19,7 +19,7 @@ struct DownloadImage {
 };
 
 /// An image with the configuration as its build leaves it: levels limited to what the volume chip can take
-/// (-96 … +22 dB) and panel texts without leading blanks.
+/// and panel texts without leading blanks.
 struct EncodedImage {
     DownloadImage Image;
     MatrixConfig Config;
@@ -31,11 +31,7 @@ struct EncodedImage {
 /// 15).
 EncodedImage EncodeImage(const MatrixConfig& config);
 
-inline constexpr float lowestVolumeLevel = -96.0F; ///< dB
-inline constexpr float highestVolumeLevel = 22.0F; ///< dB
-
-/// Code of the volume chip for a level in dB: half-dB steps, 210 is 0 dB. A level outside -96 … +22 dB is set
-/// to the nearer limit first.
+/// Code of the volume chip for a level in dB, which is first limited to what the chip can take.
 std::uint8_t VolumeCode(float& level);
 
 } // namespace vek

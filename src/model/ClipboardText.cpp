@@ -1,6 +1,7 @@
 #include "model/ClipboardText.h"
 
 #include "base/Numbers.h"
+#include "model/Levels.h"
 
 namespace vek {
 

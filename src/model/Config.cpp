@@ -1,7 +1,6 @@
 #include "model/Config.h"
 
 #include <algorithm>
-#include <cmath>
 #include <string>
 
 namespace vek {
@@ -24,7 +23,7 @@ ModeRecord DefaultMode() {
     ModeRecord mode;
     for (std::size_t output = 0; output < outputCount; ++output) {
         const std::string number = std::to_string(output + 1);
-        mode.OutputPanels[output].PanelInputs = "012345678";
+        mode.OutputPanels[output].PanelInputs = inputCharacters;
         mode.OutputPanels[output].PanelVolumes = number;
         mode.OutputPanels[output].PanelSelects = number;
     }
@@ -41,6 +40,18 @@ std::size_t LinkLeader(const ModeRecord& mode, std::int16_t group) {
                                     mode.LinkGroup.begin());
 }
 
-bool IsValidLevel(float level) { return std::isfinite(level); }
+std::optional<std::size_t> OutputUsingPanel(const ModeRecord& mode, PanelList list, std::size_t panel,
+                                            std::size_t output) {
+    for (std::size_t other = 0; other < outputCount; ++other) {
+        const PanelRecord& panels = mode.OutputPanels[other];
+        const std::string_view text =
+            list == PanelList::Volumes ? panels.PanelVolumes.Trimmed() : panels.PanelSelects.Trimmed();
+        const bool uses =
+            std::any_of(text.begin(), text.end(), [panel](char c) { return PanelCharToIndex(c) == panel; });
+        if (other != output && uses)
+            return other;
+    }
+    return std::nullopt;
+}
 
 } // namespace vek

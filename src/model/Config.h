@@ -4,17 +4,19 @@
 #pragma once
 
 #include "base/FixedText.h"
+#include "model/Panels.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 namespace vek {
 
 inline constexpr std::size_t modeCount = 8;
 inline constexpr std::size_t inputCount = 8;
 inline constexpr std::size_t outputCount = 8;
-inline constexpr std::size_t panelCount = 16;
+static_assert(inputCharacters.size() == 1 + inputCount);
 inline constexpr std::int16_t linkGroupCount = 4;
 inline constexpr std::size_t notesLength = 1500;
 
@@ -45,10 +47,11 @@ struct OutputLevelRecord {
 
 /// Remote panels and input sequence of one output in one mode.
 struct PanelRecord {
-    FixedText<9> PanelInputs;          ///< inputs that may be selected, in order: "1" … "8", "0" for off
-    FixedText<16> PanelVolumes;        ///< panels that control the volume, one panel character each
-    FixedText<16> PanelSelects;        ///< panels that select the input, one panel character each
-    Flag UsePreviousRoute = flagFalse; ///< keep the previous input when the mode is recalled
+    // One character of model/Panels.h each.
+    FixedText<inputCharacters.size()> PanelInputs; ///< inputs that may be selected, in order
+    FixedText<panelCount> PanelVolumes;            ///< panels that control the volume
+    FixedText<panelCount> PanelSelects;            ///< panels that select the input
+    Flag UsePreviousRoute = flagFalse;             ///< keep the previous input when the mode is recalled
 
     bool operator==(const PanelRecord&) const = default;
 };
@@ -101,9 +104,15 @@ bool IsUsedMode(const ModeRecord& mode);
 /// The first output (0 … 7) of the link group in this mode, outputCount when no output belongs to it.
 std::size_t LinkLeader(const ModeRecord& mode, std::int16_t group);
 
-/// True for a level that can be computed with: neither infinite nor not-a-number. `group` is valid from 0
-/// to 4.
-bool IsValidLevel(float level);
+/// The two texts of PanelRecord that give panels to outputs.
+enum class PanelList { Volumes, Selects };
+
+/// The output (0 … 7) other than `output` whose list in this mode names the panel (index 0 … 15), the lowest
+/// first.
+std::optional<std::size_t> OutputUsingPanel(const ModeRecord& mode, PanelList list, std::size_t panel,
+                                            std::size_t output);
+
+/// True for 0 (not linked) and the groups 1 … 4.
 constexpr bool IsValidLinkGroup(int group) { return group >= 0 && group <= linkGroupCount; }
 
 } // namespace vek

@@ -2,15 +2,9 @@
 
 #include "base/Numbers.h"
 
-#include <algorithm>
-#include <string_view>
-
 namespace vek {
 
 namespace {
-
-constexpr std::string_view panelCharacters = "123456789ABCDEFG";
-static_assert(panelCharacters.size() == panelCount);
 
 std::size_t FindPanel(char character) {
     const bool lowerCase = character >= 'a' && character <= 'z';
@@ -29,26 +23,5 @@ char PanelIndexToChar(std::size_t index) {
 }
 
 bool IsPanelChar(char character) { return FindPanel(character) != std::string_view::npos; }
-
-std::string FormatLevelText(float level) {
-    std::string text = level > 0 ? "+" : "";
-    text += GeneralNumber(level);
-    text += "dB";
-    return text;
-}
-
-std::optional<std::size_t> OutputUsingPanel(const ModeRecord& mode, PanelList list, std::size_t panel,
-                                            std::size_t output) {
-    for (std::size_t other = 0; other < outputCount; ++other) {
-        const PanelRecord& panels = mode.OutputPanels[other];
-        const std::string_view text =
-            list == PanelList::Volumes ? panels.PanelVolumes.Trimmed() : panels.PanelSelects.Trimmed();
-        const bool uses =
-            std::any_of(text.begin(), text.end(), [panel](char c) { return PanelCharToIndex(c) == panel; });
-        if (other != output && uses)
-            return other;
-    }
-    return std::nullopt;
-}
 
 } // namespace vek

@@ -1,12 +1,16 @@
-// Remote-panel characters and level texts.
+// The characters that stand for inputs and remote panels in the texts of a configuration.
 #pragma once
 
-#include "model/Config.h"
-
-#include <optional>
-#include <string>
+#include <cstddef>
+#include <string_view>
 
 namespace vek {
+
+/// Off, then inputs 1 … 8.
+inline constexpr std::string_view inputCharacters = "012345678";
+/// Remote panels 1 … 16.
+inline constexpr std::string_view panelCharacters = "123456789ABCDEFG";
+inline constexpr std::size_t panelCount = panelCharacters.size();
 
 /// Panel index 0 … 15 of a panel character ("1" – "9", then "A" – "G" in either case); any other character is
 /// 0.
@@ -18,15 +22,9 @@ char PanelIndexToChar(std::size_t index);
 /// True for the 16 panel characters, letters in either case.
 bool IsPanelChar(char character);
 
-/// A level as the user reads it: "+6dB", "0dB", "-12.5dB".
-std::string FormatLevelText(float level);
-
-/// The two texts of PanelRecord that give panels to outputs.
-enum class PanelList { Volumes, Selects };
-
-/// The output (0 … 7) other than `output` whose list in this mode names the panel (index 0 … 15), the lowest
-/// first.
-std::optional<std::size_t> OutputUsingPanel(const ModeRecord& mode, PanelList list, std::size_t panel,
-                                            std::size_t output);
+/// True for "0" … "8".
+constexpr bool IsInputChar(char character) {
+    return inputCharacters.find(character) != std::string_view::npos;
+}
 
 } // namespace vek

@@ -2,6 +2,7 @@
 
 #include "base/Bytes.h"
 #include "base/Errors.h"
+#include "model/Levels.h"
 
 #include <string>
 

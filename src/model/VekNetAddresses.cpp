@@ -64,7 +64,7 @@ constexpr bool BlocksFillTheAddresses() {
             return false;
         next += static_cast<int>(unitCount * block.Functions.size());
     }
-    return next == 256;
+    return next == vekNetAddressCount;
 }
 static_assert(BlocksFillTheAddresses(), "the blocks neither overlap nor leave a gap");
 

@@ -10,6 +10,15 @@
 
 namespace vek {
 
+/// Addresses that a unit occupies from its base on.
+inline constexpr int vekNetAddressCount = 256;
+/// What the VekNet has; the editor sets a base within it.
+inline constexpr int lowestVekNetAddress = 1;
+inline constexpr int highestVekNetAddress = 2047;
+
+/// The last address of a unit.
+constexpr int LastVekNetAddress(int base) { return base + vekNetAddressCount - 1; }
+
 enum class AddressGroup { Mode, Volume, RouteControl, Route };
 /// "Input" addresses drive the Matrix Vek, "output" addresses report from it.
 enum class AddressSide { Input, Output };

@@ -4,6 +4,7 @@
 #include "controls/LevelTrim.h"
 #include "controls/TextConversion.h"
 #include "controls/dBText.h"
+#include "model/Levels.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -19,15 +20,6 @@ namespace vek {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// What the volume chip can take, less what trims and offset can add: no sum that can be set leaves its range.
-constexpr float sliderMaximum = 10.0F;
-constexpr float sliderMinimum = -62.0F;
-
-constexpr float levelMaximum = 22.0F;
-constexpr float levelMinimum = -96.0F;
-constexpr float stepMaximum = 20.0F;
-constexpr float stepMinimum = 0.5F;
 
 /// A row of the limits: caption, box and, for three of them, the button that takes the slider's level over.
 struct LimitRow {

@@ -3,7 +3,6 @@
 #include "controls/HintLabel.h"
 #include "controls/RemoteNumberPanel.h"
 #include "controls/TextConversion.h"
-#include "model/Panels.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

@@ -2,6 +2,7 @@
 
 #include "controls/LevelTrim.h"
 #include "controls/TextConversion.h"
+#include "model/Levels.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>

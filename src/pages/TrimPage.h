@@ -11,10 +11,6 @@ namespace vek {
 
 class LevelTrim;
 
-/// Trims and the online offset have the same range, dB.
-inline constexpr float trimMaximum = 6.0F;
-inline constexpr float trimMinimum = -18.0F;
-
 class TrimPage : public QWidget {
     Q_OBJECT
 

@@ -1,7 +1,7 @@
 #include "reports/TextReport.h"
 
 #include "base/Numbers.h"
-#include "model/Panels.h"
+#include "model/Levels.h"
 #include "reports/AddressList.h"
 #include "reports/Rs232Codes.h"
 

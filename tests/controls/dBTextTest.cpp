@@ -1,6 +1,6 @@
 #include "controls/dBText.h"
 
-#include "controls/HalfDecibels.h"
+#include "model/Levels.h"
 #include "support/Windows.h"
 
 #include <QLineEdit>

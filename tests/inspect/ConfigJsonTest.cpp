@@ -3,6 +3,7 @@
 #include "base/Bytes.h"
 #include "base/Errors.h"
 #include "inspect/Json.h"
+#include "model/Levels.h"
 #include "model/RecordLayout.h"
 #include "support/RandomConfig.h"
 #include "support/TestData.h"

@@ -1,5 +1,6 @@
 #include "model/Config.h"
 
+#include "model/Levels.h"
 #include "model/Panels.h"
 #include "model/ProgramState.h"
 

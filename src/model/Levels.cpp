@@ -1,10 +1,12 @@
-#include "controls/HalfDecibels.h"
+#include "model/Levels.h"
 
 #include "base/Numbers.h"
 
 #include <cmath>
 
 namespace vek {
+
+bool IsValidLevel(float level) { return std::isfinite(level); }
 
 float SnapHalfDecibels(float level) {
     if (std::isnan(level))
@@ -27,6 +29,13 @@ float LimitLevel(float level, float maxLevel, float minLevel) {
     if (level > maxLevel)
         return maxLevel;
     return level < minLevel ? minLevel : level;
+}
+
+std::string FormatLevelText(float level) {
+    std::string text = level > 0 ? "+" : "";
+    text += GeneralNumber(level);
+    text += "dB";
+    return text;
 }
 
 } // namespace vek
