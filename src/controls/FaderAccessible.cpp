@@ -1,7 +1,7 @@
 #include "controls/FaderAccessible.h"
 
 #include "controls/FaderKnob.h"
-#include "controls/LevelTrim.h"
+#include "model/Levels.h"
 
 #include <QAccessibleWidget>
 
@@ -11,8 +11,8 @@ namespace {
 
 class FaderAccessible final : public QAccessibleWidget, public QAccessibleValueInterface {
   public:
-    FaderAccessible(FaderKnob* knob, LevelTrim* fader)
-        : QAccessibleWidget(knob, QAccessible::Slider), fader_(fader) {}
+    explicit FaderAccessible(FaderKnob* knob)
+        : QAccessibleWidget(knob, QAccessible::Slider), level_(knob->Shown()) {}
 
     void* interface_cast(QAccessible::InterfaceType type) override {
         if (type == QAccessible::ValueInterface)
@@ -20,20 +20,19 @@ class FaderAccessible final : public QAccessibleWidget, public QAccessibleValueI
         return QAccessibleWidget::interface_cast(type);
     }
 
-    QVariant currentValue() const override { return fader_->Level(); }
-    void setCurrentValue(const QVariant& value) override { fader_->MoveTo(value.toDouble()); }
-    QVariant maximumValue() const override { return fader_->MaxLevel(); }
-    QVariant minimumValue() const override { return fader_->MinLevel(); }
-    QVariant minimumStepSize() const override { return 1.0F; }
+    QVariant currentValue() const override { return level_.Level(); }
+    void setCurrentValue(const QVariant& value) override { level_.MoveTo(value.toDouble()); }
+    QVariant maximumValue() const override { return level_.MaxLevel(); }
+    QVariant minimumValue() const override { return level_.MinLevel(); }
+    QVariant minimumStepSize() const override { return faderStep; }
 
   private:
-    LevelTrim* fader_;
+    AdjustableLevel& level_;
 };
 
 QAccessibleInterface* MakeFaderAccessible(const QString&, QObject* object) {
     auto* knob = qobject_cast<FaderKnob*>(object);
-    auto* fader = knob == nullptr ? nullptr : qobject_cast<LevelTrim*>(knob->parentWidget());
-    return fader == nullptr ? nullptr : new FaderAccessible(knob, fader);
+    return knob == nullptr ? nullptr : new FaderAccessible(knob);
 }
 
 } // namespace

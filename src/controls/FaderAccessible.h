@@ -3,7 +3,7 @@
 
 namespace vek {
 
-/// Makes the knob of every LevelTrim known as a slider with a value in dB. May be called repeatedly.
+/// Makes every FaderKnob known as a slider with a value in dB. May be called repeatedly.
 void InstallFaderAccessible();
 
 } // namespace vek

@@ -1,5 +1,7 @@
 #include "controls/FaderKnob.h"
 
+#include "model/Levels.h"
+
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -19,10 +21,11 @@ struct KnobKey {
     float Decibels;
 };
 
+constexpr float pageStep = 6.0F; // dB
 constexpr float toEnd = std::numeric_limits<float>::infinity();
 constexpr KnobKey knobKeys[] = {
-    {Qt::Key_Up, 1.0F},        {Qt::Key_Down, -1.0F},  {Qt::Key_PageUp, 6.0F},
-    {Qt::Key_PageDown, -6.0F}, {Qt::Key_Home, -toEnd}, {Qt::Key_End, toEnd},
+    {Qt::Key_Up, faderStep},       {Qt::Key_Down, -faderStep}, {Qt::Key_PageUp, pageStep},
+    {Qt::Key_PageDown, -pageStep}, {Qt::Key_Home, -toEnd},     {Qt::Key_End, toEnd},
 };
 
 const KnobKey* FindKnobKey(int key) {
@@ -34,7 +37,7 @@ const KnobKey* FindKnobKey(int key) {
 
 } // namespace
 
-FaderKnob::FaderKnob(QWidget* parent) : QWidget(parent) {
+FaderKnob::FaderKnob(AdjustableLevel& shown, QWidget* parent) : QWidget(parent), shown_(shown) {
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::SizeVerCursor);
     setAttribute(Qt::WA_Hover);

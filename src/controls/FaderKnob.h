@@ -5,12 +5,28 @@
 
 namespace vek {
 
+/// What a knob stands for: a level within limits, all in dB.
+class AdjustableLevel {
+  public:
+    virtual float Level() const = 0;
+    virtual float MaxLevel() const = 0;
+    virtual float MinLevel() const = 0;
+    /// Sets the level as a user who enters it.
+    virtual void MoveTo(double value) = 0;
+
+  protected:
+    ~AdjustableLevel() = default;
+};
+
 /// The knob only says where it is wanted; the fader that owns it moves it.
 class FaderKnob : public QWidget {
     Q_OBJECT
 
   public:
-    explicit FaderKnob(QWidget* parent);
+    /// `shown` is what assistive technology reads and sets; it lives as long as the parent.
+    FaderKnob(AdjustableLevel& shown, QWidget* parent);
+
+    AdjustableLevel& Shown() const { return shown_; }
 
     QSize sizeHint() const override;
 
@@ -38,6 +54,7 @@ class FaderKnob : public QWidget {
     void Interrupt();
     void EndRepeat();
 
+    AdjustableLevel& shown_;
     bool dragging_ = false;
     bool repeating_ = false; ///< a held key has moved the knob since the last Released
     int grabOffset_ = 0;     ///< from the knob's top edge to the pointer, logical pixels

@@ -2,9 +2,8 @@
 
 #include "base/Numbers.h"
 #include "controls/FaderAccessible.h"
-#include "controls/FaderKnob.h"
 #include "controls/KeyFilteredLineEdit.h"
-#include "model/Levels.h"
+#include "controls/TextConversion.h"
 
 #include <QAccessible>
 #include <QEvent>
@@ -33,12 +32,11 @@ bool TakesKey(QChar key, const QString&) {
     return (key >= u'0' && key <= u'8') || key == u'-' || key == u'+';
 }
 
-QString LevelText(float level) { return QString::fromStdString(FormatLevelText(level)); }
-
 } // namespace
 
 LevelTrim::LevelTrim(QWidget* parent)
-    : QWidget(parent), Text2_(new KeyFilteredLineEdit(TakesKey, this)), Command1_(new FaderKnob(this)) {
+    : QWidget(parent), Text2_(new KeyFilteredLineEdit(TakesKey, this)),
+      Command1_(new FaderKnob(*this, this)) {
     InstallFaderAccessible();
     Command1_->setObjectName("Command1"_L1);
     Text2_->setObjectName("Text2"_L1);

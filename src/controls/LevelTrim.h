@@ -1,20 +1,20 @@
 // A vertical fader with a numeric read-out.
 #pragma once
 
+#include "controls/FaderKnob.h"
 #include "controls/LevelTrimGeometry.h"
 
 #include <QWidget>
 
 namespace vek {
 
-class FaderKnob;
 class KeyFilteredLineEdit;
 
 /// Children: the knob `Command1` and the read-out `Text2`. The knob is dragged, or moved by the arrow keys
 /// (1 dB), the page keys (6 dB), Home (bottom) and End (top); the read-out takes a typed level. After any
 /// change by the user the level is a whole number of decibels within the limits. The mouse wheel does
 /// nothing, so that scrolling a page never changes a level.
-class LevelTrim : public QWidget {
+class LevelTrim : public QWidget, public AdjustableLevel {
     Q_OBJECT
     Q_PROPERTY(float Level READ Level WRITE SetLevel)
     Q_PROPERTY(float MaxLevel READ MaxLevel WRITE SetMaxLevel)
@@ -26,18 +26,18 @@ class LevelTrim : public QWidget {
 
     /// dB; initially 0. A level set from code is kept as it is, also outside the limits or between whole
     /// decibels; the knob then stands at the nearest end. Must be finite.
-    float Level() const { return level_; }
+    float Level() const override { return level_; }
     void SetLevel(float value);
     /// dB at the top of the track; initially trimMaximum.
-    float MaxLevel() const { return range_.Max; }
+    float MaxLevel() const override { return range_.Max; }
     void SetMaxLevel(float value);
     /// dB at the bottom of the track; initially trimMinimum.
-    float MinLevel() const { return range_.Min; }
+    float MinLevel() const override { return range_.Min; }
     void SetMinLevel(float value);
 
     /// Moves the fader as a user who enters a level: whole decibels within the limits, and Change() when the
     /// level differs from the former one.
-    void MoveTo(double value);
+    void MoveTo(double value) override;
 
     /// Names the knob and the read-out for assistive technology ("Input 3 trim").
     void SetAccessibleTitle(const QString& title);

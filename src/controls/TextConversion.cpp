@@ -1,6 +1,7 @@
 #include "controls/TextConversion.h"
 
 #include "base/Windows1252.h"
+#include "model/Levels.h"
 
 #include <QList>
 
@@ -37,6 +38,8 @@ std::string LinesToBytes(const QString& text) {
     lines.replace(u'\n', "\r\n"_L1);
     return ToBytes(lines);
 }
+
+QString LevelText(float level) { return QString::fromStdString(FormatLevelText(level)); }
 
 QString ElementName(std::string_view name, std::size_t index) {
     return FromConstant(name) + u'_' + QString::number(index);

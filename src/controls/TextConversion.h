@@ -24,6 +24,9 @@ QString LinesFromBytes(std::string_view bytes);
 /// Every line end becomes CR LF.
 std::string LinesToBytes(const QString& text);
 
+/// A level as the user reads it: "+6dB".
+QString LevelText(float level);
+
 /// Name of element `index` of a control array.
 QString ElementName(std::string_view name, std::size_t index);
 

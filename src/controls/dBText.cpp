@@ -2,8 +2,8 @@
 
 #include "base/Numbers.h"
 #include "controls/KeyFilteredLineEdit.h"
+#include "controls/TextConversion.h"
 #include "controls/UpDownButtons.h"
-#include "model/Levels.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -18,8 +18,6 @@ namespace {
 bool TakesKey(QChar key, const QString&) {
     return (key >= u'0' && key <= u'8') || key == u'-' || key == u'+' || key == u'.';
 }
-
-QString LevelText(float level) { return QString::fromStdString(FormatLevelText(level)); }
 
 } // namespace
 
