@@ -1,6 +1,6 @@
 #include "editor/VekComms.h"
 
-#include "controls/KeepPlace.h"
+#include "controls/LayoutHelpers.h"
 #include "controls/TextConversion.h"
 #include "link/OutcomeTexts.h"
 #include "pages/PortRows.h"

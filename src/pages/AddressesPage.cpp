@@ -1,7 +1,7 @@
 #include "pages/AddressesPage.h"
 
 #include "controls/AddressLabel.h"
-#include "controls/HintLabel.h"
+#include "controls/LayoutHelpers.h"
 #include "controls/TextConversion.h"
 
 #include <QGridLayout>

@@ -1,6 +1,6 @@
 #include "pages/LevelsPage.h"
 
-#include "controls/KeepPlace.h"
+#include "controls/LayoutHelpers.h"
 #include "controls/LevelTrim.h"
 #include "controls/TextConversion.h"
 #include "controls/dBText.h"

@@ -1,7 +1,7 @@
 #include "pages/PortRows.h"
 
 #include "controls/ElidedLabel.h"
-#include "controls/KeepPlace.h"
+#include "controls/LayoutHelpers.h"
 #include "controls/TextConversion.h"
 #include "link/OutcomeTexts.h"
 

@@ -1,6 +1,6 @@
 #include "pages/RemotePanelsPage.h"
 
-#include "controls/HintLabel.h"
+#include "controls/LayoutHelpers.h"
 #include "controls/RemoteNumberPanel.h"
 #include "controls/TextConversion.h"
 

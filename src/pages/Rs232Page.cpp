@@ -1,7 +1,7 @@
 #include "pages/Rs232Page.h"
 
 #include "base/FixedText.h"
-#include "controls/HintLabel.h"
+#include "controls/LayoutHelpers.h"
 #include "controls/TextConversion.h"
 #include "model/Config.h"
 #include "reports/Rs232Codes.h"

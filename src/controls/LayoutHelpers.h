@@ -1,0 +1,26 @@
+// Small helpers of the pages' layouts.
+#pragma once
+
+#include <QLabel>
+
+namespace vek {
+
+/// A line of help on a page. Wraps; a little smaller than the controls, in the ordinary text colour so that
+/// it can be read in any palette.
+inline QLabel* MakeHint(const QString& text, QWidget* parent) {
+    auto* hint = new QLabel(text, parent);
+    QFont font = hint->font();
+    font.setPointSizeF(font.pointSizeF() * 0.9);
+    hint->setFont(font);
+    hint->setWordWrap(true);
+    return hint;
+}
+
+/// The widget's room in its layout stays empty while it is hidden, so that the others do not move.
+inline void KeepPlaceWhenHidden(QWidget* widget) {
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+}
+
+} // namespace vek
