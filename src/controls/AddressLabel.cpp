@@ -24,7 +24,7 @@ AddressLabel::AddressLabel(const QString& function, QWidget* parent) : QAbstract
 
 void AddressLabel::SetAddress(int address) { Show(true, QString::number(address)); }
 
-void AddressLabel::SetOff() { Show(false, u"OFF"_s); }
+void AddressLabel::SetOff() { Show(false, tr("OFF")); }
 
 void AddressLabel::Show(bool enabled, const QString& shown) {
     setChecked(enabled);

@@ -87,7 +87,7 @@ void LevelTrim::LimitsChanged() {
 void LevelTrim::SetAccessibleTitle(const QString& title) {
     setAccessibleName(title);
     Command1_->setAccessibleName(title);
-    Text2_->setAccessibleName(title + u" in dB"_s);
+    Text2_->setAccessibleName(tr("%1 in dB").arg(title));
 }
 
 void LevelTrim::StoreLevel(float value) {

@@ -52,7 +52,7 @@ RemoteNumberPanel::RemoteNumberPanel(QWidget* parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 
     mnuHidden_->setObjectName("mnuHidden"_L1);
-    QAction* mnuLink = mnuHidden_->addAction(u"&Link Outputs"_s);
+    QAction* mnuLink = mnuHidden_->addAction(tr("&Link Outputs"));
     mnuLink->setObjectName("mnuLink"_L1);
     connect(mnuLink, &QAction::triggered, this, &RemoteNumberPanel::LinkClicked);
 
@@ -124,7 +124,7 @@ bool RemoteNumberPanel::TakesKey(QChar key, const QString& rest) {
 void RemoteNumberPanel::ShowTaken(QChar panel) {
     const auto& output = taken_[PanelCharToIndex(panel.toLatin1())];
     QToolTip::showText(Text1_->mapToGlobal(QPoint(0, Text1_->height())),
-                       u"Panel %1 is used by output %2"_s.arg(panel).arg(*output), Text1_);
+                       tr("Panel %1 is used by output %2").arg(panel).arg(*output), Text1_);
 }
 
 void RemoteNumberPanel::NoteEdit() {

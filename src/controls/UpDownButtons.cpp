@@ -53,8 +53,8 @@ QAbstractButton* UpDownButtons::MakeButton(const QString& name, Qt::ArrowType ar
 }
 
 void UpDownButtons::SetAccessibleTitle(const QString& what) {
-    up_->setAccessibleName(what + u" up"_s);
-    down_->setAccessibleName(what + u" down"_s);
+    up_->setAccessibleName(tr("%1 up").arg(what));
+    down_->setAccessibleName(tr("%1 down").arg(what));
 }
 
 void UpDownButtons::Press(bool& held, int direction) {

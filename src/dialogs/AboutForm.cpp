@@ -15,16 +15,16 @@ constexpr int titleCharacters = 44; // room for the title beside the buttons of 
 } // namespace
 
 AboutForm::AboutForm(const QString& version, QWidget* parent) : QDialog(parent) {
-    setWindowTitle(u"About Vorn Matrix Editor"_s);
-    auto* name = new QLabel(u"Vorn Matrix Editor"_s, this);
+    setWindowTitle(tr("About Vorn Matrix Editor"));
+    auto* name = new QLabel(tr("Vorn Matrix Editor"), this);
     QFont large = name->font();
     large.setPointSizeF(large.pointSizeF() * 1.5);
     large.setBold(true);
     name->setFont(large);
-    auto* number = new QLabel(u"Version %1"_s.arg(version), this);
+    auto* number = new QLabel(tr("Version %1").arg(version), this);
     number->setObjectName("Version"_L1);
     number->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    auto* purpose = new QLabel(u"Configuration editor of the Matrix Vek"_s, this);
+    auto* purpose = new QLabel(tr("Configuration editor of the Matrix Vek"), this);
     purpose->setMinimumWidth(fontMetrics().averageCharWidth() * titleCharacters);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);

@@ -13,7 +13,7 @@ DialogButtons MakeDialogButtons(QDialog* dialog, const QString& doneCaption) {
     auto* done = box->addButton(doneCaption, QDialogButtonBox::AcceptRole);
     done->setObjectName("Done"_L1);
     done->setDefault(true);
-    auto* cancel = box->addButton(u"&Cancel"_s, QDialogButtonBox::RejectRole);
+    auto* cancel = box->addButton(QDialog::tr("&Cancel"), QDialogButtonBox::RejectRole);
     cancel->setObjectName("Cancel"_L1);
     QObject::connect(box, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
     return {box, done, cancel};

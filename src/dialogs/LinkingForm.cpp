@@ -32,7 +32,7 @@ QLabel* MakeText(const QString& name, const QString& text, QWidget* parent) {
 
 LinkingForm::LinkingForm(const LinkGroups& groups, QWidget* parent)
     : QDialog(parent), groups_(groups), layout_(fontMetrics().height() / designFontHeight) {
-    setWindowTitle(u"Output Grouping"_s);
+    setWindowTitle(tr("Output Grouping"));
     auto* drawing = new QWidget(this);
     const PixelRect bounds = layout_.Bounds();
     drawing->setFixedSize(bounds.Width, bounds.Height);
@@ -40,7 +40,7 @@ LinkingForm::LinkingForm(const LinkGroups& groups, QWidget* parent)
     MakeLabels(drawing);
     LayOutLabels();
 
-    const DialogButtons buttons = MakeDialogButtons(this, u"&Done"_s);
+    const DialogButtons buttons = MakeDialogButtons(this, tr("&Done"));
     connect(buttons.Done, &QPushButton::clicked, this, &QDialog::accept);
 
     auto* column = new QVBoxLayout(this);
@@ -49,10 +49,10 @@ LinkingForm::LinkingForm(const LinkGroups& groups, QWidget* parent)
     column->addSpacing(column->spacing());
     column->addWidget(MakeText(
         u"Label4"_s,
-        u"To link outputs into a selection group, drag output number to the desired group frame."_s, this));
+        tr("To link outputs into a selection group, drag output number to the desired group frame."), this));
     column->addWidget(
         MakeText(u"Label5"_s,
-                 u"To release an output from a group drag its number into the individual frame."_s, this));
+                 tr("To release an output from a group drag its number into the individual frame."), this));
     column->addWidget(buttons.Box);
 }
 
@@ -66,8 +66,8 @@ void LinkingForm::MakeFrames(QWidget* drawing) {
         Shape2_[frame]->setGeometry(ToQRect(layout_.Frame(frame)));
 
         QLabel* caption = frame == 0
-                              ? MakeText(u"Label2"_s, u"Individual"_s, drawing)
-                              : MakeText(u"Label3_%1"_s.arg(frame - 1), u"Group %1"_s.arg(frame), drawing);
+                              ? MakeText(u"Label2"_s, tr("Individual"), drawing)
+                              : MakeText(u"Label3_%1"_s.arg(frame - 1), tr("Group %1").arg(frame), drawing);
         caption->setWordWrap(false);
         caption->setAlignment(frame == 0 ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter);
         caption->setGeometry(ToQRect(layout_.Caption(frame)));
@@ -93,8 +93,8 @@ void LinkingForm::LayOutLabels() {
     const auto rects = layout_.Labels(groups_);
     for (std::size_t output = 0; output < outputCount; ++output) {
         Label1_[output]->setGeometry(ToQRect(rects[output]));
-        const QString where = groups_[output] == 0 ? u"individual"_s : u"group %1"_s.arg(groups_[output]);
-        Label1_[output]->setAccessibleName(u"Output %1, %2"_s.arg(output + 1).arg(where));
+        const QString where = groups_[output] == 0 ? tr("individual") : tr("group %1").arg(groups_[output]);
+        Label1_[output]->setAccessibleName(tr("Output %1, %2").arg(output + 1).arg(where));
     }
 }
 

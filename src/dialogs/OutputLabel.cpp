@@ -16,7 +16,7 @@ OutputLabel::OutputLabel(int number, QWidget* parent) : QLabel(QString::number(n
     setAlignment(Qt::AlignCenter);
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::OpenHandCursor);
-    setToolTip(u"Drag the number to a frame, or press 0 to 4"_s);
+    setToolTip(tr("Drag the number to a frame, or press 0 to 4"));
 }
 
 void OutputLabel::PutBack() { move(home_); }

@@ -35,18 +35,18 @@ constexpr std::array<Section, 6> sections = {{
 PrintingOptionsForm::PrintingOptionsForm(const PrintingOptions& options, bool optionsForPrinting,
                                          QWidget* parent)
     : QDialog(parent), options_(options) {
-    setWindowTitle(optionsForPrinting ? u"Printing Options"_s : u"Export Options"_s);
-    auto* frame = new QGroupBox(u"Sections"_s, this);
+    setWindowTitle(optionsForPrinting ? tr("Printing Options") : tr("Export Options"));
+    auto* frame = new QGroupBox(tr("Sections"), this);
     frame->setObjectName("Frame1"_L1);
     auto* list = new QVBoxLayout(frame);
     for (std::size_t i = 0; i < sections.size(); ++i) {
-        checks_[i] = new QCheckBox(QString::fromLatin1(sections[i].Caption), frame);
+        checks_[i] = new QCheckBox(tr(sections[i].Caption), frame);
         checks_[i]->setObjectName(QLatin1StringView(sections[i].Name));
         checks_[i]->setChecked(options.*sections[i].Flag);
         list->addWidget(checks_[i]);
     }
 
-    const DialogButtons buttons = MakeDialogButtons(this, optionsForPrinting ? u"&Print"_s : u"&Export"_s);
+    const DialogButtons buttons = MakeDialogButtons(this, optionsForPrinting ? tr("&Print") : tr("&Export"));
     connect(buttons.Done, &QPushButton::clicked, this, &PrintingOptionsForm::TakeChoices);
     auto* column = new QVBoxLayout(this);
     column->setSizeConstraint(QLayout::SetFixedSize);

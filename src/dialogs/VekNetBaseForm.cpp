@@ -30,18 +30,18 @@ VekNetBaseForm::VekNetBaseForm(std::int16_t base, Dialogs& dialogs, QWidget* par
     : QDialog(parent), messages_(*this, dialogs), base_(base), address_(base),
       Text1_(new KeyFilteredLineEdit(IsDigit, this)), buttons_(new UpDownButtons(this)),
       block_(new QLabel(this)) {
-    setWindowTitle(u"VekNet Base Address"_s);
+    setWindowTitle(tr("VekNet Base Address"));
     setMinimumWidth(fontMetrics().averageCharWidth() * titleCharacters);
     Text1_->setObjectName("Text1"_L1);
     Text1_->setContextMenuPolicy(Qt::PreventContextMenu);
-    Text1_->setAccessibleName(u"Base address"_s);
-    buttons_->SetAccessibleTitle(u"Base address"_s);
+    Text1_->setAccessibleName(tr("Base address"));
+    buttons_->SetAccessibleTitle(tr("Base address"));
     auto* label =
-        new QLabel(u"&Base address (%1 to %2):"_s.arg(lowestVekNetAddress).arg(highestVekNetAddress), this);
+        new QLabel(tr("&Base address (%1 to %2):").arg(lowestVekNetAddress).arg(highestVekNetAddress), this);
     label->setBuddy(Text1_);
     block_->setObjectName("Block"_L1);
 
-    const DialogButtons ending = MakeDialogButtons(this, u"&Done"_s);
+    const DialogButtons ending = MakeDialogButtons(this, tr("&Done"));
     auto* grid = new QGridLayout(this);
     grid->setHorizontalSpacing(0);
     grid->addWidget(label, 0, 0, 1, 2);
@@ -90,11 +90,11 @@ void VekNetBaseForm::Store() {
 void VekNetBaseForm::ShowBlock() {
     const double typed = TypedNumber();
     if (typed < lowestVekNetAddress || typed > highestVekNetAddress) {
-        block_->setText(u"%1 to %2 are valid"_s.arg(lowestVekNetAddress).arg(highestVekNetAddress));
+        block_->setText(tr("%1 to %2 are valid").arg(lowestVekNetAddress).arg(highestVekNetAddress));
         return;
     }
     const auto first = static_cast<int>(typed);
-    block_->setText(u"Addresses %1 – %2"_s.arg(first).arg(LastVekNetAddress(first)));
+    block_->setText(tr("Addresses %1 – %2").arg(first).arg(LastVekNetAddress(first)));
 }
 
 void VekNetBaseForm::keyPressEvent(QKeyEvent* event) {
