@@ -43,7 +43,6 @@ LevelTrim::LevelTrim(QWidget* parent)
     Text2_->setAlignment(Qt::AlignHCenter);
     Text2_->setText(LevelText(level_));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-    setFocusProxy(Command1_);
 
     connect(Command1_, &FaderKnob::Dragged, this, &LevelTrim::DragKnob);
     connect(Command1_, &FaderKnob::Stepped, this,

@@ -71,7 +71,7 @@ class LevelTrim : public QWidget, public AdjustableLevel {
 
     float level_ = 0.0F;
     LevelRange range_;
-    KeyFilteredLineEdit* Text2_; ///< made before the knob, so that Tab reaches it first
+    KeyFilteredLineEdit* Text2_; ///< made before the knob: Tab reaches it first (a focus proxy would skip it)
     FaderKnob* Command1_;
 };
 

@@ -210,6 +210,82 @@ TEST_F(LevelTrimTest, IsASliderForAssistiveTechnology) {
     slider->valueInterface()->setCurrentValue(-60);
     EXPECT_EQ(slider->valueInterface()->currentValue().toFloat(), -18.0F);
     EXPECT_EQ(changes.count(), 1);
+    fader.MoveTo(-20);
+    EXPECT_EQ(changes.count(), 1) << "no other level";
+    EXPECT_EQ(slider->valueInterface()->maximumValue().toFloat(), 6.0F);
+    EXPECT_EQ(slider->valueInterface()->minimumValue().toFloat(), -18.0F);
+    EXPECT_EQ(slider->valueInterface()->minimumStepSize().toFloat(), 1.0F);
+    EXPECT_EQ(fader.accessibleName(), "Input 3 trim"_L1);
+    EXPECT_EQ(readOut.accessibleName(), "Input 3 trim in dB"_L1);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&other)->valueInterface(), nullptr);
+}
+
+TEST_F(LevelTrimTest, OnlyTheLeftButtonAndItsOwnKeysMoveTheKnob) {
+    QTest::mousePress(&knob, Qt::RightButton);
+    QTest::mouseMove(&knob, {5, -50});
+    QTest::mouseRelease(&knob, Qt::RightButton);
+    QTest::mousePress(&knob, Qt::LeftButton);
+    QTest::mouseRelease(&knob, Qt::RightButton);
+    EXPECT_EQ(changes.count(), 0) << "the drag goes on";
+    QTest::mouseRelease(&knob, Qt::LeftButton);
+    EXPECT_EQ(changes.count(), 1);
+    QTest::mouseMove(&knob, {5, -50});
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent foreign(type, Qt::Key_A, Qt::NoModifier);
+        QApplication::sendEvent(&knob, &foreign);
+        EXPECT_FALSE(foreign.isAccepted());
+    }
+    EXPECT_EQ(fader.Level(), 0.0F);
+    EXPECT_EQ(changes.count(), 1);
+}
+
+TEST_F(LevelTrimTest, AHeldKeyEndsWithTheFocusOrTheWindow) {
+    const std::function<void()> endings[] = {[&] { other.setFocus(); }, [&] { fader.hide(); },
+                                             [&] {
+                                                 QEvent covered(QEvent::WindowDeactivate);
+                                                 QApplication::sendEvent(&window, &covered);
+                                             }};
+    for (const auto& end : endings) {
+        fader.show();
+        knob.setFocus();
+        QKeyEvent again(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier, {}, true);
+        QApplication::sendEvent(&knob, &again);
+        changes.clear();
+        end();
+        QApplication::processEvents();
+        EXPECT_EQ(changes.count(), 1);
+        QTest::keyRelease(&knob, Qt::Key_Down);
+        EXPECT_EQ(changes.count(), 1);
+    }
+}
+
+TEST_F(LevelTrimTest, TabReachesTheReadOutBeforeTheKnob) {
+    other.setFocus();
+    QTest::keyClick(&other, Qt::Key_Tab);
+    EXPECT_TRUE(readOut.hasFocus());
+    EXPECT_EQ(readOut.selectedText(), readOut.text());
+    QTest::keyClick(&readOut, Qt::Key_Tab);
+    EXPECT_TRUE(knob.hasFocus());
+    QTest::keyClick(&knob, Qt::Key_Backtab);
+    QTest::keyClick(&readOut, Qt::Key_Backtab);
+    EXPECT_TRUE(other.hasFocus());
+    Enter(u"3"_s);
+    EXPECT_EQ(readOut.selectedText(), "+3dB"_L1) << "the next digit starts a new level";
+}
+
+TEST_F(LevelTrimTest, TheKnobFollowsTheSizeAndTheFont) {
+    fader.SetLevel(-18.0F);
+    window.resize(120, 500);
+    QApplication::processEvents();
+    EXPECT_EQ(knob.geometry().bottom(), fader.height() - 2);
+    const int former = readOut.height();
+    QFont larger = fader.font();
+    larger.setPointSizeF(2 * larger.pointSizeF());
+    fader.setFont(larger);
+    EXPECT_GT(readOut.height(), former);
+    fader.SetLevel(6.0F);
+    EXPECT_EQ(knob.y(), readOut.height() + 8);
+    EXPECT_GT(fader.sizeHint().height(), fader.minimumSizeHint().height());
 }
 
 } // namespace
