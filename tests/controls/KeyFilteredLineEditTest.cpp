@@ -140,5 +140,50 @@ TEST_F(KeyFilteredLineEditTest, IsLeftForAnotherControlButNotForMenusAndWindows)
     EXPECT_EQ(left.count(), 1);
 }
 
+TEST_F(KeyFilteredLineEditTest, AReadOnlyTextTakesNothing) {
+    edit.setText(u"3"_s);
+    edit.setReadOnly(true);
+    QApplication::clipboard()->setText(u"12"_s);
+    QTest::keyClicks(&edit, u"1"_s);
+    edit.paste();
+    QMimeData data;
+    data.setText(u"12"_s);
+    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&edit, &drop);
+    EXPECT_EQ(edit.text(), "3"_L1);
+}
+
+TEST_F(KeyFilteredLineEditTest, EnterEndsInTheBoxAndAMousePressIsTold) {
+    QSignalSpy entered(&edit, &KeyFilteredLineEdit::EnterPressed);
+    QSignalSpy returned(&edit, &QLineEdit::returnPressed);
+    QSignalSpy pressed(&edit, &KeyFilteredLineEdit::MousePressed);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, u"\r"_s);
+        QApplication::sendEvent(&edit, &press);
+        EXPECT_TRUE(press.isAccepted()) << "it would reach a dialog's default button";
+    }
+    EXPECT_EQ(entered.count(), 2);
+    EXPECT_EQ(returned.count(), 0);
+    QTest::mouseClick(&edit, Qt::LeftButton);
+    EXPECT_EQ(pressed.count(), 1);
+}
+
+TEST_F(KeyFilteredLineEditTest, DraggingAfterEnteringSelectsFromThePress) {
+    edit.setText(u"1234567890"_s);
+    other.setFocus();
+    edit.setFocus(Qt::MouseFocusReason);
+    const QPoint from(4, edit.height() / 2);
+    QTest::mousePress(&edit, Qt::LeftButton, {}, from);
+    QTest::mouseMove(&edit, from + QPoint(edit.fontMetrics().horizontalAdvance(u"123"_s), 0));
+    QMouseEvent drag(QEvent::MouseMove, from + QPointF(edit.fontMetrics().horizontalAdvance(u"123"_s), 0),
+                     edit.mapToGlobal(from), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&edit, &drag);
+    EXPECT_EQ(edit.selectedText(), "123"_L1);
+    other.setFocus();
+    edit.setFocus(Qt::TabFocusReason);
+    QTest::mouseClick(&edit, Qt::LeftButton, {}, from);
+    EXPECT_FALSE(edit.hasSelectedText()) << "entered by key, then clicked";
+}
+
 } // namespace
 } // namespace vek

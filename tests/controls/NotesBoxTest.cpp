@@ -4,7 +4,9 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -63,4 +65,33 @@ TEST(Notes, EveryByteIsShownAndReturned) {
     NotesBox box;
     box.SetBytes(all);
     EXPECT_EQ(box.Bytes(), all);
+}
+
+TEST(Notes, OnlyTheUserEdits) {
+    NotesBox box;
+    QSignalSpy edits(&box, &NotesBox::Edited);
+    box.SetBytes(std::string(2 * notesLength, '\n')); // counts double in the box, shown whole all the same
+    EXPECT_EQ(box.document()->blockCount(), static_cast<int>(2 * notesLength) + 1);
+    box.SetBytes("a");
+    EXPECT_EQ(edits.count(), 0);
+    QTest::keyClicks(&box, u"b"_s);
+    EXPECT_EQ(edits.count(), 1);
+    QInputMethodEvent commit;
+    commit.setCommitString(u"\u2192c"_s);
+    QCoreApplication::sendEvent(&box, &commit);
+    EXPECT_EQ(box.Bytes(), "bca");
+    EXPECT_EQ(edits.count(), 2);
+    EXPECT_TRUE(box.tabChangesFocus());
+}
+
+TEST(Notes, ASelectionMakesRoomWhenTheBoxIsFull) {
+    NotesBox box;
+    box.SetBytes(std::string(notesLength, 'n'));
+    QTest::keyClicks(&box, u"x"_s);
+    EXPECT_EQ(box.Bytes().find('x'), std::string::npos);
+    box.selectAll();
+    QTest::keyClicks(&box, u"x"_s);
+    EXPECT_EQ(box.Bytes(), "x");
+    QTest::keyClick(&box, Qt::Key_Backspace);
+    EXPECT_EQ(box.Remaining(), static_cast<int>(notesLength));
 }
