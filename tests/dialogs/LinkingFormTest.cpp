@@ -129,5 +129,68 @@ TEST_F(LinkingFormTest, KeysMoveTheFocusedNumber) {
     EXPECT_EQ(form.result(), QDialog::Accepted);
 }
 
+TEST_F(LinkingFormTest, NamesItsFramesAndItsNumbers) {
+    const struct {
+        const char* Caption;
+        QString Text;
+        int Frame;
+    } captions[] = {{"Label2", u"Individual"_s, 0},
+                    {"Label3_0", u"Group 1"_s, 1},
+                    {"Label3_1", u"Group 2"_s, 2},
+                    {"Label3_2", u"Group 3"_s, 3},
+                    {"Label3_3", u"Group 4"_s, 4}};
+    for (const auto& c : captions) {
+        const auto& caption = Child<QLabel>(form, c.Caption);
+        const QRect frame = Child<QFrame>(form, qPrintable(u"Shape2_%1"_s.arg(c.Frame))).geometry();
+        EXPECT_EQ(caption.text(), c.Text);
+        EXPECT_FALSE(caption.geometry().intersects(frame));
+        EXPECT_TRUE(c.Frame == 0 ? caption.geometry().bottom() < frame.top()
+                                 : std::abs(caption.geometry().center().y() - frame.center().y()) <= 1);
+        EXPECT_FALSE(caption.wordWrap());
+    }
+    for (int output = 0; output < 8; ++output) {
+        EXPECT_EQ(Label(output).text(), QString::number(output + 1));
+        EXPECT_EQ(Label(output).toolTip(), "Drag the number to a frame, or press 0 to 4"_L1);
+    }
+    EXPECT_EQ(form.windowTitle(), "Output Grouping"_L1);
+    EXPECT_TRUE(Child<QLabel>(form, "Label4").text().startsWith("To link outputs"_L1));
+    EXPECT_TRUE(Child<QLabel>(form, "Label5").wordWrap());
+    EXPECT_EQ(Label(2).accessibleName(), "Output 3, group 3"_L1);
+}
+
+TEST_F(LinkingFormTest, ADragShowsWhereItWouldDrop) {
+    const auto marked = [&] {
+        QString frames;
+        for (int frame = 0; frame < 5; ++frame)
+            if (Child<QFrame>(form, qPrintable(u"Shape2_%1"_s.arg(frame))).backgroundRole() != QPalette::Base)
+                frames += QString::number(frame);
+        return frames;
+    };
+    QLabel& label = Label(0);
+    const QPoint grab = label.rect().center();
+    QTest::mousePress(&label, Qt::RightButton, {}, grab);
+    QTest::mouseMove(&label, grab + QPoint(30, 0));
+    QTest::mouseRelease(&label, Qt::RightButton, {}, grab);
+    EXPECT_EQ(form.Groups(), mixed);
+    QTest::mousePress(&label, Qt::LeftButton, {}, grab);
+    EXPECT_EQ(label.cursor().shape(), Qt::ClosedHandCursor);
+    EXPECT_EQ(marked(), QString());
+    QTest::mouseMove(&label, label.mapFromParent(Frame(2)));
+    EXPECT_EQ(marked(), "2"_L1);
+    QTest::keyClick(&label, Qt::Key_3);
+    QTest::mouseRelease(&label, Qt::RightButton, {}, grab);
+    EXPECT_EQ(form.Groups(), mixed) << "the pointer has it";
+    QTest::mouseRelease(&label, Qt::LeftButton, {}, label.mapFromParent(Frame(2)));
+    EXPECT_EQ(marked(), QString());
+    EXPECT_EQ(form.Groups()[0], 2);
+    EXPECT_EQ(label.cursor().shape(), Qt::OpenHandCursor);
+    QTest::mouseMove(&label, grab + QPoint(0, 60));
+    EXPECT_EQ(marked(), QString());
+    QTest::keyClick(&label, Qt::Key_Up);
+    EXPECT_TRUE(Label(7).hasFocus());
+    QTest::keyClick(&Label(7), Qt::Key_Right);
+    EXPECT_TRUE(label.hasFocus());
+}
+
 } // namespace
 } // namespace vek

@@ -1,3 +1,4 @@
+#include "dialogs/AboutForm.h"
 #include "dialogs/PrintingOptionsForm.h"
 #include "dialogs/VekNetBaseForm.h"
 #include "support/ScriptedDialogs.h"
@@ -5,6 +6,8 @@
 
 #include <QCheckBox>
 #include <QClipboard>
+#include <QDialogButtonBox>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -108,8 +111,66 @@ TEST_F(VekNetBaseFormTest, EscapeKeepsTheBaseAndPastingIsFiltered) {
     EXPECT_FALSE(shown.Form.Changed());
 }
 
+TEST_F(VekNetBaseFormTest, TellsWhichAddressesTheBaseTakes) {
+    Shown shown(dialogs, 512, "");
+    auto& block = Child<QLabel>(shown.Form, "Block");
+    EXPECT_EQ(block.text(), u"Addresses 512 – 767"_s);
+    const std::pair<const char*, QString> cases[] = {{"0", u"1 to 2047 are valid"_s},
+                                                     {"1", u"Addresses 1 – 256"_s},
+                                                     {"2047", u"Addresses 2047 – 2302"_s},
+                                                     {"2048", u"1 to 2047 are valid"_s}};
+    for (const auto& [typed, text] : cases) {
+        shown.Text1.selectAll();
+        QTest::keyClicks(&shown.Text1, QLatin1StringView(typed));
+        EXPECT_EQ(block.text(), text) << typed;
+    }
+    QLabel* caption = nullptr;
+    for (QLabel* label : shown.Form.findChildren<QLabel*>())
+        if (label->buddy() == &shown.Text1)
+            caption = label;
+    ASSERT_NE(caption, nullptr);
+    EXPECT_EQ(caption->text(), "&Base address (1 to 2047):"_L1);
+    EXPECT_EQ(shown.Text1.accessibleName(), "Base address"_L1);
+    EXPECT_EQ(Child<QWidget>(shown.Form, "Down").accessibleName(), "Base address down"_L1);
+    EXPECT_EQ(shown.Form.windowTitle(), "VekNet Base Address"_L1);
+    EXPECT_TRUE(shown.Text1.hasFocus());
+}
+
+TEST_F(VekNetBaseFormTest, AButtonTakesWhatWasTypedAndOtherKeysGoOn) {
+    Shown shown(dialogs, 512, "700");
+    QTest::mouseClick(&Child<QWidget>(shown.Form, "Up"), Qt::LeftButton);
+    EXPECT_EQ(shown.Text1.text(), "701"_L1);
+    shown.Done.setFocus();
+    QTest::keyClick(&shown.Done, Qt::Key_Up); // the box has not the focus: no step
+    EXPECT_EQ(shown.Form.Address(), 701);
+    shown.Text1.setFocus();
+    QTest::keyClick(&shown.Text1, Qt::Key_Up);
+    EXPECT_EQ(shown.Text1.selectedText(), "702"_L1) << "the next digit starts a new address";
+    QTest::keyClick(&shown.Form, Qt::Key_Escape);
+    EXPECT_FALSE(shown.Form.isVisible());
+}
+
+TEST(AboutForm, NamesTheProgramAndItsVersion) {
+    AboutForm form(u"1.2.3"_s);
+    EXPECT_EQ(form.windowTitle(), "About Vorn Matrix Editor"_L1);
+    EXPECT_EQ(Child<QLabel>(form, "Version").text(), "Version 1.2.3"_L1);
+    EXPECT_TRUE(Child<QLabel>(form, "Version").textInteractionFlags() & Qt::TextSelectableByMouse);
+    QStringList texts;
+    for (const QLabel* label : form.findChildren<QLabel*>())
+        texts += label->text();
+    EXPECT_EQ(texts, (QStringList{u"Vorn Matrix Editor"_s, u"Version 1.2.3"_s,
+                                  u"Configuration editor of the Matrix Vek"_s}));
+    ShowActive(form);
+    form.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+    EXPECT_EQ(form.result(), QDialog::Accepted);
+    EXPECT_FALSE(form.isVisible());
+}
+
 const char* const optionNames[] = {"IncludeNotesCheck",   "IncludeOutputTrimsCheck", "IncludeInputTrimsCheck",
                                    "IncludeOutputsCheck", "IncludeRS232Check",       "IncludeVekNetCheck"};
+const char* const optionCaptions[] = {"Include &Notes",          "Include Output &Trims",
+                                      "Include &Input Trims",    "Include &Output Configurations",
+                                      "Include &RS232 Commands", "Include &VekNet Addresses"};
 constexpr bool PrintingOptions::*optionFlags[] = {
     &PrintingOptions::IncludeNotes,      &PrintingOptions::IncludeOutputTrims,
     &PrintingOptions::IncludeInputTrims, &PrintingOptions::IncludeOutputs,
@@ -127,6 +188,7 @@ TEST(PrintingOptionsForm, EachBoxShowsAndSetsItsFlag) {
         EXPECT_EQ(checked, QStringList{QLatin1StringView(optionNames[i])});
 
         PrintingOptionsForm fresh(PrintingOptions(), false);
+        EXPECT_EQ(Child<QCheckBox>(fresh, optionNames[i]).text(), QLatin1StringView(optionCaptions[i]));
         Child<QCheckBox>(fresh, optionNames[i]).click();
         Child<QPushButton>(fresh, "Done").click();
         EXPECT_FALSE(fresh.OptionsCancelled());
@@ -142,6 +204,15 @@ TEST(PrintingOptionsForm, CancelKeepsTheOptionsAndAGreyBoxCountsAsUnchecked) {
     Child<QPushButton>(cancelled, "Cancel").click();
     EXPECT_TRUE(cancelled.OptionsCancelled());
     EXPECT_EQ(cancelled.Options(), before);
+    EXPECT_EQ(cancelled.result(), QDialog::Rejected);
+    EXPECT_EQ(Child<QPushButton>(cancelled, "Done").text(), "&Print"_L1);
+    EXPECT_EQ(Child<QPushButton>(cancelled, "Cancel").text(), "&Cancel"_L1);
+    EXPECT_EQ(Child<QGroupBox>(cancelled, "Frame1").title(), "Sections"_L1);
+    ShowActive(cancelled);
+    EXPECT_TRUE(Child<QCheckBox>(cancelled, "IncludeNotesCheck").hasFocus());
+    QTest::keyClick(&cancelled, Qt::Key_Return); // the default button
+    EXPECT_FALSE(cancelled.OptionsCancelled());
+    EXPECT_EQ(cancelled.result(), QDialog::Accepted);
 
     PrintingOptionsForm grey(before, false);
     EXPECT_EQ(grey.windowTitle(), "Export Options"_L1);
