@@ -88,16 +88,17 @@ Install them as root, then start again:
     fi
 }
 
-# True when the preset's build folder is ready to build; one that was copied or moved with the project is not.
+# True when the preset's build folder is ready to build. One that was copied or moved with the project is not, nor one
+# from before the presets last changed.
 is_configured() {
     local folder=$root/build/$1
-    [[ -f $folder/build.ninja ]] && grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$folder/CMakeCache.txt"
+    [[ $folder/build.ninja -nt $root/CMakePresets.json ]] &&
+        grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$folder/CMakeCache.txt"
 }
 
-# configure PRESET [-DNAME=VALUE]...
+# configure PRESET
 configure() {
     local preset=$1 fresh=()
-    shift
     is_configured "$preset" || fresh=(--fresh)
-    (cd "$root" && cmake --preset "$preset" "${fresh[@]}" "$@")
+    (cd "$root" && cmake --preset "$preset" "${fresh[@]}")
 }

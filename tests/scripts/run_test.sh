@@ -40,7 +40,13 @@ echo "editor $# $* | $VEK_COM1 ${VEK_COM2-unset}" >>"$LOG"
 [[ -n ${STAY:-} ]] && echo "pid $$" >>"$LOG" && exec sleep infinity
 exit "${STATUS:-0}"
 END
-chmod +x "$binaries"/*
+mkdir "$work/bin"
+cat >"$work/bin/cmake" <<'END'
+#!/usr/bin/env bash
+echo "cmake $*" >>"$LOG"
+touch build/release/build.ninja
+END
+chmod +x "$binaries"/* "$work/bin"/*
 
 any_running() {
     local pids pid
@@ -89,6 +95,10 @@ expect 0 'holds exactly the 6 bytes of a file.VMC' "$run" "a file.VMC"
 expect 1 'received something else' env RECEIVED=other "$run" "a file.VMC"
 expect 0 'vekctl program ./a file.VMC --port /dev/null' "$run" "a file.VMC" --port /dev/null
 expect 1 'Name one configuration file and one port' "$run" --port /dev/null
+
+# A folder configured before the presets changed takes them over.
+touch "$root/CMakePresets.json"
+expect 0 '^cmake --preset release --fresh$' env PATH="$work/bin:$PATH" "$run"
 
 expect 0 'editor 0  \| .*/COM1 $' env DISPLAY=:0 "$run"
 expect 0 'editor 1 ./a file.VMC' env DISPLAY=:0 "$run" "a file.VMC"
