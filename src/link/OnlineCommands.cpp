@@ -2,15 +2,9 @@
 #include "link/OnlineSession.h"
 
 #include "model/Config.h"
+#include "model/Levels.h"
 
 namespace vek {
-
-namespace {
-
-/// What a muted output is sent, in dB.
-constexpr float mutedLevel = -96.0F;
-
-} // namespace
 
 Task<> OnlineSession::SendCommand(CommandPacket packet, FailureKind noReply, FailureKind refused) {
     const ByteVector reply = co_await Request(packet, onlineReplyLength);

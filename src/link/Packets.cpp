@@ -2,6 +2,7 @@
 
 #include "base/Errors.h"
 #include "base/Numbers.h"
+#include "model/Levels.h"
 
 #include <algorithm>
 #include <numeric>
@@ -68,10 +69,6 @@ CommandPacket VolumePacket(int output, float registerValue) {
     return BuildCommand('V', ToByte(output), ToByte(registerValue));
 }
 
-float VolumeRegister(float level) {
-    constexpr float stepsPerDb = 2.0F;
-    constexpr float zeroDbValue = 210.0F;
-    return CheckedSingle(CheckedSingle(stepsPerDb * level) + zeroDbValue);
-}
+float VolumeRegister(float level) { return CheckedSingle(VolumeChipCode(level)); }
 
 } // namespace vek
