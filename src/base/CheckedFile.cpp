@@ -89,10 +89,9 @@ bool CheckedFile::HoldsNext(const Descriptor& file, std::span<const std::byte> b
 bool CheckedFile::HoldsTail(const Descriptor& file, const Descriptor& other, std::size_t offset) const {
     SeekTo(other, offset);
     Chunk chunk;
-    while (const std::size_t got = ReadSome(other, chunk)) {
+    while (const std::size_t got = ReadSome(other, chunk))
         if (!HoldsNext(file, std::span(chunk).first(got)))
             return false;
-    }
     return true;
 }
 

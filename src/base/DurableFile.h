@@ -8,6 +8,8 @@
 
 namespace vek {
 
+struct FileOperations;
+
 /// What happens to bytes of an existing file beyond those that are written.
 enum class ExistingTail { Keep, Drop };
 
@@ -19,6 +21,10 @@ enum class ExistingTail { Keep, Drop };
 /// putting in place. Once it is in place, its folder is synced; where that cannot be done, a power cut soon
 /// afterwards can still bring the old file back.
 void WriteFileDurably(const std::string& path, std::span<const std::byte> bytes, ExistingTail tail);
+
+/// The same by way of these operations.
+void WriteFileDurably(const std::string& path, std::span<const std::byte> bytes, ExistingTail tail,
+                      const FileOperations& operations);
 
 /// The first `limit` bytes of a regular file, fewer when it is shorter. Throws FileError when it cannot be
 /// read or is a folder, device or FIFO.

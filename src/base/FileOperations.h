@@ -2,8 +2,8 @@
 // wrong.
 #pragma once
 
-#include "base/DurableFile.h"
-
+#include <cstddef>
+#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <functional>
@@ -30,9 +30,5 @@ struct FileOperations {
     std::function<int(const char* from, const char* to)> Rename = ::rename;
     std::function<int(const char* path)> Remove = ::unlink;
 };
-
-/// WriteFileDurably by way of these operations.
-void WriteFileDurably(const std::string& path, std::span<const std::byte> bytes, ExistingTail tail,
-                      const FileOperations& operations);
 
 } // namespace vek

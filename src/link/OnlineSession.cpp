@@ -1,5 +1,7 @@
 #include "link/OnlineSession.h"
 
+#include "link/PortSearch.h"
+
 #include <limits>
 #include <utility>
 

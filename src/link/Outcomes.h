@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/Task.h"
-#include "link/PortSearch.h"
+#include "link/PortFinding.h"
 
 #include <cstddef>
 

@@ -1,6 +1,7 @@
 #include "link/VekLink.h"
 
 #include "link/Packets.h"
+#include "link/PortSearch.h"
 
 #include <array>
 

@@ -1,7 +1,7 @@
 // The table of the serial ports COM1 to COM4 as the programming window and the online page show it.
 #pragma once
 
-#include "link/PortSearch.h"
+#include "link/PortFinding.h"
 
 #include <QStringList>
 #include <QWidget>

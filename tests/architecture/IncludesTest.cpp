@@ -36,9 +36,8 @@ const std::map<std::string, std::string> libraries = {
 Names QuotedNames(const std::string& cell) {
     static const std::regex quoted("`([^`]+)`");
     Names names;
-    for (std::sregex_iterator name(cell.begin(), cell.end(), quoted), end; name != end; ++name) {
+    for (std::sregex_iterator name(cell.begin(), cell.end(), quoted), end; name != end; ++name)
         names.insert((*name)[1]);
-    }
     return names;
 }
 
@@ -50,11 +49,9 @@ Table ReadTable(const std::string& page) {
     std::string line;
     std::getline(lines, line);
     std::smatch cells;
-    while (std::getline(lines, line) && !line.starts_with("## ")) {
-        if (std::regex_match(line, cells, row)) {
+    while (std::getline(lines, line) && !line.starts_with("## "))
+        if (std::regex_match(line, cells, row))
             table[cells[1]] = {QuotedNames(cells[2]), QuotedNames(cells[3])};
-        }
-    }
     return table;
 }
 
@@ -63,11 +60,9 @@ std::vector<std::string> IncludesOf(const std::string& text) {
     std::vector<std::string> includes;
     std::istringstream lines(text);
     std::smatch match;
-    for (std::string line; std::getline(lines, line);) {
-        if (line.find('#') != std::string::npos && std::regex_match(line, match, include)) {
+    for (std::string line; std::getline(lines, line);)
+        if (line.find('#') != std::string::npos && std::regex_match(line, match, include))
             includes.push_back(match[1]);
-        }
-    }
     return includes;
 }
 
@@ -84,11 +79,9 @@ Names Reached(const Graph& graph, const std::string& from) {
         const auto node = graph.find(ahead.back());
         ahead.pop_back();
         if (node != graph.end()) {
-            for (const std::string& target : node->second) {
-                if (reached.insert(target).second) {
+            for (const std::string& target : node->second)
+                if (reached.insert(target).second)
                     ahead.push_back(target);
-                }
-            }
         }
     }
     return reached;
@@ -97,29 +90,24 @@ Names Reached(const Graph& graph, const std::string& from) {
 /// The sets of nodes that lead to each other.
 std::set<Names> Circles(const Graph& graph) {
     Graph reached;
-    for (const auto& [name, targets] : graph) {
+    for (const auto& [name, targets] : graph)
         reached[name] = Reached(graph, name);
-    }
     std::set<Names> circles;
     for (const auto& [name, targets] : reached) {
         Names circle;
-        for (const std::string& target : targets) {
-            if (reached.contains(target) && reached.at(target).contains(name)) {
+        for (const std::string& target : targets)
+            if (reached.contains(target) && reached.at(target).contains(name))
                 circle.insert(target);
-            }
-        }
-        if (!circle.empty()) {
+        if (!circle.empty())
             circles.insert(circle);
-        }
     }
     return circles;
 }
 
 std::string Join(const Names& names) {
     std::string joined;
-    for (const std::string& name : names) {
+    for (const std::string& name : names)
         joined += (joined.empty() ? "" : ", ") + name;
-    }
     return joined;
 }
 
@@ -128,15 +116,13 @@ class Check {
     Check(const Table& table, const Files& files) : table_(table), files_(files) {
         for (const auto& [path, text] : files) {
             used_.try_emplace(FolderOf(path));
-            for (const std::string& include : IncludesOf(text)) {
+            for (const std::string& include : IncludesOf(text))
                 Include(path, include);
-            }
         }
         CompareTable();
         Graph arrows;
-        for (const auto& [folder, row] : table) {
+        for (const auto& [folder, row] : table)
             arrows[folder] = row.Folders;
-        }
         NoCircles("folders", arrows);
         NoCircles("files", units_);
     }
@@ -150,12 +136,10 @@ class Check {
         const auto row = table_.find(folder);
         if (files_.contains(name)) {
             const std::string target = FolderOf(name);
-            if (UnitOf(name) != UnitOf(path)) {
+            if (UnitOf(name) != UnitOf(path))
                 units_[UnitOf(path)].insert(UnitOf(name));
-            }
-            if (target == folder) {
+            if (target == folder)
                 return;
-            }
             used_[folder].Folders.insert(target);
             if (row != table_.end() && !row->second.Folders.contains(target)) {
                 Complaints.push_back(path + " includes " + name + ", but the table has no arrow from " +
@@ -176,11 +160,9 @@ class Check {
     }
 
     void CompareTable() {
-        for (const auto& [folder, row] : used_) {
-            if (!table_.contains(folder)) {
+        for (const auto& [folder, row] : used_)
+            if (!table_.contains(folder))
                 Complaints.push_back("the table has no row for " + folder);
-            }
-        }
         for (const auto& [folder, row] : table_) {
             if (!used_.contains(folder)) {
                 Complaints.push_back("the table has a row for " + folder + ", which is no folder of src");
@@ -201,9 +183,8 @@ class Check {
     }
 
     void NoCircles(const std::string& what, const Graph& graph) {
-        for (const Names& circle : Circles(graph)) {
+        for (const Names& circle : Circles(graph))
             Complaints.push_back("these " + what + " include each other in a circle: " + Join(circle));
-        }
     }
 
     const Table& table_;
@@ -255,19 +236,16 @@ TEST(Includes, EachKindOfBreachIsFound) {
          {{"low/A.cpp", "#include \"low/Z.h\"\n"}, {"low/Z.h", ""}, {"low/Z.cpp", "#include \"low/A.h\"\n"}},
          "these files include each other in a circle: low/A, low/Z"},
     };
-    for (const auto& [pageRows, changed, complaint] : breaches) {
+    for (const auto& [pageRows, changed, complaint] : breaches)
         EXPECT_THAT(complaints(pageRows, changed, files), ElementsAre(HasSubstr(complaint)));
-    }
 }
 
 TEST(Includes, FollowTheArchitecturePage) {
     const std::filesystem::path project = VEK_SOURCE_FOLDER;
     Files files;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(project / "src")) {
-        if (entry.path().extension() == ".h" || entry.path().extension() == ".cpp") {
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(project / "src"))
+        if (entry.path().extension() == ".h" || entry.path().extension() == ".cpp")
             files[entry.path().lexically_relative(project / "src").generic_string()] = TextOf(entry.path());
-        }
-    }
     const Table table = ReadTable(TextOf(project / "docs" / "architecture.md"));
     EXPECT_THAT(Check(table, files).Complaints, IsEmpty());
 }

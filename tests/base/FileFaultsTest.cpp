@@ -1,5 +1,6 @@
 // The durable file writer on disks that fail: every call that it makes, one after the other.
 #include "base/Bytes.h"
+#include "base/DurableFile.h"
 #include "base/Errors.h"
 #include "base/FileOperations.h"
 #include "support/TestData.h"

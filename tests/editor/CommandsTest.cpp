@@ -116,7 +116,12 @@ TEST_F(Commands, AFailedReadGivesDefaultsAndAMessage) {
         Open(Sample("02"));
         boxes.ExpectOpenFile(Sample("02"), path);
         boxes.ExpectMessage(errorTitle, u"Sorry there was an error the file !"_s);
+        const auto slider = [this] { return Find(u"LevelTrim1"_s)->property("Level").toFloat(); };
+        EXPECT_EQ(slider(), Config.Modes[0].OutputLevels[0].StartLevel);
+        PressKnob(u"LevelTrim1"_s, Qt::Key_Up);
+        ASSERT_NE(slider(), 0.0F);
         Trigger(u"OPEN"_s);
+        EXPECT_EQ(slider(), 0.0F) << "the slider's levels of the former file are gone";
         EXPECT_EQ(Differing(Bytes(), ReadText(DataPath("01.VMC"))), "");
         Trigger(u"ONLINE"_s);
         EXPECT_EQ(Differing(Bytes(), ReadText(DataPath("01.VMC"))), "")
@@ -193,6 +198,21 @@ TEST_F(Commands, ReportAndListAreExportedByteForByte) {
                             ReadText(DataPath(unused ? "03.unused.csv" : "03.csv"))),
                   "");
     }
+}
+
+TEST_F(Commands, LevelsThatTheImageLimitsAreStoredBack) {
+    Config.Modes[0].OutputLevels[0].MaximumLevel = 30;
+    Config.Modes[5].OutputLevels[3].MinimumLevel = -100.25F;
+    SaveConfig(folder.Path("wide.VMC"), Config);
+    Config = SavedConfig;
+    Open(PathOf("wide.VMC"));
+    boxes.ExpectSaveFile(PathOf("wide.VEX"), std::nullopt);
+    Trigger(u"EXPORT"_s);
+    EXPECT_EQ(Config.Modes[0].OutputLevels[0].MaximumLevel, 22.0F);
+    EXPECT_EQ(Config.Modes[5].OutputLevels[3].MinimumLevel, -96.0F);
+    EXPECT_TRUE(ConfigDiffers());
+    Trigger(u"ONLINE"_s);
+    EXPECT_EQ(Config.Modes[0].OutputLevels[0].MaximumLevel, 22.0F) << "and shown";
 }
 
 TEST_F(Commands, ExportsTheImageAndReportsWhatCannotBeBuilt) {

@@ -3,11 +3,13 @@
 
 #include "controls/dBText.h"
 #include "model/ClipboardText.h"
+#include "pages/EditorPages.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMenu>
+#include <QTabWidget>
 
 using namespace vek;
 using namespace vek::test;
@@ -35,21 +37,59 @@ class Editing : public EditorTest {
 
 } // namespace
 
-TEST_F(Editing, RefusedLevelsSpringBackAfterOneMessage) {
-    const QString restoring = u"\r\nRestoring original value"_s;
-    boxes.ExpectMessage(u"Max Level error"_s,
-                        u"The Maximum level you set is below the start level set"_s + restoring,
-                        MessageIcon::Exclamation, [this] {
-                            // The box takes the focus away from the level.
-                            Part<QLineEdit>(u"PanelMaximumLevel"_s, u"Text1"_s)->clearFocus();
-                        });
-    auto* text = Part<QLineEdit>(u"PanelMaximumLevel"_s, u"Text1"_s);
-    window->activateWindow();
-    text->setFocus();
-    Type(u"PanelMaximumLevel"_s, u"-3"_s);
-    text->clearFocus();
-    EXPECT_EQ(LevelOf("PanelMaximumLevel"), 6.0F);
-    EXPECT_FALSE(ConfigDiffers());
+TEST_F(Editing, ARefusedLevelSpringsBackAndTheClickThatLeftItCounts) {
+    const QString text =
+        u"The Maximum level you set is below the start level set\r\nRestoring original value"_s;
+    Find<QTabWidget>(u"SSTab1"_s)->setCurrentIndex(LevelsTab);
+    Activate();
+    auto* maximum = Part<QLineEdit>(u"PanelMaximumLevel"_s, u"Text1"_s);
+    for (const char* clicked :
+         {"Modes_2", "UsePanel_3", "RemoteMuteOnMin", "RemotePreviousNotSetStartLevel_1"}) {
+        auto* button = Find<QAbstractButton>(QString::fromLatin1(clicked));
+        const bool checkedBefore = button->isChecked();
+        maximum->setFocus();
+        ASSERT_TRUE(maximum->hasFocus());
+        maximum->selectAll();
+        QTest::keyClicks(maximum, u"-3"_s);
+        Press(button);
+        Settle(); // a box would be an unexpected one
+        ASSERT_FALSE(maximum->hasFocus()) << clicked;
+        EXPECT_TRUE(button->isDown()) << clicked;
+        EXPECT_EQ(LevelOf("PanelMaximumLevel"), 6.0F);
+        boxes.ExpectMessage(u"Max Level error"_s, text, MessageIcon::Exclamation,
+                            [&] { EXPECT_TRUE(button->isChecked() != checkedBefore && !button->isDown()); });
+        Release(button);
+        QTest::qWait(20); // the look whether the button is still held
+        Settle();
+        EXPECT_TRUE(boxes.Done()) << clicked;
+    }
+    for (const ModeRecord& mode : Config.Modes) {
+        for (const OutputLevelRecord& levels : mode.OutputLevels)
+            EXPECT_EQ(levels.MaximumLevel, 6.0F);
+    }
+
+    boxes.ExpectMessage(
+        u"Max Level error"_s,
+        u"The Maximum level you set is below the minimum level set\r\nRestoring original value"_s);
+    Type(u"PanelMaximumLevel"_s, u"-50"_s);
+    maximum->clearFocus();
+    Settle();
+    EXPECT_EQ(LevelOf("PanelMaximumLevel"), 6.0F) << "told once, although the box was left as well";
+}
+
+TEST_F(Editing, TheSlidersLevelIsKeptByModeAndOutput) {
+    const auto slider = [this] { return Find(u"LevelTrim1"_s)->property("Level").toFloat(); };
+    PressKnob(u"LevelTrim1"_s, Qt::Key_PageDown);
+    Click(u"UsePanel_1"_s);
+    EXPECT_EQ(slider(), 0.0F);
+    PressKnob(u"LevelTrim1"_s, Qt::Key_Up);
+    Click(u"Modes_3"_s);
+    EXPECT_EQ(slider(), 0.0F);
+    Click(u"Modes_0"_s);
+    EXPECT_EQ(slider(), 1.0F);
+    Click(u"UsePanel_0"_s);
+    EXPECT_EQ(slider(), -6.0F);
+    EXPECT_FALSE(ConfigDiffers()) << "it is no part of the configuration";
 }
 
 TEST_F(Editing, WithPreviousStartTheStartLevelFollows) {

@@ -11,8 +11,10 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QApplication>
 #include <QLineEdit>
 #include <QTest>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -83,6 +85,22 @@ class EditorTest : public testing::Test {
             if (boxes.AnyOpen() || port.Step())
                 idle = -1;
         }
+    }
+    /// Gives the window the keyboard, for what depends on the focus.
+    void Activate() {
+        window->activateWindow();
+        QApplication::setActiveWindow(window.get());
+        QCoreApplication::processEvents();
+        ASSERT_TRUE(window->isActiveWindow());
+    }
+    /// Where the mark of a radio button or check box is, or the left of a push button, in the window.
+    QPoint MarkOf(QWidget* button) { return button->mapTo(window.get(), QPoint(8, button->height() / 2)); }
+    void Press(QWidget* button) {
+        QTest::mousePress(window->windowHandle(), Qt::LeftButton, {}, MarkOf(button));
+    }
+    void Release(QWidget* button) {
+        QTest::mouseRelease(window->windowHandle(), Qt::LeftButton, {}, MarkOf(button));
+        Settle();
     }
     void Click(const QString& name) {
         Find<QAbstractButton>(name)->click();
