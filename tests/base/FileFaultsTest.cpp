@@ -131,6 +131,15 @@ TEST_F(FileFaults, EveryCallThatFailsLeavesTheOldFileOrTheNewOne) {
     }
 }
 
+// Never tried on a device itself: a writer that forgot to look would put a file in its place.
+TEST_F(FileFaults, DevicesAreNotReplaced) {
+    FileOperations files;
+    for (const mode_t type : {S_IFCHR, S_IFBLK, S_IFSOCK}) {
+        files.Status = [type](int, struct stat* status) { return status->st_mode = type | 0666, 0; };
+        EXPECT_EQ(Refusal(files), "is not a regular file");
+    }
+}
+
 TEST_F(FileFaults, ADiskThatFillsUpIsToldEvenWhenTheRemainsCannotBeRemoved) {
     FileOperations files;
     std::size_t room = 10;
@@ -220,6 +229,7 @@ TEST_F(FileFaults, TheOwnerIsTakenOverAndTheTemporaryStandsBesideTheFile) {
 
     std::string temporary;
     files.OpenTemporary = [&temporary](char* name, int) { return temporary = name, errno = EROFS, -1; };
+    files.Rename = [](const char*, const char*) { return -1; };
     const std::pair<std::string, std::string> places[] = {{path, folder.Path(".vorn-matrix-XXXXXX")},
                                                           {"not-there.VMC", "./.vorn-matrix-XXXXXX"},
                                                           {"/not-there.VMC", "//.vorn-matrix-XXXXXX"}};
