@@ -10,13 +10,6 @@
 
 namespace vek {
 
-/// What a number box lists.
-enum class NumberList {
-    VolumePanels = 0,   ///< remote panels that control an output's volume
-    InputSequence = 1,  ///< inputs "1" to "8" and "0" for off, in the user's order
-    SelectorPanels = 2, ///< remote panels that select an output's input
-};
-
 /// For each panel index 0 … 15 the number 1 … 8 of the other output that already uses it.
 using TakenMarks = std::array<std::optional<int>, panelCount>;
 

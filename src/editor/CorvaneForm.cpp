@@ -159,7 +159,7 @@ void CorvaneForm::RouteEdited() {
 }
 
 void CorvaneForm::LevelMoved() {
-    view_.SetWorkingLevel(pages_.Levels->LevelTrim1->Level());
+    view_.SetSliderLevel(pages_.Levels->LevelTrim1->Level());
     online_->LevelsChanged();
 }
 

@@ -29,7 +29,7 @@ void FileCommands::NewCommand() {
     if (!AskToSaveChanges())
         return;
     NewConfiguration();
-    view_.ResetWorkingLevels();
+    view_.ResetSliderLevels();
     view_.ShowAll();
     ConfigChanged = false;
 }
@@ -54,7 +54,7 @@ void FileCommands::OpenFileAtStartup(QString commandLine) {
 
 void FileCommands::Read(const std::string& path, const std::string& nameAfterwards) {
     NewConfiguration();
-    view_.ResetWorkingLevels();
+    view_.ResetSliderLevels();
     try {
         ReadConfigFile(path);
         SavedConfig = Config;

@@ -19,26 +19,26 @@ namespace {
 
 /// A limited level: its box, its field and the button that copies the slider into it.
 struct Limit {
-    LimitedLevel Level;
+    LevelLimit Level;
     dBText* LevelsPage::*Box;
     float OutputLevelRecord::*Field;
     SliderTarget Button;
 };
 
 constexpr Limit limits[] = {
-    {LimitedLevel::Maximum, &LevelsPage::PanelMaximumLevel, &OutputLevelRecord::MaximumLevel, SetMaximum},
-    {LimitedLevel::Minimum, &LevelsPage::PanelMinimumLevel, &OutputLevelRecord::MinimumLevel, SetMinimum},
-    {LimitedLevel::Start, &LevelsPage::RemoteStartLevel, &OutputLevelRecord::StartLevel, SetStart},
+    {LevelLimit::Maximum, &LevelsPage::PanelMaximumLevel, &OutputLevelRecord::MaximumLevel, SetMaximum},
+    {LevelLimit::Minimum, &LevelsPage::PanelMinimumLevel, &OutputLevelRecord::MinimumLevel, SetMinimum},
+    {LevelLimit::Start, &LevelsPage::RemoteStartLevel, &OutputLevelRecord::StartLevel, SetStart},
 };
 
-const Limit& LimitOf(LimitedLevel level) { return limits[static_cast<std::size_t>(level)]; }
+const Limit& LimitOf(LevelLimit level) { return limits[static_cast<std::size_t>(level)]; }
 
 } // namespace
 
 LevelLimits::LevelLimits(LevelsPage& page, ModelView& view, WindowMessages& messages, QObject* parent)
     : QObject(parent), page_(page), view_(view), messages_(messages) {
     for (const Limit& limit : limits) {
-        const LimitedLevel level = limit.Level;
+        const LevelLimit level = limit.Level;
         connect(page.*limit.Box, &dBText::Change, this, [this, level] { LevelChanged(level); });
         connect(page.UseSliderToSet[limit.Button], &QPushButton::clicked, this,
                 [this, level] { TakeFromSlider(level); });
@@ -49,11 +49,11 @@ LevelLimits::LevelLimits(LevelsPage& page, ModelView& view, WindowMessages& mess
     connect(page.RemoteMuteOnMin, &QCheckBox::clicked, this, [this] { this->view_.StoreView(); });
 }
 
-void LevelLimits::LevelChanged(LimitedLevel changed) {
+void LevelLimits::LevelChanged(LevelLimit changed) {
     const Limit& limit = LimitOf(changed);
     dBText& box = *(page_.*limit.Box);
-    const LimitedLevels levels = {page_.PanelMaximumLevel->Level(), page_.PanelMinimumLevel->Level(),
-                                  page_.RemoteStartLevel->Level()};
+    const LevelLimitValues levels = {page_.PanelMaximumLevel->Level(), page_.PanelMinimumLevel->Level(),
+                                     page_.RemoteStartLevel->Level()};
     const LevelDecision decision = DecideLevel(changed, levels, page_.FixedStart());
     const float stored = view_.Levels().*limit.Field;
     if (!decision.Accepted) {
@@ -67,7 +67,7 @@ void LevelLimits::LevelChanged(LimitedLevel changed) {
     view_.StoreView();
 }
 
-void LevelLimits::TakeFromSlider(LimitedLevel target) {
+void LevelLimits::TakeFromSlider(LevelLimit target) {
     (page_.*LimitOf(target).Box)->SetLevel(page_.LevelTrim1->Level());
     LevelChanged(target);
 }

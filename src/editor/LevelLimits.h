@@ -20,8 +20,8 @@ class LevelLimits : public QObject {
     LevelLimits(LevelsPage& page, ModelView& view, WindowMessages& messages, QObject* parent = nullptr);
 
   private:
-    void LevelChanged(LimitedLevel changed);
-    void TakeFromSlider(LimitedLevel target);
+    void LevelChanged(LevelLimit changed);
+    void TakeFromSlider(LevelLimit target);
     void StartChoiceClicked();
 
     LevelsPage& page_;

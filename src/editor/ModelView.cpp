@@ -189,7 +189,7 @@ void ModelView::ShowLevels(const OutputLevelRecord& levels) {
     const bool previous = IsSet(levels.PreviousNotSetStartLevel);
     page.RemotePreviousNotSetStartLevel[previous ? 1 : 0]->setChecked(true);
     page.ShowStartLevel(!previous);
-    page.LevelTrim1->SetLevel(WorkingLevel());
+    page.LevelTrim1->SetLevel(SliderLevel());
 }
 
 void ModelView::ShowGlobalFields() {
@@ -260,12 +260,12 @@ void ModelView::TakeClamped(const MatrixConfig& clamped) {
 void ModelView::TakeStartLevels() {
     for (std::size_t mode = 0; mode < modeCount; ++mode) {
         for (std::size_t output = 0; output < outputCount; ++output)
-            workingLevels_[mode][output] = Config.Modes[mode].OutputLevels[output].StartLevel;
+            sliderLevels_[mode][output] = Config.Modes[mode].OutputLevels[output].StartLevel;
     }
 }
 
-float ModelView::WorkingLevel() const { return workingLevels_[ModeIndex()][Output()]; }
+float ModelView::SliderLevel() const { return sliderLevels_[ModeIndex()][Output()]; }
 
-void ModelView::SetWorkingLevel(float level) { workingLevels_[ModeIndex()][Output()] = level; }
+void ModelView::SetSliderLevel(float level) { sliderLevels_[ModeIndex()][Output()] = level; }
 
 } // namespace vek

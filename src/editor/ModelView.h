@@ -70,10 +70,10 @@ class ModelView {
     /// Gives every mode and output its start level.
     void TakeStartLevels();
     /// All 0.
-    void ResetWorkingLevels() { workingLevels_ = {}; }
+    void ResetSliderLevels() { sliderLevels_ = {}; }
     /// Of the current mode and output.
-    float WorkingLevel() const;
-    void SetWorkingLevel(float level);
+    float SliderLevel() const;
+    void SetSliderLevel(float level);
 
   private:
     template <typename Change>
@@ -91,7 +91,7 @@ class ModelView {
     // Working copies: what the page of the addresses shows, and the groups of the current mode.
     AddressEnables addresses_;
     std::array<std::int16_t, outputCount> linkGroups_ = {};
-    std::array<std::array<float, outputCount>, modeCount> workingLevels_ = {};
+    std::array<std::array<float, outputCount>, modeCount> sliderLevels_ = {};
 };
 
 } // namespace vek

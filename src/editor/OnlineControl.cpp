@@ -208,12 +208,12 @@ void OnlineControl::PassBegins() {
         parts_.Page.AppendDiagnostics(u"\n"_s);
 }
 
-void OnlineControl::VolumeCommand(int output, float level) {
+void OnlineControl::SendingVolume(int output, float level) {
     if (parts_.Page.DiagnosticsOn())
         parts_.Page.AppendDiagnostics(FromConstant(VolumeLine(output, level)));
 }
 
-void OnlineControl::RouteCommand(int output, int input) {
+void OnlineControl::SendingRoute(int output, int input) {
     if (parts_.Page.DiagnosticsOn())
         parts_.Page.AppendDiagnostics(FromConstant(RouteLine(output, input)));
 }

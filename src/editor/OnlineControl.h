@@ -69,8 +69,8 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     Task<> WentOnline() override;
     void Disconnected() override;
     void PassBegins() override;
-    void VolumeCommand(int output, float level) override;
-    void RouteCommand(int output, int input) override;
+    void SendingVolume(int output, float level) override;
+    void SendingRoute(int output, int input) override;
 
     std::size_t OnlineInput() const override;
     bool MutedOutput(std::size_t output) const override;

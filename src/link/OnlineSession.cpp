@@ -124,7 +124,7 @@ Task<PortFinding> OnlineSession::OnlineFind_vek(bool restart) {
 Task<bool> OnlineSession::OnlineRestart_unit() {
     bool replied = false;
     for (int attempt = 0; attempt < restartAttempts; ++attempt) {
-        const CommandPacket packet = RestartPacket();
+        const OnlinePacket packet = RestartPacket();
         const ByteVector reply = co_await Request(packet, onlineReplyLength);
         if (IsAccepted(reply))
             co_return true;

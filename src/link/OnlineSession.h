@@ -50,8 +50,8 @@ class OnlineOutcomes : public LinkOutcomes {
     /// Commands for all outputs follow.
     virtual void PassBegins() = 0;
     /// About to be sent.
-    virtual void VolumeCommand(int output, float level) = 0;
-    virtual void RouteCommand(int output, int input) = 0;
+    virtual void SendingVolume(int output, float level) = 0;
+    virtual void SendingRoute(int output, int input) = 0;
 };
 
 /// One main window's online connection. Its procedures are tasks, of which one runs at a time. What is wanted
@@ -87,7 +87,8 @@ class OnlineSession {
     /// Fulfils the wishes, also those that come meanwhile. Throws OverflowError when a level does not fit the
     /// volume chip's register: that packet and those after it are not sent; other wishes stay.
     Task<> Serve();
-    /// Restarts the unit when online, and closes the port. Ended in between, it leaves the session offline, too.
+    /// Restarts the unit when online, and closes the port. Ended in between, it leaves the session offline,
+    /// too.
     Task<> Disconnect();
 
   private:
@@ -103,7 +104,7 @@ class OnlineSession {
     Task<> SendRoutes();
     Task<> SendVolume(std::size_t output, float level);
     Task<> SendRoute(std::size_t output, std::size_t input);
-    Task<> SendCommand(CommandPacket packet, FailureKind noReply, FailureKind refused);
+    Task<> SendPacket(OnlinePacket packet, FailureKind noReply, FailureKind refused);
     float LevelOf(std::size_t output) const;
 
     Exchange exchange_;

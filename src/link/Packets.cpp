@@ -15,8 +15,8 @@ std::uint8_t Sum(std::span<const std::uint8_t> bytes) {
     return static_cast<std::uint8_t>(std::accumulate(bytes.begin(), bytes.end(), 0U) & 0xFFU);
 }
 
-CommandPacket BuildCommand(char letter, std::uint8_t first, std::uint8_t second) {
-    CommandPacket packet = {static_cast<std::uint8_t>(letter), first, second, 0};
+OnlinePacket BuildPacket(char letter, std::uint8_t first, std::uint8_t second) {
+    OnlinePacket packet = {static_cast<std::uint8_t>(letter), first, second, 0};
     packet.back() = CheckByte(std::span(packet).first<3>());
     return packet;
 }
@@ -61,12 +61,12 @@ DownloadBlock BuildBlock(const DownloadImage& image, int number) {
     return block;
 }
 
-CommandPacket RestartPacket() { return BuildCommand('R', 255, 255); }
+OnlinePacket RestartPacket() { return BuildPacket('R', 255, 255); }
 
-CommandPacket RoutePacket(int output, int input) { return BuildCommand('M', ToByte(output), ToByte(input)); }
+OnlinePacket RoutePacket(int output, int input) { return BuildPacket('M', ToByte(output), ToByte(input)); }
 
-CommandPacket VolumePacket(int output, float registerValue) {
-    return BuildCommand('V', ToByte(output), ToByte(registerValue));
+OnlinePacket VolumePacket(int output, float registerValue) {
+    return BuildPacket('V', ToByte(output), ToByte(registerValue));
 }
 
 float VolumeRegister(float level) { return CheckedSingle(VolumeChipCode(level)); }

@@ -47,7 +47,7 @@ DownloadBlock BuildBlock(const DownloadImage& image, int number);
 // Online commands.
 
 /// | letter | two data bytes | check |
-using CommandPacket = std::array<std::uint8_t, 4>;
+using OnlinePacket = std::array<std::uint8_t, 4>;
 
 /// An online command is answered by one byte.
 inline constexpr std::size_t onlineReplyLength = 1;
@@ -55,11 +55,11 @@ inline constexpr std::size_t onlineReplyLength = 1;
 /// "DiReCt"
 inline constexpr std::array<std::uint8_t, 6> onlineFindRequest = {'D', 'i', 'R', 'e', 'C', 't'};
 
-CommandPacket RestartPacket();
+OnlinePacket RestartPacket();
 /// Routes an input to an output, both from 0. Throws OverflowError outside a byte.
-CommandPacket RoutePacket(int output, int input);
+OnlinePacket RoutePacket(int output, int input);
 /// Sets an output (from 0) to a value of VolumeRegister. Throws OverflowError for a value outside a byte.
-CommandPacket VolumePacket(int output, float registerValue);
+OnlinePacket VolumePacket(int output, float registerValue);
 
 /// Register value of the volume chip for a level in dB, neither limited nor rounded: 210 is 0 dB, a step is
 /// half a dB. Throws OverflowError when it is not finite.

@@ -109,7 +109,7 @@ Task<PortFinding> VekLink::Find_vek(bool restart) {
     co_return finding;
 }
 
-Task<> VekLink::SendCommand(std::uint8_t command, std::span<const std::uint8_t> argument) {
+Task<> VekLink::SendRequest(std::uint8_t command, std::span<const std::uint8_t> argument) {
     exchange_.SetSettings(commandSettings);
     co_await exchange_.Send(command);
     co_await exchange_.Wait(byteWait);
@@ -119,13 +119,13 @@ Task<> VekLink::SendCommand(std::uint8_t command, std::span<const std::uint8_t> 
 
 Task<bool> VekLink::dumb_restart_unit() {
     exchange_.DiscardInput();
-    co_await SendCommand(restartCommand, restartArgument);
+    co_await SendRequest(restartCommand, restartArgument);
     co_await exchange_.Wait(dumbRestartWait);
     co_return false;
 }
 
-Task<VekLink::Reply> VekLink::Command(std::uint8_t command, std::span<const std::uint8_t> argument) {
-    co_await SendCommand(command, argument);
+Task<VekLink::Reply> VekLink::Request(std::uint8_t command, std::span<const std::uint8_t> argument) {
+    co_await SendRequest(command, argument);
     const ByteVector reply =
         co_await exchange_.Reply(commandReplyWait, commandReplyLength, commandReplyLength);
     if (IsAccepted(reply))
@@ -137,7 +137,7 @@ Task<bool> VekLink::restart_unit() {
     Reply reply = Reply::None;
     for (int attempt = 0; attempt < commandAttempts; ++attempt) {
         exchange_.DiscardInput();
-        const Reply latest = co_await Command(restartCommand, restartArgument);
+        const Reply latest = co_await Request(restartCommand, restartArgument);
         if (latest == Reply::Accepted)
             co_return true;
         reply = latest;
@@ -152,7 +152,7 @@ Task<bool> VekLink::SendBlock(const DownloadImage& image, int number) {
     const DownloadBlock block = BuildBlock(image, number);
     Reply reply = Reply::None;
     for (int attempt = 0; attempt < commandAttempts; ++attempt) {
-        const Reply latest = co_await Command(downloadCommand, block);
+        const Reply latest = co_await Request(downloadCommand, block);
         if (latest == Reply::Accepted)
             co_return true;
         reply = latest;

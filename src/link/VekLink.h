@@ -64,8 +64,8 @@ class VekLink {
     enum class Reply { Accepted, Refused, None };
 
     Task<ByteVector> SearchAt(std::string_view settings);
-    Task<> SendCommand(std::uint8_t command, std::span<const std::uint8_t> argument);
-    Task<Reply> Command(std::uint8_t command, std::span<const std::uint8_t> argument);
+    Task<> SendRequest(std::uint8_t command, std::span<const std::uint8_t> argument);
+    Task<Reply> Request(std::uint8_t command, std::span<const std::uint8_t> argument);
     Task<bool> SendBlock(const DownloadImage& image, int number);
 
     Exchange exchange_;

@@ -40,12 +40,12 @@ std::size_t LinkLeader(const ModeRecord& mode, std::int16_t group) {
                                     mode.LinkGroup.begin());
 }
 
-std::optional<std::size_t> OutputUsingPanel(const ModeRecord& mode, PanelList list, std::size_t panel,
+std::optional<std::size_t> OutputUsingPanel(const ModeRecord& mode, NumberList list, std::size_t panel,
                                             std::size_t output) {
     for (std::size_t other = 0; other < outputCount; ++other) {
         const PanelRecord& panels = mode.OutputPanels[other];
         const std::string_view text =
-            list == PanelList::Volumes ? panels.PanelVolumes.Trimmed() : panels.PanelSelects.Trimmed();
+            list == NumberList::VolumePanels ? panels.PanelVolumes.Trimmed() : panels.PanelSelects.Trimmed();
         const bool uses =
             std::any_of(text.begin(), text.end(), [panel](char c) { return PanelCharToIndex(c) == panel; });
         if (other != output && uses)

@@ -104,12 +104,9 @@ bool IsUsedMode(const ModeRecord& mode);
 /// The first output (0 … 7) of the link group in this mode, outputCount when no output belongs to it.
 std::size_t LinkLeader(const ModeRecord& mode, std::int16_t group);
 
-/// The two texts of PanelRecord that give panels to outputs.
-enum class PanelList { Volumes, Selects };
-
-/// The output (0 … 7) other than `output` whose list in this mode names the panel (index 0 … 15), the lowest
-/// first.
-std::optional<std::size_t> OutputUsingPanel(const ModeRecord& mode, PanelList list, std::size_t panel,
+/// The output (0 … 7) other than `output` whose list of panels in this mode names the panel (index 0 … 15),
+/// the lowest first.
+std::optional<std::size_t> OutputUsingPanel(const ModeRecord& mode, NumberList list, std::size_t panel,
                                             std::size_t output);
 
 /// True for 0 (not linked) and the groups 1 … 4.

@@ -17,23 +17,23 @@ constexpr LevelDecision acceptAndDrag = {.DragStart = true};
 
 } // namespace
 
-LevelDecision DecideLevel(LimitedLevel changed, const LimitedLevels& levels, bool fixedStart) {
+LevelDecision DecideLevel(LevelLimit changed, const LevelLimitValues& levels, bool fixedStart) {
     switch (changed) {
-    case LimitedLevel::Maximum:
+    case LevelLimit::Maximum:
         if (levels.Minimum >= levels.Maximum)
             return Refuse(maximumTitle, "The Maximum level you set is below the minimum level set");
         if (levels.Start <= levels.Maximum)
             return accept;
         return fixedStart ? Refuse(maximumTitle, "The Maximum level you set is below the start level set")
                           : acceptAndDrag;
-    case LimitedLevel::Minimum:
+    case LevelLimit::Minimum:
         if (levels.Minimum >= levels.Maximum)
             return Refuse(minimumTitle, "The Minimum level you set is above the maximum level set");
         if (levels.Start >= levels.Minimum)
             return accept;
         return fixedStart ? Refuse(minimumTitle, "The Minimum level you set is above the start level set")
                           : acceptAndDrag;
-    case LimitedLevel::Start:
+    case LevelLimit::Start:
         if (levels.Start > levels.Maximum)
             return Refuse(startTitle, "The Start level you set is above the maximum level set");
         if (levels.Start < levels.Minimum)

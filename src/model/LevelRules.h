@@ -6,10 +6,10 @@
 namespace vek {
 
 /// Which of the levels the user has just set.
-enum class LimitedLevel { Maximum, Minimum, Start };
+enum class LevelLimit { Maximum, Minimum, Start };
 
 /// The levels as the user sees them, the new value included; dB.
-struct LimitedLevels {
+struct LevelLimitValues {
     float Maximum;
     float Minimum;
     float Start;
@@ -25,6 +25,6 @@ struct LevelDecision {
 
 /// `fixedStart` tells whether the output starts at its start level (which then stands in the way of the
 /// limits) or at its previous level (the start level then follows them).
-LevelDecision DecideLevel(LimitedLevel changed, const LimitedLevels& levels, bool fixedStart);
+LevelDecision DecideLevel(LevelLimit changed, const LevelLimitValues& levels, bool fixedStart);
 
 } // namespace vek

@@ -12,6 +12,13 @@ inline constexpr std::string_view inputCharacters = "012345678";
 inline constexpr std::string_view panelCharacters = "123456789ABCDEFG";
 inline constexpr std::size_t panelCount = panelCharacters.size();
 
+/// The three texts of an output that list numbers.
+enum class NumberList {
+    VolumePanels = 0,   ///< remote panels that control the output's volume
+    InputSequence = 1,  ///< inputs "1" to "8" and "0" for off, in the user's order
+    SelectorPanels = 2, ///< remote panels that select the output's input
+};
+
 /// Panel index 0 … 15 of a panel character ("1" – "9", then "A" – "G" in either case); any other character is
 /// 0.
 std::size_t PanelCharToIndex(char character);

@@ -17,21 +17,17 @@ struct ListColumn {
     std::string_view Name;
     const char* Caption;
     const char* AccessibleName;
-    int Mode; ///< of RemoteNumberPanel
+    NumberList List;
     std::array<RemoteNumberPanel*, outputCount> RemotePanelsPage::*Boxes;
 };
 
-constexpr int volumePanels = 0;
-constexpr int inputSequence = 1;
-constexpr int selectorPanels = 2;
-
 constexpr ListColumn listColumns[] = {
-    {"RemotePaneInputs", "Input Sequence", "Input sequence of output %1", inputSequence,
+    {"RemotePaneInputs", "Input Sequence", "Input sequence of output %1", NumberList::InputSequence,
      &RemotePanelsPage::RemotePaneInputs},
-    {"RemotePanelVolumes", "Volume Remote Panels", "Volume remote panels of output %1", volumePanels,
-     &RemotePanelsPage::RemotePanelVolumes},
+    {"RemotePanelVolumes", "Volume Remote Panels", "Volume remote panels of output %1",
+     NumberList::VolumePanels, &RemotePanelsPage::RemotePanelVolumes},
     {"RemotePanelSelects", "Input Selector Remote Panels", "Input selector remote panels of output %1",
-     selectorPanels, &RemotePanelsPage::RemotePanelSelects},
+     NumberList::SelectorPanels, &RemotePanelsPage::RemotePanelSelects},
 };
 
 QLabel* Heading(const QString& text, QWidget* parent) {
@@ -41,7 +37,7 @@ QLabel* Heading(const QString& text, QWidget* parent) {
     return heading;
 }
 
-TakenMarks MarksFor(const ModeRecord& mode, PanelList list, std::size_t output) {
+TakenMarks MarksFor(const ModeRecord& mode, NumberList list, std::size_t output) {
     TakenMarks marks;
     for (std::size_t panel = 0; panel < panelCount; ++panel) {
         if (const auto user = OutputUsingPanel(mode, list, panel, output))
@@ -59,7 +55,7 @@ RemotePanelsPage::RemotePanelsPage(QWidget* parent) : QWidget(parent) {
     int column = 1;
     for (const ListColumn& list : listColumns) {
         grid->addWidget(Heading(tr(list.Caption), this), 0, column);
-        grid->setColumnStretch(column, list.Mode == inputSequence ? 3 : 4);
+        grid->setColumnStretch(column, list.List == NumberList::InputSequence ? 3 : 4);
         ++column;
     }
     grid->addWidget(Heading(tr("Start Route"), this), 0, column);
@@ -72,7 +68,7 @@ RemotePanelsPage::RemotePanelsPage(QWidget* parent) : QWidget(parent) {
         for (const ListColumn& list : listColumns) {
             auto* box = new RemoteNumberPanel(this);
             box->setObjectName(ElementName(list.Name, output));
-            box->SetMode(list.Mode);
+            box->SetMode(static_cast<int>(list.List));
             box->SetAccessibleTitle(tr(list.AccessibleName).arg(number));
             connect(box, &RemoteNumberPanel::Change, this, &RemotePanelsPage::ListEdited);
             connect(box, &RemoteNumberPanel::KeyTyped, this, &RemotePanelsPage::KeyTyped);
@@ -96,8 +92,8 @@ RemotePanelsPage::RemotePanelsPage(QWidget* parent) : QWidget(parent) {
 
 void RemotePanelsPage::RefreshTakenMarks(const ModeRecord& mode) {
     for (std::size_t output = 0; output < outputCount; ++output) {
-        RemotePanelVolumes[output]->SetTakenMarks(MarksFor(mode, PanelList::Volumes, output));
-        RemotePanelSelects[output]->SetTakenMarks(MarksFor(mode, PanelList::Selects, output));
+        RemotePanelVolumes[output]->SetTakenMarks(MarksFor(mode, NumberList::VolumePanels, output));
+        RemotePanelSelects[output]->SetTakenMarks(MarksFor(mode, NumberList::SelectorPanels, output));
     }
 }
 

@@ -13,7 +13,7 @@ namespace vek {
 
 Rs232Page::Rs232Page(QWidget* parent) : QWidget(parent) {
     auto* grid = new QGridLayout(this);
-    const auto commands = Rs232Commands();
+    const auto commands = Rs232Functions();
     for (std::size_t j = 0; j < commands.size(); ++j) {
         auto* heading = new QLabel(FromConstant(TrimBlanks(commands[j].Label)), this);
         heading->setWordWrap(true);

@@ -8,7 +8,7 @@ namespace vek {
 
 namespace {
 
-constexpr std::array<Rs232Command, 8> commands = {{
+constexpr std::array<Rs232Function, 8> commands = {{
     {"Volume Step Up", 'U', ""},
     {"Volume Step Down", 'D', ""},
     {"Volume Level", 'V', "0 to 9"},
@@ -24,7 +24,7 @@ constexpr std::size_t labelWidth = 21;
 constexpr std::string_view lineEnd = "\r\n";
 constexpr std::string_view gapAfterMode = "         ";
 
-void AppendCommand(std::string& report, const Rs232Command& command, std::size_t output) {
+void AppendCommand(std::string& report, const Rs232Function& command, std::size_t output) {
     report += lineEnd;
     report += command.Label;
     report.append(labelWidth - command.Label.size(), ' ');
@@ -39,9 +39,9 @@ void AppendCommand(std::string& report, const Rs232Command& command, std::size_t
 
 } // namespace
 
-std::span<const Rs232Command> Rs232Commands() { return commands; }
+std::span<const Rs232Function> Rs232Functions() { return commands; }
 
-std::string Rs232Code(const Rs232Command& command, std::size_t output) {
+std::string Rs232Code(const Rs232Function& command, std::size_t output) {
     std::string code(1, command.Letter);
     code += std::to_string(output + 1);
     if (!command.HostDigit.empty())
@@ -54,7 +54,7 @@ void AppendRs232Section(std::string& report) {
         report += lineEnd;
         report += "RS232 control for Output ";
         report += std::to_string(output + 1);
-        for (const Rs232Command& command : commands)
+        for (const Rs232Function& command : commands)
             AppendCommand(report, command, output);
         report += lineEnd;
     }

@@ -25,8 +25,8 @@ class OnlineWindow : public RecordingOutcomes<OnlineOutcomes>, public OnlineInpu
     }
     void Disconnected() override { shownOnline = false; }
     void PassBegins() override { Line("\r\n"); }
-    void VolumeCommand(int output, float sent) override { Line(VolumeLine(output, sent)); }
-    void RouteCommand(int output, int routed) override { Line(RouteLine(output, routed)); }
+    void SendingVolume(int output, float sent) override { Line(VolumeLine(output, sent)); }
+    void SendingRoute(int output, int routed) override { Line(RouteLine(output, routed)); }
 
     std::size_t OnlineInput() const override { return input; }
     bool MutedOutput(std::size_t output) const override { return muted.at(output); }

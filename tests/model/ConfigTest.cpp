@@ -82,10 +82,11 @@ TEST(Panels, TakenByAnotherOutputOfTheMode) {
     ModeRecord mode;
     mode.OutputPanels[2].PanelVolumes = "3a";
     mode.OutputPanels[6].PanelSelects = "3";
-    EXPECT_EQ(OutputUsingPanel(mode, PanelList::Volumes, 9, 0), 2U);
-    EXPECT_EQ(OutputUsingPanel(mode, PanelList::Volumes, 9, 2), std::nullopt) << "its own panel is not taken";
-    EXPECT_EQ(OutputUsingPanel(mode, PanelList::Selects, 2, 0), 6U) << "the two lists are apart";
-    EXPECT_EQ(OutputUsingPanel(mode, PanelList::Selects, 9, 0), std::nullopt);
+    EXPECT_EQ(OutputUsingPanel(mode, NumberList::VolumePanels, 9, 0), 2U);
+    EXPECT_EQ(OutputUsingPanel(mode, NumberList::VolumePanels, 9, 2), std::nullopt)
+        << "its own panel is not taken";
+    EXPECT_EQ(OutputUsingPanel(mode, NumberList::SelectorPanels, 2, 0), 6U) << "the two lists are apart";
+    EXPECT_EQ(OutputUsingPanel(mode, NumberList::SelectorPanels, 9, 0), std::nullopt);
 }
 
 TEST(Panels, LevelTexts) {

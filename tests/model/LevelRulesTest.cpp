@@ -9,8 +9,8 @@ namespace {
 enum class Outcome { Accept, Drag, Refuse };
 
 struct Case {
-    LimitedLevel changed;
-    LimitedLevels levels; // maximum, minimum, start
+    LevelLimit changed;
+    LevelLimitValues levels; // maximum, minimum, start
     bool fixedStart;
     Outcome outcome;
     const char* reason;
@@ -30,7 +30,7 @@ constexpr const char* startBelowMinimum = "The Start level you set is below the 
 } // namespace
 
 TEST(LevelRules, Decisions) {
-    using enum LimitedLevel;
+    using enum LevelLimit;
     using enum Outcome;
     const Case cases[] = {
         {Maximum, {6, -36, 0}, fixed, Accept, none},

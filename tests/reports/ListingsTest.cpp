@@ -18,7 +18,7 @@ using testing::StartsWith;
 
 TEST(Rs232Codes, BareCodesInTheOrderOfTheLabels) {
     std::string codes;
-    for (const Rs232Command& command : Rs232Commands())
+    for (const Rs232Function& command : Rs232Functions())
         codes += Rs232Code(command, 0) + " " + Rs232Code(command, 7) + " ";
     EXPECT_EQ(codes, "U1 U8 D1 D8 V1n V8n N1 N8 P1 P8 I1n I8n M1 M8 m1 m8 ");
 }

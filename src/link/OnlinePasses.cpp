@@ -6,7 +6,7 @@
 
 namespace vek {
 
-Task<> OnlineSession::SendCommand(CommandPacket packet, FailureKind noReply, FailureKind refused) {
+Task<> OnlineSession::SendPacket(OnlinePacket packet, FailureKind noReply, FailureKind refused) {
     const ByteVector reply = co_await Request(packet, onlineReplyLength);
     const bool answered = reply.size() == onlineReplyLength;
     if (answered && IsAccepted(reply))
@@ -19,16 +19,16 @@ Task<> OnlineSession::SendCommand(CommandPacket packet, FailureKind noReply, Fai
 
 Task<> OnlineSession::SendVolume(std::size_t output, float level) {
     const int number = static_cast<int>(output);
-    outcomes_.VolumeCommand(number, level);
-    const CommandPacket packet = VolumePacket(number, VolumeRegister(level));
-    co_await SendCommand(packet, FailureKind::VolumeNoReply, FailureKind::VolumeRefused);
+    outcomes_.SendingVolume(number, level);
+    const OnlinePacket packet = VolumePacket(number, VolumeRegister(level));
+    co_await SendPacket(packet, FailureKind::VolumeNoReply, FailureKind::VolumeRefused);
 }
 
 Task<> OnlineSession::SendRoute(std::size_t output, std::size_t input) {
     const int number = static_cast<int>(output);
-    outcomes_.RouteCommand(number, static_cast<int>(input));
-    const CommandPacket packet = RoutePacket(number, static_cast<int>(input));
-    co_await SendCommand(packet, FailureKind::RouteNoReply, FailureKind::RouteRefused);
+    outcomes_.SendingRoute(number, static_cast<int>(input));
+    const OnlinePacket packet = RoutePacket(number, static_cast<int>(input));
+    co_await SendPacket(packet, FailureKind::RouteNoReply, FailureKind::RouteRefused);
 }
 
 float OnlineSession::LevelOf(std::size_t output) const {
