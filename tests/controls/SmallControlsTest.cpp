@@ -8,6 +8,8 @@
 #include <QContextMenuEvent>
 #include <QSignalSpy>
 
+#include <functional>
+
 namespace vek {
 namespace {
 
@@ -33,8 +35,6 @@ TEST_F(AddressLabelTest, ShowsOnlyWhatItsOwnerSets) {
     EXPECT_EQ(label.text(), "1999"_L1);
     EXPECT_TRUE(label.isChecked());
     EXPECT_EQ(menus.count(), 0);
-    EXPECT_GE(label.sizeHint().width(), label.fontMetrics().horizontalAdvance(u"00000"_s));
-    EXPECT_GE(label.minimumSizeHint().height(), label.fontMetrics().height());
 }
 
 TEST_F(AddressLabelTest, AsksForItsMenuOnce) {
@@ -79,41 +79,47 @@ struct UpDownButtonsTest : testing::Test {
 };
 
 TEST_F(UpDownButtonsTest, StepInTheirDirectionWhileHeld) {
+    buttons.SetAccessibleTitle(u"Base"_s);
     for (QAbstractButton* button : {&up, &down}) {
         const std::string step = button == &up ? "up " : "down ";
+        EXPECT_EQ(button->accessibleName().toStdString() + ' ', "Base " + step);
         QTest::mousePress(button, Qt::LeftButton);
+        EXPECT_EQ(timer.interval(), 1000);
+        QTest::mouseMove(button, {-50, -50}); // slipping off the button does not end the hold
         buttons.Timer1_Tick();
-        EXPECT_TRUE(button->isDown());
-        QTest::mouseRelease(button, Qt::LeftButton);
+        EXPECT_EQ(timer.interval(), 100);
+        EXPECT_TRUE(button->isDown() && timer.isActive());
+        QTest::mouseRelease(button, Qt::LeftButton, {}, {-50, -50});
         buttons.Timer1_Tick();
         EXPECT_EQ(std::exchange(seen, {}), "pressed " + step + step + "released ");
-        EXPECT_FALSE(button->isDown());
-        EXPECT_FALSE(timer.isActive());
+        EXPECT_FALSE(button->isDown() || timer.isActive());
         EXPECT_EQ(button->focusPolicy(), Qt::NoFocus);
     }
-    buttons.SetAccessibleTitle(u"Base"_s);
-    EXPECT_EQ(up.accessibleName(), "Base up"_L1);
-    EXPECT_EQ(down.accessibleName(), "Base down"_L1);
     EXPECT_LT(up.y(), down.y());
 }
 
 TEST_F(UpDownButtonsTest, AnInterruptedHoldLeavesNoButtonDown) {
-    for (QAbstractButton* button : {&up, &down}) {
-        QTest::mousePress(button, Qt::LeftButton);
-        seen.clear();
-        QEvent covered(QEvent::WindowDeactivate);
-        QApplication::sendEvent(&buttons, &covered);
-        EXPECT_FALSE(button->isDown());
-        EXPECT_FALSE(timer.isActive());
-        EXPECT_EQ(seen, "") << "who hears it may open a message box";
-        buttons.Timer1_Tick();
-        QApplication::processEvents();
-        EXPECT_EQ(seen, "released ");
-        QTest::mouseRelease(button, Qt::LeftButton);
-        QApplication::sendEvent(&buttons, &covered);
-        QApplication::processEvents();
-        EXPECT_EQ(seen, "released ");
-    }
+    QEvent covered(QEvent::WindowDeactivate);
+    const std::function<void()> endings[] = {[&] { buttons.hide(); },
+                                             [&] { QApplication::sendEvent(&buttons, &covered); }};
+    for (const auto& end : endings)
+        for (QAbstractButton* button : {&up, &down}) {
+            buttons.show();
+            QTest::mousePress(button, Qt::LeftButton);
+            seen.clear();
+            end();
+            EXPECT_FALSE(button->isDown() || timer.isActive());
+            EXPECT_EQ(seen, "") << "who hears it may open a message box";
+            QApplication::processEvents();
+            QTest::mouseRelease(button, Qt::LeftButton);
+            end();
+            QApplication::processEvents();
+            EXPECT_EQ(seen, "released ");
+        }
+    buttons.show();
+    QTest::mousePress(&up, Qt::LeftButton);
+    buttons.setEnabled(false);
+    EXPECT_EQ(seen, "released pressed up released ");
 }
 
 TEST_F(UpDownButtonsTest, APressThatEndsItselfMakesNoStep) {
