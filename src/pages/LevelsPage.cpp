@@ -55,7 +55,6 @@ LevelsPage::LevelsPage(QWidget* parent) : QWidget(parent) {
     columns->addStretch(1);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(frame);
-    ShowStartLevel(true);
 }
 
 QWidget* LevelsPage::MakeSlider() {

@@ -86,6 +86,7 @@ TEST_F(LevelTrimTest, PropertiesMoveTheKnobWithoutEvents) {
     EXPECT_GT(knob.y(), top);
     EXPECT_EQ(knob.geometry().bottom(), fader.height() - 2) << "the bottom of the track";
     fader.setProperty("MinLevel", -30.0F);
+    EXPECT_LT(knob.geometry().bottom(), fader.height() - 2);
     fader.setProperty("MaxLevel", -18.0F);
     EXPECT_EQ(knob.y(), top);
     fader.SetLevel(12.25F); // beyond the limits and between decibels: kept as it is
@@ -229,7 +230,9 @@ TEST_F(LevelTrimTest, OnlyTheLeftButtonAndItsOwnKeysMoveTheKnob) {
     EXPECT_EQ(changes.count(), 0) << "the drag goes on";
     QTest::mouseRelease(&knob, Qt::LeftButton);
     EXPECT_EQ(changes.count(), 1);
-    QTest::mouseMove(&knob, {5, -50});
+    fader.hide();
+    QApplication::processEvents();
+    EXPECT_EQ(changes.count(), 1) << "nothing is left to end";
     for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
         QKeyEvent foreign(type, Qt::Key_A, Qt::NoModifier);
         QApplication::sendEvent(&knob, &foreign);

@@ -138,6 +138,10 @@ TEST_F(RemoteNumberPanelTest, UndoPassesOverTheOrdering) {
     edit.redo();
     QTest::keyClick(&edit, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(panel.Contents(), "ABC"_L1);
+    edit.end(false);
+    QTest::keyClicks(&edit, u"1"_s);
+    QTest::keyClick(&edit, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(panel.Contents(), "ABC"_L1) << "one edit at a time";
 }
 
 TEST_F(RemoteNumberPanelTest, ContentsFromCodeAreShownAsTheyAre) {

@@ -1,6 +1,5 @@
 #include "model/Config.h"
 
-#include "model/Levels.h"
 #include "model/Panels.h"
 #include "model/ProgramState.h"
 
@@ -87,11 +86,4 @@ TEST(Panels, TakenByAnotherOutputOfTheMode) {
         << "its own panel is not taken";
     EXPECT_EQ(OutputUsingPanel(mode, NumberList::SelectorPanels, 2, 0), 6U) << "the two lists are apart";
     EXPECT_EQ(OutputUsingPanel(mode, NumberList::SelectorPanels, 9, 0), std::nullopt);
-}
-
-TEST(Panels, LevelTexts) {
-    const std::pair<float, const char*> cases[] = {{6.0F, "+6dB"},   {0.0F, "0dB"},     {-36.0F, "-36dB"},
-                                                   {0.5F, "+0.5dB"}, {-0.5F, "-0.5dB"}, {-0.0F, "0dB"}};
-    for (const auto& [level, text] : cases)
-        EXPECT_EQ(FormatLevelText(level), text);
 }
