@@ -65,6 +65,7 @@ TEST_F(dBTextTest, EnterTakesTheNumber) {
         changes.clear();
         QTest::keyClick(&edit, Qt::Key_Return);
         EXPECT_EQ(edit.text(), QLatin1StringView(c.Text)) << c.Typed;
+        EXPECT_EQ(edit.selectedText(), edit.text()) << c.Typed;
         EXPECT_EQ(changes.count(), 1) << c.Typed;
     }
     const QString huge(60, u'8');
@@ -102,7 +103,9 @@ TEST_F(dBTextTest, HeldButtonsRepeatWithinTheLimitsAndRaiseOneChange) {
     QTest::mousePress(&up, Qt::LeftButton);
     for (const float expected : {5.5F, 6.0F, 6.0F}) {
         EXPECT_EQ(box.Level(), expected);
+        edit.deselect();
         QMetaObject::invokeMethod(timer.parent(), "Timer1_Tick");
+        EXPECT_EQ(edit.selectedText(), edit.text()) << "the next digit starts a new level";
     }
     EXPECT_EQ(changes.count(), 0);
     QTest::mouseRelease(&up, Qt::LeftButton);
