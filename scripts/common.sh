@@ -19,7 +19,7 @@ fi
 # shellcheck disable=SC2034  # used by ./test
 test_packages=(
     "${run_packages[@]}"
-    ccache clang-format
+    ccache clang-format clang-tidy
     libgtest-dev libgmock-dev libbenchmark-dev
     xvfb xauth xdotool xclip poppler-utils
     shellcheck desktop-file-utils appstream
