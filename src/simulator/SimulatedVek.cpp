@@ -28,8 +28,8 @@ timespec TimeUntil(DeviceTime next) {
 
 } // namespace
 
-SimulatedVek::SimulatedVek(SimulatedVekOptions given)
-    : options_(std::move(given)), stopEvent_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+SimulatedVek::SimulatedVek(SimulatedVekOptions options)
+    : options_(std::move(options)), stopEvent_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
       device_(options_.Device), faults_(options_.Faults) {
     if (!stopEvent_.Open())
         throw std::system_error(errno, std::generic_category(), "making a simulated device");
