@@ -19,8 +19,9 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QRect area = contentsRect();
     const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, area.width());
-    style()->drawItemText(&painter, area, QStyle::visualAlignment(layoutDirection(), alignment()), palette(),
-                          isEnabled(), shown, foregroundRole());
+    const Qt::Alignment flags = QStyle::visualAlignment(layoutDirection(), alignment());
+    style()->drawItemText(&painter, area, static_cast<int>(flags), palette(), isEnabled(), shown,
+                          foregroundRole());
 }
 
 } // namespace vek

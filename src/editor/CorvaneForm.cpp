@@ -121,6 +121,7 @@ void CorvaneForm::ConnectPages() {
     connect(pages_.RemotePanels, &RemotePanelsPage::KeyTyped, this,
             [this] { pages_.RemotePanels->RefreshTakenMarks(view_.Mode()); });
     connect(pages_.Levels->LevelTrim1, &LevelTrim::Change, this, &CorvaneForm::LevelMoved);
+    connect(pages_.Levels, &LevelsPage::Edited, this, [this] { view_.StoreView(); });
     for (TrimPage* trims : {pages_.InputTrims, pages_.OutputTrims}) {
         connect(trims, &TrimPage::Edited, this, [this] {
             view_.StoreView();

@@ -7,7 +7,6 @@
 #include "editor/ModelView.h"
 #include "pages/LevelsPage.h"
 
-#include <QCheckBox>
 #include <QPushButton>
 #include <QRadioButton>
 
@@ -40,13 +39,11 @@ LevelLimits::LevelLimits(LevelsPage& page, ModelView& view, WindowMessages& mess
     for (const Limit& limit : limits) {
         const LevelLimit level = limit.Level;
         connect(page.*limit.Box, &dBText::Change, this, [this, level] { LevelChanged(level); });
-        connect(page.UseSliderToSet[limit.Button], &QPushButton::clicked, this,
+        connect(page.UseSliderToSet[static_cast<std::size_t>(limit.Button)], &QPushButton::clicked, this,
                 [this, level] { TakeFromSlider(level); });
     }
     for (QRadioButton* option : page.RemotePreviousNotSetStartLevel)
         connect(option, &QRadioButton::clicked, this, &LevelLimits::StartChoiceClicked);
-    connect(page.RemoteStepLevel, &dBText::Change, this, [this] { this->view_.StoreView(); });
-    connect(page.RemoteMuteOnMin, &QCheckBox::clicked, this, [this] { this->view_.StoreView(); });
 }
 
 void LevelLimits::LevelChanged(LevelLimit changed) {

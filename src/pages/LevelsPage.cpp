@@ -109,6 +109,8 @@ QWidget* LevelsPage::MakeLimits() {
 
     RemoteMuteOnMin = new QCheckBox(tr("Mute on Minimum Level"), column);
     RemoteMuteOnMin->setObjectName(u"RemoteMuteOnMin"_s);
+    connect(RemoteMuteOnMin, &QCheckBox::clicked, this, &LevelsPage::Edited);
+    connect(RemoteStepLevel, &dBText::Change, this, &LevelsPage::Edited);
     grid->setRowMinimumHeight(row++, 12);
     grid->addWidget(RemoteMuteOnMin, row++, 0, 1, 3);
     auto* choice = new QButtonGroup(column);

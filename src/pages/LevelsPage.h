@@ -40,6 +40,10 @@ class LevelsPage : public QWidget {
     std::array<QRadioButton*, 2> RemotePreviousNotSetStartLevel;
     std::array<QPushButton*, 3> UseSliderToSet; ///< by SliderTarget
 
+  Q_SIGNALS:
+    /// The user edited what no rule ties to the three limited levels.
+    void Edited();
+
   private:
     QWidget* MakeLimits();
     QWidget* MakeSlider();

@@ -2,7 +2,7 @@
 
 #include "controls/LevelTrim.h"
 #include "controls/TextConversion.h"
-#include "pages/TrimPage.h"
+#include "model/Levels.h"
 
 #include <QCheckBox>
 #include <QGroupBox>

@@ -62,8 +62,8 @@ json ReadJson(const std::string& path) {
 
 } // namespace
 
-JsonRegistryStore::JsonRegistryStore(std::string given, const std::string& inherited)
-    : path_(std::move(given)) {
+JsonRegistryStore::JsonRegistryStore(std::string path, const std::string& inherited)
+    : path_(std::move(path)) {
     std::error_code error;
     const bool own = fs::exists(path_, error);
     if (!own && !fs::exists(inherited, error))
