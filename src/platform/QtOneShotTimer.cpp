@@ -1,5 +1,7 @@
 #include "platform/QtOneShotTimer.h"
 
+#include <algorithm>
+
 namespace vek {
 
 QtOneShotTimer::QtOneShotTimer() {
@@ -11,18 +13,21 @@ QtOneShotTimer::QtOneShotTimer() {
 void QtOneShotTimer::Start(int milliseconds) {
     end_ = QDeadlineTimer(milliseconds, Qt::PreciseTimer);
     enabled_ = true;
+    if (!timer_.isActive() || end_ < nextTick_)
+        StartTimer(milliseconds);
+}
+
+void QtOneShotTimer::StartTimer(int milliseconds) {
+    nextTick_ = QDeadlineTimer(milliseconds, Qt::PreciseTimer);
     timer_.start(milliseconds);
 }
 
-void QtOneShotTimer::Stop() {
-    timer_.stop();
-    enabled_ = false;
-}
-
 void QtOneShotTimer::Tick() {
-    // Should the event loop be early by a fraction of a millisecond, it gets another one.
+    if (!enabled_)
+        return;
+    // Started anew since, or the event loop is early by a fraction of a millisecond.
     if (!end_.hasExpired()) {
-        timer_.start(1);
+        StartTimer(std::max(1, static_cast<int>(end_.remainingTime())));
         return;
     }
     enabled_ = false;

@@ -9,8 +9,6 @@
 
 namespace vek {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 using std::chrono::microseconds;
@@ -82,6 +80,7 @@ void QtSerialControl::Open() {
     if (!IsSerialDevice(device))
         return;
     port_.setPortName(QString::fromStdString(device));
+    onPseudoTerminal_ = device.starts_with("/dev/pts/");
     port_.setReadBufferSize(readBufferSize);
     lineFree_ = {};
     current_ = settingsOfNewPort;
@@ -153,7 +152,7 @@ void QtSerialControl::Output(std::span<const std::uint8_t> bytes) {
         lineFree_ = now + breakLength;
     } else {
         unsent_.insert(unsent_.end(), bytes.begin(), bytes.end());
-        lineFree_ = std::max(now, lineFree_) + (OnPseudoTerminal() ? pseudoTerminalTime : lineTime);
+        lineFree_ = std::max(now, lineFree_) + (onPseudoTerminal_ ? pseudoTerminalTime : lineTime);
     }
     GoOnSending();
 }
@@ -197,12 +196,10 @@ bool QtSerialControl::WriteUnsent() {
 QtSerialControl::Clock::duration QtSerialControl::TimeToBeOut() const {
     const auto queued = static_cast<std::size_t>(QueuedOutput(static_cast<int>(port_.handle())));
     const Clock::duration inDriver = LineTime(unsent_.size() + queued, current_);
-    if (OnPseudoTerminal() && !breaking_)
+    if (onPseudoTerminal_ && !breaking_)
         return inDriver;
     return std::max(inDriver, lineFree_ - Clock::now());
 }
-
-bool QtSerialControl::OnPseudoTerminal() const { return port_.portName().startsWith("pts/"_L1); }
 
 ByteVector QtSerialControl::Input() {
     ByteVector input;

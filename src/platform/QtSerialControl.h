@@ -48,7 +48,6 @@ class QtSerialControl final : public SerialControl {
     void GoOnSending();
     bool WriteUnsent();
     Clock::duration TimeToBeOut() const;
-    bool OnPseudoTerminal() const;
 
     DeviceLookup deviceOf_;
     SettingsDriver applySettings_;
@@ -56,7 +55,8 @@ class QtSerialControl final : public SerialControl {
     QSerialPort port_;
     OpenFailure openFailure_ = OpenFailure::NotThere;
     int commPort_ = 1;
-    PortSettings current_;      ///< of the open port
+    PortSettings current_; ///< of the open port
+    bool onPseudoTerminal_ = false;
     bool failed_ = false;       ///< the device is gone; the port is about to be closed
     bool pulseByBreak_ = false; ///< the port cannot do the rate of the wake pulse, to which it is set
 
