@@ -168,8 +168,9 @@ class BoxesOnScreen final : public Dialogs {
 
   private:
     bool MayReplace(QWidget* parent, const QString& path) {
-        return AskYesNo(parent, u"Save As"_s,
-                        u"%1 already exists.\nDo you want to replace it?"_s.arg(QFileInfo(path).fileName()),
+        return AskYesNo(parent, QObject::tr("Save As"),
+                        QObject::tr("%1 already exists.\nDo you want to replace it?")
+                            .arg(QFileInfo(path).fileName()),
                         Answer::No) == Answer::Yes;
     }
 };

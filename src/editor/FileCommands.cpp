@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-FileKind ConfigurationFiles() { return {u"Vorn Matrix File (*.VMC)"_s, u"VMC"_s}; }
+FileKind ConfigurationFiles() { return {QObject::tr("Vorn Matrix File (*.VMC)"), u"VMC"_s}; }
 
 QString CurrentName() { return QString::fromStdString(CurrentFileName); }
 

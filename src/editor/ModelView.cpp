@@ -19,8 +19,6 @@
 
 namespace vek {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// A level and its box.
@@ -170,7 +168,7 @@ void ModelView::ShowPanels(ModeRecord& mode) {
             if (leader == 0) {
                 leader = output + 1;
             } else {
-                inputs = selects = u"Linked - %1"_s.arg(leader);
+                inputs = selects = QObject::tr("Linked - %1").arg(leader);
                 panels.UsePreviousRoute = mode.OutputPanels[leader - 1].UsePreviousRoute;
             }
         }

@@ -14,7 +14,8 @@ namespace vek {
 /// Shows one mode and one output of Config and takes over what the user does with it. Besides the commands
 /// that replace the whole configuration (new, open), nothing but this class writes Config.
 ///
-/// What is called an edit here sets ConfigChanged when it changes a field, and shows the result.
+/// Every edit shows its result. ConfigChanged is set by what the controls hold, the base and the address
+/// menus; whether there is anything to save is for ConfigDiffers() to tell.
 class ModelView {
   public:
     explicit ModelView(const EditorPages& pages) : pages_(pages) {}

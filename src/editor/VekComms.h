@@ -43,7 +43,7 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
 
     QWidget* MakePleaseWait();
     QLayout* MakeButtons();
-    /// Searches, or programs the chosen port, unless it does one already.
+    // Unless a conversation runs already.
     void Search();
     void Program();
     Task<> SearchAllPorts();

@@ -4,7 +4,7 @@
 #include "link/OutcomeTexts.h"
 #include "platform/JsonRegistryStore.h"
 
-#include <QEventLoop>
+#include <QCoreApplication>
 
 #include <cerrno>
 #include <csignal>
@@ -45,22 +45,22 @@ ConsoleLink::ConsoleLink(QtSerialControl::DeviceLookup deviceOf)
       signalNotifier_(endings_.Get(), QSocketNotifier::Read) {}
 
 void ConsoleLink::Run(Task<> conversation) {
-    QEventLoop loop;
+    QObject scope;
     std::exception_ptr failure;
     bool cancelled = false;
     RunningTask running;
-    QObject::connect(&signalNotifier_, &QSocketNotifier::activated, &loop, [&] {
+    QObject::connect(&signalNotifier_, &QSocketNotifier::activated, &scope, [&] {
         signalNotifier_.setEnabled(false);
         cancelled = true;
         running.Cancel();
-        loop.quit();
+        QCoreApplication::quit();
     });
     running.Start(std::move(conversation), [&](const std::exception_ptr& thrown) {
         failure = thrown;
-        loop.quit();
+        QCoreApplication::quit();
     });
     if (running.Running())
-        loop.exec();
+        QCoreApplication::exec();
     if (cancelled)
         throw std::runtime_error("cancelled");
     if (failure)
