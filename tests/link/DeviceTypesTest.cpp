@@ -39,6 +39,7 @@ TEST(DeviceTypes, AStoreWithoutTheListIsSeededAndReadBack) {
     ASSERT_NE(FindDeviceType(types, 39), nullptr);
     EXPECT_EQ(*FindDeviceType(types, 39), (DeviceType{29, 39, "Matrix Vek", "Matrix Boot"}));
     EXPECT_EQ(FindDeviceType(types, 99), nullptr);
+    EXPECT_TRUE(store.Flushed);
     EXPECT_EQ(store.Query(root, "Version"), Number(17));
     EXPECT_EQ(store.Query(Subkey("28"), "Type"), Number(29));
     EXPECT_EQ(store.Query(Subkey("28"), "Name"), Text("Matrix Vek"));

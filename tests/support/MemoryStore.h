@@ -28,9 +28,12 @@ class MemoryStore final : public RegistryStore {
         return value == values->second.end() ? std::nullopt : std::optional(value->second);
     }
     void Set(std::string_view key, std::string_view name, RegistryValue value) override {
+        Flushed = false;
         keys[std::string(key)][std::string(name)] = std::move(value);
     }
-    void Flush() override {}
+    void Flush() override { Flushed = true; }
+
+    bool Flushed = false; ///< everything set so far would be kept
 
   private:
     std::map<std::string, std::map<std::string, RegistryValue>> keys;
