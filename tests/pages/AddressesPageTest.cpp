@@ -11,41 +11,26 @@ namespace {
 using namespace Qt::StringLiterals;
 using enum AddressGroup;
 
-/// A row of the page: an address of the "In" side and one of the "Out" side.
-struct Row {
-    AddressGroup Group;
-    std::size_t In;
-    std::size_t Out;
-    const char* Name; ///< of the group's labels
-    QString Caption;
-    const char* Frame;
-    int InAddress; ///< of output 3, base 1000
-    int OutAddress;
-};
-
-std::vector<Row> Rows() {
-    std::vector<Row> rows;
-    for (int i = 0; i < 8; ++i) {
-        const auto n = static_cast<std::size_t>(i);
-        rows.push_back(
-            {Mode, n, n + 8, "VekNetLabel2", u"Mode %1"_s.arg(i + 1), "Mode Recall", 1000 + i, 1008 + i});
-        rows.push_back({Route, n, n + 8, "VekNetLabelRoute", u"Input %1"_s.arg(i + 1),
-                        "Input Select Addresses", 1080 + 8 * 2 + i, 1144 + 8 * 2 + i});
-    }
-    const QString controls[] = {u"Next"_s, u"Previous"_s, u"Analog"_s};
-    for (int i = 0; i < 3; ++i) {
-        const auto n = static_cast<std::size_t>(i);
-        rows.push_back({RouteControl, n, n + 3, "VekNetLabelRouteControl", controls[n],
-                        "Input Select Addresses", 1208 + 3 * 2 + i, 1232 + 3 * 2 + i});
-    }
-    const QString volumes[] = {u"Step Up"_s, u"Step Down"_s, u"Analog"_s, u"Mute"_s};
-    for (int i = 0; i < 4; ++i) {
-        const auto n = static_cast<std::size_t>(i);
-        rows.push_back({Volume, n, n + 4, "VolumeVekNetLabel", volumes[n], "Volume Addresses",
-                        1016 + 4 * 2 + i, 1048 + 4 * 2 + i});
-    }
-    return rows;
+QStringList Numbered(const QString& caption) {
+    QStringList captions;
+    for (int i = 1; i <= 8; ++i)
+        captions += caption.arg(i);
+    return captions;
 }
+
+/// The labels of a group: all of the "In" side, then all of the "Out" side.
+const struct {
+    AddressGroup Group;
+    const char* Name; ///< of the labels
+    QStringList Captions;
+    int In; ///< the first address of output 3, base 1000
+    int Out;
+} groups[] = {
+    {Mode, "VekNetLabel2", Numbered(u"Mode %1"_s), 1000, 1008},
+    {Volume, "VolumeVekNetLabel", {u"Step Up"_s, u"Step Down"_s, u"Analog"_s, u"Mute"_s}, 1024, 1056},
+    {RouteControl, "VekNetLabelRouteControl", {u"Next"_s, u"Previous"_s, u"Analog"_s}, 1214, 1238},
+    {Route, "VekNetLabelRoute", Numbered(u"Input %1"_s), 1096, 1160},
+};
 
 struct AddressesPageTest : testing::Test {
     AddressesPageTest() {
@@ -66,54 +51,47 @@ struct AddressesPageTest : testing::Test {
     QPoint wanted; ///< where a menu must open, global
 };
 
-TEST_F(AddressesPageTest, EachLabelIsNamedByItsRowAndItsSide) {
-    for (const Row& row : Rows()) {
-        AddressLabel& in = *page.Labels(row.Group)[row.In];
-        AddressLabel& out = *page.Labels(row.Group)[row.Out];
-        EXPECT_EQ(in.objectName(), u"%1_%2"_s.arg(QLatin1StringView(row.Name)).arg(row.In));
-        EXPECT_EQ(out.objectName(), u"%1_%2"_s.arg(QLatin1StringView(row.Name)).arg(row.Out));
-        EXPECT_EQ(in.accessibleName(), QString(row.Caption + u" In"_s));
-        EXPECT_EQ(out.accessibleName(), QString(row.Caption + u" Out"_s));
-        EXPECT_EQ(Caption(page, in, Qt::LeftEdge), row.Caption);
-        EXPECT_EQ(FrameTitle(in), QLatin1StringView(row.Frame));
-        EXPECT_EQ(in.y(), out.y());
-        EXPECT_LT(in.x(), out.x());
-    }
-    EXPECT_EQ(Caption(page, *page.Labels(Mode)[0], Qt::TopEdge), "In"_L1);
-    EXPECT_EQ(Caption(page, *page.Labels(Mode)[8], Qt::TopEdge), "Out"_L1);
-}
+TEST_F(AddressesPageTest, EachLabelHasItsNameItsAddressAndItsClicks) {
+    for (const auto& group : groups) {
+        const std::size_t rows = static_cast<std::size_t>(group.Captions.size());
+        for (std::size_t function = 0; function < 2 * rows; ++function) {
+            const bool output = function >= rows;
+            const std::size_t row = function % rows;
+            const QString caption = group.Captions[static_cast<qsizetype>(row)];
+            AddressLabel& label = *page.Labels(group.Group)[function];
+            EXPECT_EQ(label.accessibleName(), caption + (output ? u" Out"_s : u" In"_s));
+            EXPECT_EQ(Caption(page, label, Qt::LeftEdge), caption);
 
-TEST_F(AddressesPageTest, AnEnabledFunctionShowsItsAddress) {
-    for (const Row& row : Rows())
-        for (const bool output : {false, true}) {
             AddressEnables one;
-            AddressFlag(one, row.Group, output ? row.Out : row.In, 2) = flagTrue;
+            AddressFlag(one, group.Group, function, 2) = flagTrue;
             page.ShowAddresses(one, 1000, 2);
             QStringList on;
-            for (const AddressLabel* label : page.findChildren<AddressLabel*>())
-                if (label->text() != "OFF"_L1)
-                    on += label->objectName() + u' ' + label->text();
-            const std::size_t function = output ? row.Out : row.In;
-            EXPECT_EQ(on, QStringList(u"%1_%2 %3"_s.arg(QLatin1StringView(row.Name))
+            for (const AddressLabel* shown : page.findChildren<AddressLabel*>())
+                if (shown->text() != "OFF"_L1)
+                    on += shown->objectName() + u' ' + shown->text();
+            EXPECT_EQ(on, QStringList(u"%1_%2 %3"_s.arg(QLatin1StringView(group.Name))
                                           .arg(function)
-                                          .arg(output ? row.OutAddress : row.InAddress)));
+                                          .arg((output ? group.Out : group.In) + static_cast<int>(row))));
             page.ShowAddresses(one, 1000, 3);
-            EXPECT_EQ(page.Labels(row.Group)[function]->text() == "OFF"_L1, row.Group != Mode);
-        }
-}
+            const QString text = label.text();
+            EXPECT_EQ(text == "OFF"_L1, group.Group != Mode);
+            EXPECT_EQ(label.isChecked(), group.Group == Mode);
 
-TEST_F(AddressesPageTest, EveryLabelTellsItsFunction) {
-    for (const Row& row : Rows())
-        for (const std::size_t function : {row.In, row.Out}) {
-            AddressLabel& label = *page.Labels(row.Group)[function];
             seen.clear();
             QTest::mouseClick(&label, Qt::LeftButton);
             wanted = label.mapToGlobal(label.rect().center());
             QTest::mousePress(&label, Qt::RightButton);
+            for (const auto reason : {QContextMenuEvent::Mouse, QContextMenuEvent::Keyboard}) {
+                QContextMenuEvent event(reason, {3, 4}, wanted); // the mouse has its menu by then
+                QApplication::sendEvent(&label, &event);
+            }
             using Raised = decltype(seen);
-            EXPECT_EQ(seen, (Raised{{"click", row.Group, function}, {"menu", row.Group, function}}));
-            EXPECT_EQ(label.text(), "OFF"_L1) << "the owner of the flags shows them";
+            EXPECT_EQ(seen, (Raised{{"click", group.Group, function},
+                                    {"menu", group.Group, function},
+                                    {"menu", group.Group, function}}));
+            EXPECT_EQ(label.text(), text) << "the owner of the flags shows them";
         }
+    }
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 
 #include "support/Windows.h"
 
-#include <QGroupBox>
 #include <QLabel>
 
 #include <limits>
@@ -27,28 +26,6 @@ inline QString Caption(QWidget& page, QWidget& control, Qt::Edge side) {
         caption = label->text();
     }
     return caption;
-}
-
-/// The title of the frame around a control.
-inline QString FrameTitle(const QWidget& control) {
-    const QWidget* around = control.parentWidget();
-    while (around != nullptr && qobject_cast<const QGroupBox*>(around) == nullptr)
-        around = around->parentWidget();
-    return around == nullptr ? QString() : qobject_cast<const QGroupBox*>(around)->title();
-}
-
-/// The controls that Tab reaches from the one with the focus on, itself included, until it comes round: the
-/// names of the objects, those of a control's parts behind the control's own name.
-inline std::string TabOrder() {
-    QStringList order;
-    const QWidget* first = QApplication::focusWidget();
-    do {
-        QWidget* focus = QApplication::focusWidget();
-        const QString parent = focus->parentWidget()->objectName();
-        order += parent.isEmpty() ? focus->objectName() : parent + u' ' + focus->objectName();
-        QTest::keyClick(focus, Qt::Key_Tab);
-    } while (QApplication::focusWidget() != first && order.size() < 100);
-    return order.join(u',').toStdString();
 }
 
 } // namespace vek
