@@ -1,12 +1,10 @@
-// The controls without a rule of their own, and what the others share.
-#include "controls/AddressLabel.h"
-#include "controls/ElidedLabel.h"
+// The step buttons and the conversion of texts, which other controls share.
 #include "controls/TextConversion.h"
 #include "controls/UpDownButtons.h"
 #include "support/Windows.h"
 
-#include <QContextMenuEvent>
-#include <QSignalSpy>
+#include <QAbstractButton>
+#include <QTimer>
 
 #include <functional>
 
@@ -14,53 +12,6 @@ namespace vek {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-struct AddressLabelTest : testing::Test {
-    AddressLabelTest() { ShowActive(label); }
-    AddressLabel label{u"Step Up In"_s};
-    QSignalSpy clicks{&label, &AddressLabel::clicked};
-    QSignalSpy menus{&label, &AddressLabel::MenuRequested};
-};
-
-TEST_F(AddressLabelTest, ShowsOnlyWhatItsOwnerSets) {
-    EXPECT_EQ(label.accessibleName(), "Step Up In"_L1);
-    label.SetOff();
-    EXPECT_EQ(label.text(), "OFF"_L1);
-    EXPECT_FALSE(label.isChecked());
-    QTest::mouseClick(&label, Qt::LeftButton);
-    QTest::keyClick(&label, Qt::Key_Space);
-    EXPECT_EQ(clicks.count(), 2);
-    EXPECT_FALSE(label.isChecked());
-    label.SetAddress(1999);
-    EXPECT_EQ(label.text(), "1999"_L1);
-    EXPECT_TRUE(label.isChecked());
-    EXPECT_EQ(menus.count(), 0);
-}
-
-TEST_F(AddressLabelTest, AsksForItsMenuOnce) {
-    const QPoint at(3, 4);
-    QTest::mousePress(&label, Qt::RightButton, {}, at);
-    QContextMenuEvent byMouse(QContextMenuEvent::Mouse, at, label.mapToGlobal(at));
-    QApplication::sendEvent(&label, &byMouse);
-    ASSERT_EQ(menus.count(), 1);
-    EXPECT_EQ(menus.back().front().toPoint(), label.mapToGlobal(at));
-    QContextMenuEvent byKey(QContextMenuEvent::Keyboard, at, label.mapToGlobal(at));
-    QApplication::sendEvent(&label, &byKey);
-    ASSERT_EQ(menus.count(), 2);
-    EXPECT_EQ(menus.back().front().toPoint(), label.mapToGlobal(label.rect().center()));
-    EXPECT_EQ(clicks.count(), 0);
-    EXPECT_TRUE(byMouse.isAccepted() && byKey.isAccepted());
-}
-
-TEST(ElidedLabel, GivesWayButKeepsALittleRoom) {
-    ElidedLabel label(QString(200, u'n'));
-    EXPECT_EQ(label.textFormat(), Qt::PlainText);
-    const int character = label.fontMetrics().averageCharWidth();
-    label.setContentsMargins(6, 0, 9, 0);
-    EXPECT_EQ(label.minimumSizeHint().width(), 8 * character + 15);
-    label.setText(u"i"_s);
-    EXPECT_EQ(label.minimumSizeHint().width(), label.sizeHint().width()) << "no more than the text takes";
-}
 
 struct UpDownButtonsTest : testing::Test {
     UpDownButtonsTest() {
@@ -93,29 +44,26 @@ TEST_F(UpDownButtonsTest, StepInTheirDirectionWhileHeld) {
         buttons.Timer1_Tick();
         EXPECT_EQ(std::exchange(seen, {}), "pressed " + step + step + "released ");
         EXPECT_FALSE(button->isDown() || timer.isActive());
-        EXPECT_EQ(button->focusPolicy(), Qt::NoFocus);
     }
-    EXPECT_LT(up.y(), down.y());
 }
 
 TEST_F(UpDownButtonsTest, AnInterruptedHoldLeavesNoButtonDown) {
     QEvent covered(QEvent::WindowDeactivate);
     const std::function<void()> endings[] = {[&] { buttons.hide(); },
                                              [&] { QApplication::sendEvent(&buttons, &covered); }};
-    for (const auto& end : endings)
-        for (QAbstractButton* button : {&up, &down}) {
-            buttons.show();
-            QTest::mousePress(button, Qt::LeftButton);
-            seen.clear();
-            end();
-            EXPECT_FALSE(button->isDown() || timer.isActive());
-            EXPECT_EQ(seen, "") << "who hears it may open a message box";
-            QApplication::processEvents();
-            QTest::mouseRelease(button, Qt::LeftButton);
-            end();
-            QApplication::processEvents();
-            EXPECT_EQ(seen, "released ");
-        }
+    for (const auto& end : endings) {
+        buttons.show();
+        QTest::mousePress(&up, Qt::LeftButton);
+        seen.clear();
+        end();
+        EXPECT_FALSE(up.isDown() || timer.isActive());
+        EXPECT_EQ(seen, "") << "who hears it may open a message box";
+        QApplication::processEvents();
+        QTest::mouseRelease(&up, Qt::LeftButton);
+        end();
+        QApplication::processEvents();
+        EXPECT_EQ(seen, "released ");
+    }
     buttons.show();
     QTest::mousePress(&up, Qt::LeftButton);
     buttons.setEnabled(false);
@@ -131,20 +79,16 @@ TEST_F(UpDownButtonsTest, APressThatEndsItselfMakesNoStep) {
 }
 
 TEST(TextConversion, LineEndsAndTheCodePage) {
-    const struct {
-        const char* Bytes;
-        QString Lines;
-        const char* Back;
-    } cases[] = {{"a\r\nb\rc\nd", u"a\nb\nc\nd"_s, "a\r\nb\r\nc\r\nd"},
-                 {"\x80\xE9", u"\u20AC\u00E9"_s, "\x80\xE9"},
-                 {"\n\r", u"\n\n"_s, "\r\n\r\n"}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(LinesFromBytes(c.Bytes), c.Lines);
-        EXPECT_EQ(LinesToBytes(c.Lines), c.Back);
+    const std::tuple<const char*, QString, const char*> cases[] = {
+        {"a\r\nb\rc\nd", u"a\nb\nc\nd"_s, "a\r\nb\r\nc\r\nd"},
+        {"\x80\xE9", u"\u20AC\u00E9"_s, "\x80\xE9"},
+        {"\n\r", u"\n\n"_s, "\r\n\r\n"}};
+    for (const auto& [bytes, lines, back] : cases) {
+        EXPECT_EQ(LinesFromBytes(bytes), lines);
+        EXPECT_EQ(LinesToBytes(lines), back);
     }
     EXPECT_EQ(LinesToBytes(u"a\r\nb\rc"_s), "a\r\nb\r\nc");
     EXPECT_EQ(ToBytes(u"\u2192\U0001F600x"_s), "??x");
-    EXPECT_EQ(ElementName("Modes", 7), "Modes_7"_L1);
 }
 
 } // namespace
