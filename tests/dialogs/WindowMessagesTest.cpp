@@ -119,18 +119,12 @@ TEST_F(Messages, OnScreenBlockTheirWindowOnly) {
             told = yes ? "yes" : "no";
         }(onScreen, story),
         [](const std::exception_ptr&) {});
-    QWidget* box = nullptr;
-    ASSERT_TRUE(QTest::qWaitFor([&] { return (box = QApplication::activeModalWidget()) != nullptr; }));
+    ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activeModalWidget() != nullptr; }));
+    QWidget* box = QApplication::activeModalWidget();
     EXPECT_EQ(box->windowModality(), Qt::WindowModal);
     EXPECT_EQ(box->parentWidget(), &window);
     QTest::keyClick(box, Qt::Key_Escape);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !story.empty(); }));
-    EXPECT_EQ(story, "no");
-
-    onScreen.Show(MessageIcon::Exclamation, u"Error!"_s, u"line\r\nline"_s);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return (box = QApplication::activeModalWidget()) != nullptr; }));
-    QTest::keyClick(box, Qt::Key_Return);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeModalWidget() == nullptr; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return story == "no"; }));
 }
 
 } // namespace
