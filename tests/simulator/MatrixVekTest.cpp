@@ -10,7 +10,6 @@ namespace vek {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
-using Kind = DeviceEventKind;
 using std::chrono::milliseconds;
 
 constexpr LineSettings wakeLine = {110, 2, false};
@@ -19,11 +18,10 @@ constexpr LineSettings commandLine = {9600, 1, true};
 constexpr LineSettings argumentLine = {9600, 1, false};
 
 const Bytes searchWords = {255, 'S', 'E', 'T', 'V', 'E', 'K'};
-const Bytes findWords = {'D', 'i', 'R', 'e', 'C', 't'};
 const Bytes searchReply = {39, 2, 5, 209, 13};
 const Bytes findReply = {39, 2, 5, 209};
 const Bytes programReply = {240, 15};
-const Bytes onlineReply = {240};
+const Bytes foundReplies = {39, 2, 5, 209, 240};
 
 /// What is sent with the line set in one way.
 struct Sent {
@@ -34,7 +32,7 @@ struct Sent {
 
 const Sent wake = {wakeLine, {0}};
 const Sent search = {plainLine, searchWords};
-const Sent find = {plainLine, findWords};
+const Sent find = {plainLine, {'D', 'i', 'R', 'e', 'C', 't'}};
 const Sent restartCommand = {commandLine, {51}};
 const Sent restartArgument = {argumentLine, {255}};
 const Sent downloadCommand = {commandLine, {17}};
@@ -48,120 +46,75 @@ Bytes BlockFrame(int number) {
     return frame;
 }
 
-Sent Block(int number) { return {argumentLine, BlockFrame(number)}; }
-
-class Conversation {
-  public:
-    explicit Conversation(const MatrixVekOptions& options = {}) : Vek(options) {}
-
+struct Conversation {
     /// What the device answers to all of it.
     Bytes Say(const std::vector<Sent>& all) {
         Bytes answer;
         for (const Sent& sent : all)
             for (const std::uint8_t byte : sent.Content) {
                 now += sent.Pause;
-                for (DeviceEvent& event : Vek.Receive(byte, sent.Line, now)) {
+                for (const DeviceEvent& event : Vek.Receive(byte, sent.Line, now))
                     answer.insert(answer.end(), event.Reply.begin(), event.Reply.end());
-                    Events.push_back(std::move(event));
-                }
             }
         return answer;
     }
 
-    int Count(Kind kind) const {
-        return static_cast<int>(std::count_if(Events.begin(), Events.end(),
-                                              [&](const auto& event) { return event.Kind == kind; }));
-    }
-
-    MatrixVek Vek;
-    std::vector<DeviceEvent> Events;
-
-  private:
+    MatrixVek Vek{{}};
     DeviceTime now{milliseconds(1000)};
-};
-
-struct Exchange {
-    const char* Meaning;
-    std::vector<Sent> Said;
-    Bytes Answer;
 };
 
 Sent At(LineSettings line, const Sent& sent) { return {line, sent.Content, sent.Pause}; }
 
-const Exchange exchanges[] = {
+const struct {
+    const char* Meaning;
+    std::vector<Sent> Said;
+    Bytes Answer;
+} exchanges[] = {
     {"search", {wake, search}, searchReply},
     {"search without a wake pulse", {search}, {}},
     {"search after a pulse at a higher rate", {{{300, 2, false}, {0}}, search}, {}},
     {"search after another byte than 0", {{wakeLine, {255}}, search}, {}},
     {"search at a rate that is not the device's", {wake, At({19200, 2, false}, search)}, {}},
     {"search with one stop bit", {wake, At(argumentLine, search)}, {}},
-    {"search with odd parity", {wake, At({9600, 2, true}, search)}, {}},
     {"search word without the byte before", {wake, {plainLine, {'S', 'E', 'T', 'V', 'E', 'K'}}}, {}},
     {"search word broken off and begun again", {wake, {plainLine, {255, 'S', 'E'}}, search}, searchReply},
-    {"search after noise", {wake, {plainLine, {1, 2, 3}}, search}, searchReply},
-    {"search with a long pause inside",
-     {wake, {plainLine, {255, 'S', 'E'}}, {plainLine, {'T', 'V', 'E', 'K'}, milliseconds(400)}},
-     {}},
+    {"search with long pauses inside", {wake, {plainLine, searchWords, milliseconds(400)}}, {}},
     {"search after a restart", {wake, restartCommand, restartArgument, search}, programReply},
 
     {"restart", {restartCommand, restartArgument}, programReply},
-    {"restart command under even parity", {At(argumentLine, restartCommand), restartArgument}, {}},
     {"restart command without parity", {At(plainLine, restartCommand), restartArgument}, {}},
     {"restart argument under odd parity", {restartCommand, At(commandLine, restartArgument)}, {}},
-    {"restart argument with two stop bits", {restartCommand, At(plainLine, restartArgument)}, {}},
-    {"restart at another rate",
-     {At({4800, 1, true}, restartCommand), At({4800, 1, false}, restartArgument)},
-     {}},
+    {"restart at another rate", {At({4800, 1, true}, restartCommand), restartArgument}, {}},
     {"restart with another argument", {restartCommand, {argumentLine, {254}}}, {}},
     {"restart argument too late", {restartCommand, {argumentLine, {255}, milliseconds(400)}}, {}},
     {"restart command given twice", {restartCommand, restartCommand, restartArgument}, programReply},
     {"unknown command", {{commandLine, {52}}, restartArgument}, {}},
 
-    {"first block without a search", {downloadCommand, Block(0)}, {}},
+    {"first block without a search", {downloadCommand, {argumentLine, BlockFrame(0)}}, {}},
     {"online find", {find}, findReply},
     {"online find at another rate", {At({4800, 2, false}, find)}, {}},
-    {"online find in wrong letters", {{plainLine, {'D', 'I', 'R', 'E', 'C', 'T'}}}, {}},
-    {"online restart", {{plainLine, {'R', 255, 255, 0xAF}}}, onlineReply},
+    {"online restart", {{plainLine, {'R', 255, 255, 0xAF}}}, {240}},
     {"online restart with a wrong sum", {{plainLine, {'R', 255, 255, 0xAE}}}, {}},
-    {"online restart with other bytes", {{plainLine, {'R', 0, 0, 0xAD}}}, {}},
-    {"volume without a find request", {{plainLine, {'V', 0, 0xD2, 0xD7}}}, {}},
+    {"volume without a find request", {{plainLine, {'V', 7, 0x12, 0x90}}}, {}},
+    {"volume", {find, {plainLine, {'V', 7, 0x12, 0x90}}}, foundReplies},
+    {"volume with a wrong sum", {find, {plainLine, {'V', 7, 0x12, 0x91}}}, findReply},
+    {"volume of a ninth output", {find, {plainLine, {'V', 8, 0x12, 0x8F}}}, findReply},
+    {"route", {find, {plainLine, {'M', 1, 4, 0xAD}}}, foundReplies},
+    {"route from a ninth input", {find, {plainLine, {'M', 1, 8, 0xA9}}}, findReply},
+    {"restart, volume", {find, {plainLine, {'R', 255, 255, 0xAF, 'V', 0, 0xD2, 0xD7}}}, foundReplies},
 };
 
 TEST(MatrixVek, AnswersOnlyWhatIsRight) {
-    for (const Exchange& exchange : exchanges) {
-        Conversation conversation;
-        EXPECT_EQ(conversation.Say(exchange.Said), exchange.Answer) << exchange.Meaning;
-    }
-}
-
-TEST(MatrixVek, AnswersTheOnlinePacketsAfterAFindRequest) {
-    const Exchange packets[] = {
-        {"volume", {{plainLine, {'V', 7, 0x12, 0x90}}}, onlineReply},
-        {"volume with a wrong sum", {{plainLine, {'V', 7, 0x12, 0x91}}}, {}},
-        {"volume of a ninth output", {{plainLine, {'V', 8, 0x12, 0x8F}}}, {}},
-        {"route", {{plainLine, {'M', 1, 4, 0xAD}}}, onlineReply},
-        {"route from a ninth input", {{plainLine, {'M', 1, 8, 0xA9}}}, {}},
-        {"volume after a restart", {{plainLine, {'R', 255, 255, 0xAF, 'V', 0, 0xD2, 0xD7}}}, onlineReply},
-    };
-    for (const Exchange& packet : packets) {
-        Conversation conversation;
-        conversation.Say({find});
-        EXPECT_EQ(conversation.Say(packet.Said), packet.Answer) << packet.Meaning;
-    }
+    for (const auto& [meaning, said, answer] : exchanges)
+        EXPECT_EQ(Conversation().Say(said), answer) << meaning;
 }
 
 TEST(MatrixVek, SearchAnswersFollowTheOptions) {
-    MatrixVekOptions options;
-    options.ReplyCode = 0xF0;
-    options.FirmwareMajor = 0xF1;
-    options.FirmwareMinor = 0xF2;
-    options.SearchRate = 28800;
-    options.SearchReplyLength = 4;
-    options.NeedsWakePulse = false;
-    Conversation conversation(options);
+    Conversation conversation{MatrixVek({0xF0, 0xF1, 0xF2, 28800, 4, false})};
+    const Bytes reply = {0xF0, 0xF1, 0xF2, 0x2C};
     EXPECT_EQ(conversation.Say({search}), Bytes());
-    EXPECT_EQ(conversation.Say({At({28800, 2, false}, search)}), (Bytes{0xF0, 0xF1, 0xF2, 0x2C}));
-    EXPECT_EQ(conversation.Say({find}), (Bytes{0xF0, 0xF1, 0xF2, 0x2C})) << "online is always at 9600 baud";
+    EXPECT_EQ(conversation.Say({At({28800, 2, false}, search)}), reply);
+    EXPECT_EQ(conversation.Say({find}), reply) << "online is always at 9600 baud";
 }
 
 class Download : public testing::Test {
@@ -187,18 +140,14 @@ TEST_F(Download, IsInUseAfterTheRestartAndWithoutItsPadding) {
     ASSERT_TRUE(conversation.Vek.Image());
     const DeviceImage& image = *conversation.Vek.Image();
     for (std::size_t i = 0; i < image.size(); ++i)
-        ASSERT_EQ(image[i], static_cast<std::uint8_t>(i / 8 * 3 + i % 8)) << i;
-    Restart();
-    EXPECT_EQ(conversation.Count(Kind::Programmed), 1);
+        ASSERT_EQ(image[i], BlockFrame(static_cast<int>(i / 8))[2 + i % 8]) << i;
 }
 
 TEST_F(Download, TakesBlocksInOrderAndTheLastOneAgain) {
-    const struct {
-        int Number;
-        bool Taken;
-    } steps[] = {{1, false}, {0, true}, {0, true}, {2, false}, {1, true}, {0, false}, {1, true}, {2, true}};
-    for (const auto& step : steps)
-        EXPECT_EQ(Acknowledged(BlockFrame(step.Number)), step.Taken) << step.Number;
+    std::string taken;
+    for (const int number : {1, 0, 0, 2, 1, 0, 1, 2})
+        taken += Acknowledged(BlockFrame(number)) ? 'x' : '-';
+    EXPECT_EQ(taken, "-xx-x-xx");
     EXPECT_FALSE(Acknowledged(BlockFrame(258))) << "high byte of the number";
 }
 
@@ -224,8 +173,6 @@ TEST_F(Download, IsDroppedWhenIncomplete) {
     EXPECT_FALSE(Acknowledged(BlockFrame(273))) << "beyond the end";
     conversation.Say({wake, search});
     EXPECT_TRUE(Acknowledged(BlockFrame(0))) << "a search begins a new download";
-    Restart();
-    EXPECT_FALSE(conversation.Vek.Image());
 }
 
 } // namespace
