@@ -8,59 +8,36 @@
 #include <limits>
 
 using namespace vek;
+using namespace std::string_literals;
 
 TEST(Numbers, GeneralFormatOfSingles) {
-    const struct {
-        float value;
-        const char* text;
-    } cases[] = {{0.0F, "0"},
-                 {-0.0F, "0"},
-                 {6.0F, "6"},
-                 {-36.0F, "-36"},
-                 {1.5F, "1.5"},
-                 {-12.5F, "-12.5"},
-                 {0.5F, "0.5"},
-                 {0.1F, "0.1"},
-                 {1.0F / 3, "0.3333333"},
-                 {1e-5F, "0.00001"},
-                 {12345678.0F, "12345680"},
-                 {9999999.5F, "10000000"},
-                 {0.99999994F, "0.9999999"},
-                 {-1e-7F, "-0.0000001"},
-                 {3e9F, "3000000000"},
-                 {123456.7F, "123456.7"},
-                 {100.0F, "100"}};
-    for (const auto& c : cases)
-        EXPECT_EQ(GeneralNumber(c.value), c.text);
+    const std::pair<float, const char*> cases[] = {
+        {-0.0F, "0"},  {-36.0F, "-36"},      {0.33333334F, "0.3333333"}, {12345678.0F, "12345680"},
+        {1.5F, "1.5"}, {1e-5F, "0.00001"},   {0.99999994F, "0.9999999"}, {9999999.5F, "10000000"},
+        {0.1F, "0.1"}, {3e9F, "3000000000"}, {-1e-7F, "-0.0000001"},     {123456.7F, "123456.7"}};
+    for (const auto& [value, text] : cases)
+        EXPECT_EQ(GeneralNumber(value), text);
 }
 
 TEST(Numbers, LenientReadingTakesTheLeadingNumber) {
-    const struct {
-        const char* text;
-        double value;
-    } cases[] = {{"", 0},     {"abc", 0},     {"  12", 12},    {"+6dB", 6},     {"-12.5dB", -12.5},
-                 {".5", 0.5}, {"5.", 5},      {"-", 0},        {"+-3", 0},      {"1e2", 100},
-                 {"1e", 1},   {"1e+", 1},     {"2d3", 2},      {"inf", 0},      {"nan", 0},
-                 {"0x10", 0}, {"1,5", 1},     {".", 0},        {"--3", 0},      {"1e-999", 0},
-                 {"7 8", 7},  {"1.2.3", 1.2}, {" \t\r\n3", 3}, {"1E-2x", 0.01}, {"4-1", 4}};
-    for (const auto& c : cases)
-        EXPECT_EQ(LenientNumber(c.text), c.value) << c.text;
+    const std::pair<const char*, double> cases[] = {
+        {"", 0},     {"abc", 0},     {"  12", 12},    {"+6dB", 6},     {"-12.5dB", -12.5},
+        {".5", 0.5}, {"5.", 5},      {"-", 0},        {"+-3", 0},      {"1e2", 100},
+        {"1e", 1},   {"1e+", 1},     {"2d3", 2},      {"inf", 0},      {"nan", 0},
+        {"0x10", 0}, {"1,5", 1},     {".", 0},        {"--3", 0},      {"1e-999", 0},
+        {"7 8", 7},  {"1.2.3", 1.2}, {" \t\r\n3", 3}, {"1E-2x", 0.01}, {"4-1", 4}};
+    for (const auto& [text, value] : cases)
+        EXPECT_EQ(LenientNumber(text), value) << text;
     const std::string zeros(400, '0');
     const double infinite = std::numeric_limits<double>::infinity();
-    const std::pair<std::string, double> outOfRange[] = {{"1e999", infinite},
-                                                         {"-1e999", -infinite},
-                                                         {"0.1e+999", infinite},
-                                                         {"1" + zeros, infinite},
-                                                         {"1" + zeros + "e-1", infinite},
-                                                         {"1e99999999999999999999", infinite},
-                                                         {".1E-999", 0},
-                                                         {"10e-999", 0},
-                                                         {"0." + zeros + "1", 0},
-                                                         {"." + zeros + "1e5", 0},
-                                                         {"0e999", 0},
-                                                         {"1e-99999999999999999999", 0}};
-    for (const auto& [text, value] : outOfRange)
-        EXPECT_EQ(LenientNumber(text), value) << text;
+    for (const std::string& text :
+         {"1e999"s, "0.1e+999"s, "1" + zeros, "1" + zeros + "e-1", "1e99999999999999999999"s}) {
+        EXPECT_EQ(LenientNumber(text), infinite) << text;
+        EXPECT_EQ(LenientNumber("-" + text), -infinite) << text;
+    }
+    for (const std::string& text : {".1E-999"s, "10e-999"s, "0." + zeros + "1", "." + zeros + "1e5", "0e999"s,
+                                    "1e-99999999999999999999"s})
+        EXPECT_EQ(LenientNumber(text), 0) << text;
 }
 
 TEST(Numbers, RoundsHalvesToEven) {
@@ -92,7 +69,6 @@ TEST(FixedTexts, PadCutAndTrim) {
     EXPECT_EQ(text.Padded(), "ab  ");
     text = "  xyz";
     EXPECT_EQ(text.Padded(), "  xy");
-    EXPECT_EQ(text.Trimmed(), "xy");
     text = text.Trimmed(); // a view of its own characters
     EXPECT_EQ(text.Padded(), "xy  ");
     text = "\t \t ";

@@ -48,37 +48,31 @@ class Tasks : public testing::Test {
     }
     Task<std::unique_ptr<int>> AtOnce() { co_return std::make_unique<int>(7); }
     Task<> TryNegative() {
-        bool caught = false;
         try {
-            const int doubled = co_await Double(-1);
-            sum = doubled;
+            co_await Double(-1);
         } catch (const OverflowError&) {
-            caught = true;
+            story += "caught ";
         }
-        story += caught ? "caught " : "";
         const auto value = co_await AtOnce();
         sum += *value;
-        const int last = co_await Double(-1);
-        sum = last;
+        co_await Double(-1);
+        sum = -1;
     }
-    RunningTask::Ended End() {
-        return [this](const std::exception_ptr& thrown) {
-            story += "ended";
-            failure = thrown;
-        };
-    }
-
     Gate gate;
     std::string story;
     int sum = 0;
     std::exception_ptr failure;
+    RunningTask::Ended ended = [this](const std::exception_ptr& thrown) {
+        story += "ended";
+        failure = thrown;
+    };
     RunningTask running;
 };
 
 TEST_F(Tasks, RunLazilyAndGoOnWhereTheyWait) {
     Task<> task = AddUp(3);
     EXPECT_EQ(story, "");
-    running.Start(std::move(task), End());
+    running.Start(std::move(task), ended);
     EXPECT_TRUE(running.Running());
     for (int opened = 0; opened < 3; ++opened)
         gate.Open();
@@ -89,7 +83,7 @@ TEST_F(Tasks, RunLazilyAndGoOnWhereTheyWait) {
 }
 
 TEST_F(Tasks, PassExceptionsToWhoAwaitsThem) {
-    running.Start(TryNegative(), End());
+    running.Start(TryNegative(), ended);
     gate.Open();
     EXPECT_EQ(sum, 7);
     gate.Open();
@@ -101,14 +95,14 @@ TEST_F(Tasks, PassExceptionsToWhoAwaitsThem) {
 TEST_F(Tasks, EndWhereTheyWaitWhenTheirOwnerGoes) {
     {
         RunningTask owner;
-        owner.Start(AddUp(3), End());
+        owner.Start(AddUp(3), ended);
         gate.Open();
     }
     EXPECT_EQ(story, "~inner ~inner ~outer ") << "from the inside out, and nothing is told";
-    running.Start(AddUp(1), End());
+    running.Start(AddUp(1), ended);
     running.Cancel();
     EXPECT_FALSE(running.Running());
-    running.Start(AddUp(0), End());
+    running.Start(AddUp(0), ended);
     EXPECT_EQ(story.substr(story.size() - 12), "~outer ended")
         << "another one can follow, also one that never waits";
     { const Task<> neverRun = AddUp(1); }
