@@ -9,19 +9,13 @@
 using namespace vek;
 
 TEST(VekNetAddresses, OffsetsOfFunctions) {
-    const struct {
-        AddressGroup group;
-        std::size_t function;
-        std::size_t output;
-        int offset;
-    } cases[] = {{AddressGroup::Mode, 0, 5, 0},           {AddressGroup::Mode, 15, 0, 15},
-                 {AddressGroup::Volume, 0, 0, 16},        {AddressGroup::Volume, 3, 7, 47},
-                 {AddressGroup::Volume, 4, 1, 52},        {AddressGroup::Volume, 7, 7, 79},
-                 {AddressGroup::Route, 0, 1, 88},         {AddressGroup::Route, 15, 7, 207},
-                 {AddressGroup::RouteControl, 2, 7, 231}, {AddressGroup::RouteControl, 3, 0, 232},
-                 {AddressGroup::RouteControl, 5, 7, 255}};
-    for (const auto& c : cases)
-        EXPECT_EQ(AddressOffset(c.group, c.function, c.output), c.offset);
+    using enum AddressGroup;
+    const std::tuple<AddressGroup, std::size_t, std::size_t, int> cases[] = {
+        {Mode, 0, 5, 0},           {Mode, 15, 0, 15},         {Volume, 0, 0, 16},       {Volume, 3, 7, 47},
+        {Volume, 4, 1, 52},        {Volume, 7, 7, 79},        {Route, 0, 1, 88},        {Route, 15, 7, 207},
+        {RouteControl, 2, 7, 231}, {RouteControl, 3, 0, 232}, {RouteControl, 5, 7, 255}};
+    for (const auto& [group, function, output, offset] : cases)
+        EXPECT_EQ(AddressOffset(group, function, output), offset);
     EXPECT_THROW(AddressOffset(AddressGroup::Volume, 8, 0), SubscriptError);
     AddressEnables enables;
     EXPECT_THROW(AddressFlag(enables, AddressGroup::Route, 0, 8), SubscriptError);

@@ -39,19 +39,9 @@ TEST(TextReport, HoldsExactlyTheChosenSections) {
     EXPECT_EQ(BuildReport(config, allSections, ReportSelection()), joined);
 }
 
-TEST(TextReport, UnusedModesAreALineEach) {
-    MatrixConfig config;
-    config.Modes[2].OutputPanels[5].PanelVolumes = "1";
-    EXPECT_EQ(BuildReport(config, outputsOnly, ReportSelection()),
-              "\r\nMode 1 is unused\r\nMode 2 is unused\r\nMode 3 is unused\r\nMode 4 is unused"
-              "\r\nMode 5 is unused\r\nMode 6 is unused\r\nMode 7 is unused\r\nMode 8 is unused");
-}
-
 TEST(TextReport, OutputOfAUsedModeIsListedInFull) {
     MatrixConfig config = OneUsedMode("1020", "  12 ");
     config.Modes[0].OutputLevels[0] = {0.5F, 0.0F, -80.0F, flagFalse, 1.5F, flagFalse};
-    config.Modes[0].OutputPanels[1].UsePreviousRoute = 5;
-    config.Modes[0].OutputLevels[1].PreviousNotSetStartLevel = flagTrue;
     const std::string report = BuildReport(config, outputsOnly, ReportSelection());
     EXPECT_THAT(report, testing::StartsWith("\r\nMode 1"
                                             "\r\n    Output 1"
@@ -62,17 +52,7 @@ TEST(TextReport, OutputOfAUsedModeIsListedInFull) {
                                             "\r\n        Minimum level = -80dB"
                                             "\r\n        Minimum level will not mute output "
                                             "\r\n        Start level = 0dB"
-                                            "\r\n        Panel Step level = +1.5dB"
-                                            "\r\n    Output 2"
-                                            "\r\n        Input sequence =  Start route uses  previous route"
-                                            "\r\n        Volume remote panels = none"
-                                            "\r\n        Input selector remote panels = none"
-                                            "\r\n        Maximum level = +6dB"
-                                            "\r\n        Minimum level = -36dB"
-                                            "\r\n        Minimum level will mute output "
-                                            "\r\n        Start level uses  previous level"
-                                            "\r\n        Panel Step level = +1dB"
-                                            "\r\n    Output 3"));
+                                            "\r\n        Panel Step level = +1.5dB"));
     EXPECT_THAT(report, HasSubstr("Panel Step level = +1dB\r\n\r\nMode 2 is unused"));
 }
 
