@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <sys/resource.h>
+#include <ctime>
 
 namespace vek {
 
@@ -150,15 +150,12 @@ TEST_F(SerialControlTest, SendsABreakWhereTheRateOfTheWakePulseIsRefused) {
 
 TEST_F(SerialControlTest, AFloodTakesNoMemory) {
     const ByteVector chunk(4096, 0x55);
-    std::size_t written = 0;
     for (int round = 0; round < 50; ++round) {
-        written += line.Write(chunk);
+        line.Write(chunk);
         Wait(1);
         ASSERT_LE(port.InBufferCount(), 4096U);
     }
     EXPECT_GE(port.InBufferCount(), 4096U) << "the test must fill the buffer";
-    EXPECT_GT(written, 4096U);
-    EXPECT_LE(port.Input().size(), written);
 }
 
 TEST(SerialControlFlood, InputReturnsWhileTheDeviceNeverStops) {
@@ -177,19 +174,12 @@ TEST(SerialControlFlood, InputReturnsWhileTheDeviceNeverStops) {
     EXPECT_GE(total, 1'000'000U);
 }
 
-milliseconds ProcessorTime() {
-    rusage usage = {};
-    ::getrusage(RUSAGE_THREAD, &usage);
-    return milliseconds(usage.ru_utime.tv_sec * 1000 + usage.ru_utime.tv_usec / 1000 +
-                        usage.ru_stime.tv_sec * 1000 + usage.ru_stime.tv_usec / 1000);
-}
-
 TEST_F(SerialControlTest, ClosesWhenTheDeviceVanishesWithoutSpinning) {
-    const milliseconds before = ProcessorTime();
+    const std::clock_t before = std::clock();
     line.HangUp();
     Wait(300);
     EXPECT_FALSE(port.PortOpen());
-    EXPECT_LT(ProcessorTime() - before, milliseconds(100));
+    EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC / 10);
     EXPECT_EQ(port.InBufferCount(), 0U);
     Send({1});
     EXPECT_EQ(port.Input(), ByteVector());
