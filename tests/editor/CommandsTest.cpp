@@ -52,11 +52,19 @@ class Commands : public EditorTest {
 TEST_F(Commands, TitleAndSaveButtonFollowTheName) {
     EXPECT_TRUE(window->windowTitle().startsWith(u"Vorn Matrix Editor "_s));
     EXPECT_FALSE(Find<QAction>(u"SAVE"_s)->isEnabled());
+    EXPECT_EQ(Status(), u"New configuration|No unsaved changes|Base 512-767|Offline"_s);
     Open(Sample("02"));
-    window->Timer1_Tick();
+    EXPECT_EQ(Status(), u"02.VMC|No unsaved changes|Base %1-%2|Offline"_s.arg(Config.VekNetBase)
+                            .arg(Config.VekNetBase + 255));
+    EXPECT_EQ(Find(u"StatusFile"_s)->toolTip(), Sample("02"));
     EXPECT_EQ(window->windowTitle(), u"02.VMC"_s);
     EXPECT_TRUE(Find<QAction>(u"SAVE"_s)->isEnabled());
+    Config.VekNetBase = 2000;
+    EXPECT_EQ(Status(), u"02.VMC|Unsaved changes|Base 2000-2255|Offline"_s);
+    Config = SavedConfig;
+    ConfigChanged = true;
     Trigger(u"NEW"_s);
+    EXPECT_FALSE(ConfigChanged);
     EXPECT_TRUE(window->windowTitle().startsWith(u"Vorn Matrix Editor "_s));
     EXPECT_FALSE(Find<QAction>(u"SAVE"_s)->isEnabled());
     EXPECT_EQ(Differing(Bytes(), ReadText(DataPath("01.VMC"))), "");

@@ -12,6 +12,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTest>
 #include <QWindow>
@@ -85,6 +86,14 @@ class EditorTest : public testing::Test {
             if (boxes.AnyOpen() || port.Step())
                 idle = -1;
         }
+    }
+    /// File, changes, addresses and connection, as the status bar tells them.
+    QString Status() {
+        window->Timer1_Tick();
+        QStringList texts;
+        for (const char* field : {"StatusFile", "StatusChanges", "StatusAddresses", "StatusOnline"})
+            texts += Find<QLabel>(QString::fromLatin1(field))->text();
+        return texts.join(u'|');
     }
     /// Gives the window the keyboard, for what depends on the focus.
     void Activate() {

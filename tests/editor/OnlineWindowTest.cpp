@@ -84,6 +84,7 @@ TEST_F(OnlineWindow, GoingOnlineAndOff) {
         EXPECT_FALSE(Find<QAction>(QString::fromLatin1(command))->isEnabled()) << command;
     EXPECT_TRUE(Find<QAction>(u"SAVEAS"_s)->isEnabled());
     EXPECT_TRUE(strip->isVisible());
+    EXPECT_TRUE(Status().endsWith(u"|Online on COM1 (ttyUSB0)"_s));
     EXPECT_EQ(tabs->currentIndex(), OnlineTab);
 
     Click(u"OnlineCancel"_s);
