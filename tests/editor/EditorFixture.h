@@ -61,7 +61,7 @@ class EditorTest : public testing::Test {
                    .Store = store,
                    .MakeSerialControl = [this] { return std::make_unique<BorrowedPort>(port); },
                    .MakeTimer = [this] { return std::make_unique<BorrowedTimer>(port); },
-                   .PortNames = [] { return QStringList{u"ttyUSB0"_s}; }} {
+                   .PortNames = [this] { return ++looksForPorts, QStringList{u"ttyUSB0"_s}; }} {
         window = std::make_unique<CorvaneForm>(services, QString());
         window->show();
     }
@@ -140,6 +140,7 @@ class EditorTest : public testing::Test {
     ScriptedDialogs boxes;
     MemoryStore store;
     ScriptedPort port;
+    int looksForPorts = 0;
     EditorServices services;
     std::unique_ptr<CorvaneForm> window;
 };

@@ -74,6 +74,10 @@ class Programming : public EditorTest {
 
 TEST_F(Programming, FindsChoosesAndPrograms) {
     const auto form = Searched();
+    const int looks = looksForPorts;
+    Press(*form, "Command1");
+    Settle();
+    EXPECT_GT(looksForPorts, looks) << "adapters come and go";
     auto* option = form->findChild<QRadioButton*>(u"Option1_0"_s);
     auto* program = form->findChild<QAbstractButton*>(u"ProgramVek"_s);
     EXPECT_TRUE(TypeText(*form).endsWith(u"2.5"_s)) << TypeText(*form).toStdString();

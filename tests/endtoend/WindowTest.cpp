@@ -4,6 +4,7 @@
 #include "editor/VekComms.h"
 #include "link/DownloadImage.h"
 #include "model/ConfigFile.h"
+#include "model/ProgramState.h"
 #include "model/RecordLayout.h"
 #include "pages/EditorPages.h"
 #include "platform/QtOneShotTimer.h"
@@ -356,6 +357,13 @@ TEST_F(WindowOnDevice, ABurstEndsWithWhatIsShown) {
     EXPECT_LT((*vek)->Events().size(), lastMove * 8U) << "moves during a pass share the next one";
     for (const DeviceEvent& event : (*vek)->Events())
         EXPECT_NE(event.Kind, DeviceEventKind::Refused) << event.Text;
+}
+
+TEST_F(WindowOnDevice, OpensTheFileOfTheCommandLine) {
+    Start();
+    const std::string path = DataPath("02.VMC");
+    const CorvaneForm named(*services, QString::fromStdString(path));
+    Await([&] { return Config == LoadConfig(path); }, "the file");
 }
 
 TEST_F(WindowOnDevice, ClosesAlthoughTheDeviceNoLongerAnswers) {
