@@ -71,6 +71,12 @@ TEST_F(Commands, TitleAndSaveButtonFollowTheName) {
     EXPECT_EQ(Differing(Bytes(), ReadText(DataPath("01.VMC"))), "");
 }
 
+TEST_F(Commands, CtrlQCloses) {
+    Activate();
+    QTest::keyClick(window.get(), Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_FALSE(window->isVisible());
+}
+
 TEST_F(Commands, SaveAsThenSaveWriteTheRecord) {
     Type(u"RemotePaneInputs_0"_s, u"12"_s);
     boxes.ExpectSaveFile(QString(), PathOf("a.VMC"));

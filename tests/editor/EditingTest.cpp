@@ -211,6 +211,8 @@ TEST_F(Editing, FollowersShowTheirLeader) {
     EXPECT_EQ(Part<QLabel>(u"RemotePanelSelects_4"_s, u"Label1"_s)->text(), u"Linked - 2"_s);
     EXPECT_TRUE(Find<QAbstractButton>(u"UsePreviousRouteCheck_4"_s)->isChecked());
     EXPECT_EQ(Part<QLineEdit>(u"RemotePaneInputs_1"_s, u"Text1"_s)->text(), u"12"_s);
+    Click(u"UsePreviousRouteCheck_1"_s);
+    EXPECT_FALSE(Find<QAbstractButton>(u"UsePreviousRouteCheck_4"_s)->isChecked());
 }
 
 TEST_F(Editing, PanelsOfOtherOutputsAreRefused) {

@@ -92,7 +92,7 @@ TEST_F(Programming, FindsChoosesAndPrograms) {
     device.OnBlock = [&](std::size_t block) {
         if (block == 100) {
             EXPECT_EQ(form->findChild<QProgressBar*>(u"ProgressBar1"_s)->value(), 98 * 1000 / 273);
-            EXPECT_FALSE(program->isEnabled());
+            EXPECT_FALSE(program->isEnabled() || Enabled(*form, "Command1"));
         }
     };
     boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::Yes, Answer::No);
