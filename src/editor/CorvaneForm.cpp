@@ -134,7 +134,7 @@ void CorvaneForm::ConnectPages() {
             [this](std::size_t i) { pages_.Selectors->UsePanel[i]->setChecked(true); });
     connect(pages_.Notes->Text1, &NotesBox::Edited, this, [this] { view_.StoreView(); });
     connect(online_.get(), &OnlineControl::OnlineChanged, this, &CorvaneForm::ShowOnline);
-    connect(online_.get(), &OnlineControl::ShutDown, this, &QWidget::close, Qt::QueuedConnection);
+    connect(online_.get(), &OnlineControl::ReadyToClose, this, &QWidget::close, Qt::QueuedConnection);
 }
 
 void CorvaneForm::SelectionChanged() {

@@ -76,7 +76,7 @@ void OnlineControl::Converse(Task<> task) {
         if (failure)
             messages_.ShowRunTimeError(failure);
         if (closing_)
-            Q_EMIT ShutDown();
+            Q_EMIT ReadyToClose();
         else
             Serve();
     });

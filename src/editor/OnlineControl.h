@@ -51,8 +51,8 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     /// A click into the text of an input trim: listens to that input.
     void SelectInput(std::size_t input);
 
-    /// Ends the conversation because the window closes. False while the unit is restarted first; ShutDown()
-    /// follows then.
+    /// Ends the conversation because the window closes. False while the unit is restarted first;
+    /// ReadyToClose() follows then.
     bool Shutdown();
 
     /// For a periodic look whether the adapter is still there.
@@ -61,7 +61,8 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
   Q_SIGNALS:
     /// IsOnline() has changed, or the pages that may be shown.
     void OnlineChanged();
-    void ShutDown();
+    /// The unit has been restarted after Shutdown(), or did not answer.
+    void ReadyToClose();
 
   private:
     void PortSearched(std::size_t row, const PortFinding& finding) override;

@@ -49,7 +49,7 @@ class OnlineOutcomes : public LinkOutcomes {
 
     /// Commands for all outputs follow.
     virtual void PassBegins() = 0;
-    /// About to be sent.
+    /// A command that is about to be sent: output and input 0 … 7, level in dB.
     virtual void SendingVolume(int output, float level) = 0;
     virtual void SendingRoute(int output, int input) = 0;
 };
