@@ -40,12 +40,14 @@ class Commands : public EditorTest {
         QTimer::singleShot(0, window.get(), [this, ticks, button] {
             auto* dialog = window->findChild<QDialog*>();
             ASSERT_NE(dialog, nullptr);
+            optionsTitle = dialog->windowTitle();
             for (const QString& tick : ticks)
                 dialog->findChild<QCheckBox*>(tick)->setChecked(true);
             dialog->findChild<QAbstractButton*>(button)->click();
         });
     }
     TemporaryFolder folder;
+    QString optionsTitle;
 };
 
 } // namespace
@@ -71,8 +73,12 @@ TEST_F(Commands, TitleAndSaveButtonFollowTheName) {
     EXPECT_EQ(Differing(Bytes(), ReadText(DataPath("01.VMC"))), "");
 }
 
-TEST_F(Commands, CtrlQCloses) {
+TEST_F(Commands, KeysRunThem) {
     Activate();
+    Config.VekNetBase = 99;
+    boxes.ExpectYesNoCancel(changedTitle, question, Answer::Cancel);
+    QTest::keyClick(window.get(), Qt::Key_N, Qt::ControlModifier);
+    EXPECT_TRUE(boxes.Done());
     QTest::keyClick(window.get(), Qt::Key_Q, Qt::ControlModifier);
     EXPECT_FALSE(window->isVisible());
 }
@@ -187,6 +193,14 @@ TEST_F(Commands, ReportAndListAreExportedByteForByte) {
                                   u"IncludeInputTrimsCheck"_s, u"IncludeOutputTrimsCheck"_s};
     InOptions({}, u"Done"_s);
     Trigger(u"TEXT"_s); // nothing chosen: no dialog follows
+    EXPECT_EQ(optionsTitle, u"Export Options"_s);
+    InOptions({}, u"Done"_s);
+    Trigger(u"PRINT"_s);
+    EXPECT_EQ(optionsTitle, u"Printing Options"_s);
+    InOptions({u"IncludeNotesCheck"_s}, u"Done"_s);
+    boxes.ExpectPrinter(false);
+    Trigger(u"PRINT"_s);
+    EXPECT_TRUE(boxes.Done());
     InOptions(sections, u"Cancel"_s);
     Trigger(u"TEXT"_s);
     InOptions(sections, u"Done"_s);

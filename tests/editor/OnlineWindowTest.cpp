@@ -95,6 +95,8 @@ TEST_F(OnlineWindow, GoingOnlineAndOff) {
     EXPECT_FALSE(strip->isVisible());
     Click(u"UsePanel_3"_s);
     EXPECT_EQ(port.Sent.size(), 1U) << "nothing is sent while offline";
+    Click(u"OnlineSearch"_s);
+    EXPECT_TRUE(Find(u"OnlinePort_0"_s)->isEnabled()) << "a port can be chosen again";
 }
 
 TEST_F(OnlineWindow, EditsAreHeard) {

@@ -75,11 +75,18 @@ class Programming : public EditorTest {
 TEST_F(Programming, FindsChoosesAndPrograms) {
     const auto form = Searched();
     const int looks = looksForPorts;
-    Press(*form, "Command1");
-    Settle();
-    EXPECT_GT(looksForPorts, looks) << "adapters come and go";
     auto* option = form->findChild<QRadioButton*>(u"Option1_0"_s);
     auto* program = form->findChild<QAbstractButton*>(u"ProgramVek"_s);
+    auto* wait = form->findChild<QWidget*>(u"PleaseWait"_s);
+    option->click();
+    form->hide();
+    form->show();
+    Settle();
+    EXPECT_TRUE(option->isChecked()) << "shown again it does not search again";
+    Press(*form, "Command1");
+    EXPECT_FALSE(program->isEnabled());
+    Settle();
+    EXPECT_GT(looksForPorts, looks) << "adapters come and go";
     EXPECT_TRUE(TypeText(*form).endsWith(u"2.5"_s)) << TypeText(*form).toStdString();
     EXPECT_TRUE(option->isEnabled());
     EXPECT_FALSE(option->isChecked());
@@ -88,11 +95,13 @@ TEST_F(Programming, FindsChoosesAndPrograms) {
     EXPECT_FALSE(port.PortOpen());
     option->click();
     EXPECT_TRUE(program->isEnabled());
+    EXPECT_FALSE(wait->isVisible());
 
     device.OnBlock = [&](std::size_t block) {
         if (block == 100) {
             EXPECT_EQ(form->findChild<QProgressBar*>(u"ProgressBar1"_s)->value(), 98 * 1000 / 273);
             EXPECT_FALSE(program->isEnabled() || Enabled(*form, "Command1"));
+            EXPECT_TRUE(wait->isVisible());
         }
     };
     boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::Yes, Answer::No);
