@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QToolTip>
 
 #include <utility>
 
@@ -28,6 +29,24 @@ bool IsPassing(const QFocusEvent& event) {
 
 KeyFilteredLineEdit::KeyFilteredLineEdit(CharacterFilter filter, QWidget* parent)
     : QLineEdit(parent), filter_(std::move(filter)) {}
+
+void KeyFilteredLineEdit::SetFresh(const QString& text) {
+    const bool same = text == this->text();
+    if (same && !isUndoAvailable() && !isRedoAvailable())
+        return;
+    const int selected = same && hasSelectedText() ? selectionStart() : -1;
+    const int length = selectionLength();
+    const int cursor = cursorPosition();
+    setText(text);
+    if (same)
+        setCursorPosition(cursor);
+    if (selected >= 0)
+        setSelection(selected, length);
+}
+
+void KeyFilteredLineEdit::ShowHint(const QString& text) {
+    QToolTip::showText(mapToGlobal(QPoint(0, height())), text, this);
+}
 
 QString KeyFilteredLineEdit::Accepted(const QString& arriving) const {
     QString rest = text();

@@ -21,6 +21,13 @@ class KeyFilteredLineEdit : public QLineEdit {
 
     explicit KeyFilteredLineEdit(CharacterFilter filter, QWidget* parent = nullptr);
 
+    /// Shows a text that did not come from the user: undo does not reach back behind it.
+    void SetFresh(const QString& text);
+    /// Raises Left() for a box that keeps the focus: what was typed counts from now on.
+    void Finish() { Q_EMIT Left(); }
+    /// Tells the user something about what was typed, below the box.
+    void ShowHint(const QString& text);
+
   public Q_SLOTS:
     /// Inserts the clipboard's text through the filter; the edit menu and the paste keys come here.
     void paste();
@@ -31,8 +38,8 @@ class KeyFilteredLineEdit : public QLineEdit {
     void KeyTyped();
     /// Enter was pressed. The key goes no further, so it never reaches a dialog's default button.
     void EnterPressed();
-    /// The box lost the focus; not raised for a menu that opens over it or another window that comes to the
-    /// front.
+    /// The box lost the focus or is finished all the same; not raised for a menu that opens over it or
+    /// another window that comes to the front.
     void Left();
     /// A mouse button was pressed in the box.
     void MousePressed();

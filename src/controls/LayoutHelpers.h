@@ -1,7 +1,8 @@
-// Small helpers of the pages' layouts.
+// Small helpers of the pages' layouts and labels.
 #pragma once
 
 #include <QLabel>
+#include <QTextDocument>
 
 namespace vek {
 
@@ -21,6 +22,13 @@ inline void KeepPlaceWhenHidden(QWidget* widget) {
     QSizePolicy policy = widget->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     widget->setSizePolicy(policy);
+}
+
+/// A tool tip that shows a name as it is, angle brackets included.
+inline void SetPlainToolTip(QWidget& widget, const QString& text) {
+    const QString shown = Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
+    if (widget.toolTip() != shown)
+        widget.setToolTip(shown);
 }
 
 } // namespace vek

@@ -28,14 +28,13 @@ constexpr int shortestTravel = 72;
 constexpr int usualTravel = 144;
 
 /// The digits 0 to 8 and the signs; 9 is refused like any other key.
-bool TakesKey(QChar key, const QString&) {
-    return (key >= u'0' && key <= u'8') || key == u'-' || key == u'+';
-}
+bool IsLevelKey(QChar key) { return (key >= u'0' && key <= u'8') || key == u'-' || key == u'+'; }
 
 } // namespace
 
 LevelTrim::LevelTrim(QWidget* parent)
-    : QWidget(parent), Text2_(new KeyFilteredLineEdit(TakesKey, this)),
+    : QWidget(parent),
+      Text2_(new KeyFilteredLineEdit([this](QChar key, const QString&) { return TakesKey(key); }, this)),
       Command1_(new FaderKnob(*this, this)) {
     InstallFaderAccessible();
     Command1_->setObjectName("Command1"_L1);
@@ -61,6 +60,12 @@ LevelTrim::LevelTrim(QWidget* parent)
 
 // Destroyed with the focus in it, the box must not tell that it was left.
 LevelTrim::~LevelTrim() { Text2_->disconnect(this); }
+
+bool LevelTrim::TakesKey(QChar key) {
+    if (key == u'9')
+        Text2_->ShowHint(tr("9 cannot be typed here: use the knob, by mouse or with the arrow keys"));
+    return IsLevelKey(key);
+}
 
 void LevelTrim::SetLevel(float value) {
     StoreLevel(value);
@@ -91,8 +96,7 @@ void LevelTrim::SetAccessibleTitle(const QString& title) {
 
 void LevelTrim::StoreLevel(float value) {
     level_ = value;
-    if (const QString text = LevelText(level_); text != Text2_->text())
-        Text2_->setText(text);
+    Text2_->SetFresh(LevelText(level_));
     if (QAccessible::isActive()) {
         QAccessibleValueChangeEvent changed(Command1_, level_);
         QAccessible::updateAccessibility(&changed);

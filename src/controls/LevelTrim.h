@@ -58,6 +58,7 @@ class LevelTrim : public QWidget, public AdjustableLevel {
     void changeEvent(QEvent* event) override;
 
   private:
+    bool TakesKey(QChar key);
     void DragKnob(int wantedTop);
     void AcceptText();
     void StoreLevel(float value);

@@ -3,28 +3,19 @@
 #include "base/Windows1252.h"
 #include "controls/TextConversion.h"
 #include "model/Config.h"
+#include "model/NotesText.h"
 
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QTextDocument>
+#include <QToolTip>
 
 namespace vek {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int lineEndBytes = 2;
-
-int BytesOf(QChar character) { return character == u'\n' ? lineEndBytes : 1; }
-
-int BytesOf(const QString& text) {
-    int bytes = 0;
-    for (const QChar character : text)
-        bytes += BytesOf(character);
-    return bytes;
-}
 
 /// Paragraph separators are the document's line ends; toPlainText() would also turn no-break spaces into
 /// blanks.
@@ -34,6 +25,16 @@ QString WithLineFeeds(QString raw) {
     return raw;
 }
 
+/// Without the characters that the configuration cannot store.
+QString Storable(const QString& text) {
+    QString storable;
+    for (const uint character : text.toUcs4()) {
+        if (const auto byte = ToWindows1252(character))
+            storable += QChar(FromWindows1252(*byte));
+    }
+    return storable;
+}
+
 } // namespace
 
 NotesBox::NotesBox(QWidget* parent) : QPlainTextEdit(parent) {
@@ -41,33 +42,32 @@ NotesBox::NotesBox(QWidget* parent) : QPlainTextEdit(parent) {
     connect(this, &QPlainTextEdit::textChanged, this, &NotesBox::TextChanged);
 }
 
-std::string NotesBox::Bytes() const { return LinesToBytes(WithLineFeeds(document()->toRawText())); }
-
 void NotesBox::SetBytes(std::string_view bytes) {
-    // Line ends of one byte count two in the box; a stored text is shown whole all the same.
+    bytes_ = bytes;
     loading_ = true;
     setPlainText(LinesFromBytes(bytes));
     loading_ = false;
 }
 
-int NotesBox::Remaining() const {
-    return static_cast<int>(notesLength) - BytesOf(WithLineFeeds(document()->toRawText()));
+int NotesBox::Remaining() const { return static_cast<int>(notesLength) - static_cast<int>(bytes_.size()); }
+
+std::string NotesBox::BytesWith(const QString& text) const {
+    const QTextCursor cursor = textCursor();
+    QString whole = WithLineFeeds(document()->toRawText());
+    whole.replace(cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart(), text);
+    return WithLineEndsOf(bytes_, ToBytes(whole));
 }
 
-QString NotesBox::Acceptable(const QString& text, bool replaceUnknown) const {
-    int room = Remaining() + BytesOf(WithLineFeeds(textCursor().selectedText()));
-    QString accepted;
-    for (const uint character : text.toUcs4()) {
-        const auto byte = ToWindows1252(character);
-        if (!byte && !replaceUnknown)
-            continue;
-        const QChar next = byte ? QChar(FromWindows1252(*byte)) : u'?';
-        room -= BytesOf(next);
-        if (room < 0)
-            break;
-        accepted += next;
-    }
-    return accepted;
+bool NotesBox::Fits(const QString& text) {
+    const std::size_t size = BytesWith(text).size();
+    if (size <= notesLength)
+        return true;
+    Hint(tr("The notes hold %1 characters: %2 too many").arg(notesLength).arg(size - notesLength));
+    return false;
+}
+
+void NotesBox::Hint(const QString& text) {
+    QToolTip::showText(viewport()->mapToGlobal(cursorRect().bottomLeft()), text, this);
 }
 
 void NotesBox::keyPressEvent(QKeyEvent* event) {
@@ -76,47 +76,44 @@ void NotesBox::keyPressEvent(QKeyEvent* event) {
     const bool types = lineEnd || (!text.isEmpty() && text.at(0).isPrint() &&
                                    !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)));
     const QString typed = lineEnd ? u"\n"_s : text;
-    if (types && Acceptable(typed, false) != typed) {
-        event->accept();
+    if (types && Storable(typed) != typed)
+        Hint(tr("The notes cannot hold this character"));
+    else if (!types || Fits(typed)) {
+        QPlainTextEdit::keyPressEvent(event);
         return;
     }
-    QPlainTextEdit::keyPressEvent(event);
+    event->accept();
 }
 
 void NotesBox::inputMethodEvent(QInputMethodEvent* event) {
     QInputMethodEvent filtered(event->preeditString(), event->attributes());
-    filtered.setCommitString(Acceptable(event->commitString(), false), event->replacementStart(),
+    const QString text = Storable(event->commitString());
+    filtered.setCommitString(Fits(text) ? text : QString(), event->replacementStart(),
                              event->replacementLength());
     QPlainTextEdit::inputMethodEvent(&filtered);
 }
 
 void NotesBox::insertFromMimeData(const QMimeData* source) {
-    QString text = source->text();
+    QString text = FromBytes(ToBytes(source->text()));
     text.replace("\r\n"_L1, "\n"_L1);
     text.replace(u'\r', u'\n');
-    textCursor().insertText(Acceptable(text, true));
+    if (Fits(text))
+        textCursor().insertText(text);
     ensureCursorVisible();
 }
 
 void NotesBox::TextChanged() {
     if (loading_)
         return;
-    CutToLength();
-    Q_EMIT Edited();
-}
-
-void NotesBox::CutToLength() {
-    const QString text = WithLineFeeds(document()->toRawText());
-    int room = static_cast<int>(notesLength);
-    int fitting = 0;
-    while (fitting < text.size() && (room -= BytesOf(text.at(fitting))) >= 0)
-        ++fitting;
-    if (fitting == text.size())
+    const std::string bytes = WithLineEndsOf(bytes_, ToBytes(WithLineFeeds(document()->toRawText())));
+    if (bytes.size() > notesLength) {
+        // It came in past the other checks.
+        SetBytes(std::string(bytes_));
+        Hint(tr("The notes hold %1 characters").arg(notesLength));
         return;
-    QTextCursor rest(document());
-    rest.setPosition(fitting);
-    rest.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
-    rest.removeSelectedText();
+    }
+    bytes_ = bytes;
+    Q_EMIT Edited();
 }
 
 } // namespace vek

@@ -9,15 +9,17 @@
 namespace vek {
 
 /// Takes only characters that Windows-1252 has (pasted others become "?") and no more than `notesLength`
-/// bytes, a line end counting two. What does not fit is refused when typed and cut when pasted.
+/// bytes, line ends included. What does not fit is refused whole, when typed as when pasted, and a hint says
+/// why. Lines that are not edited keep their stored line ends.
 class NotesBox : public QPlainTextEdit {
     Q_OBJECT
 
   public:
     explicit NotesBox(QWidget* parent = nullptr);
 
-    /// The text as the configuration stores it: Windows-1252, lines separated by CR LF.
-    std::string Bytes() const;
+    /// The text as the configuration stores it: Windows-1252, new lines separated by CR LF.
+    const std::string& Bytes() const { return bytes_; }
+    /// Shows another text; what was there before cannot be brought back by undo.
     void SetBytes(std::string_view bytes);
 
     /// Bytes left of `notesLength`.
@@ -33,12 +35,14 @@ class NotesBox : public QPlainTextEdit {
     void insertFromMimeData(const QMimeData* source) override;
 
   private:
-    /// The part of a text that may replace the selection.
-    QString Acceptable(const QString& text, bool replaceUnknown) const;
+    /// The stored form of the text with `text` in place of the selection.
+    std::string BytesWith(const QString& text) const;
+    /// Whether the text may replace the selection; if not, a hint says why.
+    bool Fits(const QString& text);
+    void Hint(const QString& text);
     void TextChanged();
-    /// Cuts a text that came in past the other checks, so that nothing shown is missing in the file.
-    void CutToLength();
 
+    std::string bytes_;
     bool loading_ = false;
 };
 

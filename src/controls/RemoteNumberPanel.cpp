@@ -11,7 +11,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleOptionFrame>
-#include <QToolTip>
 
 namespace vek {
 
@@ -21,6 +20,15 @@ namespace {
 
 std::u16string_view View(const QString& text) {
     return {reinterpret_cast<const char16_t*>(text.utf16()), static_cast<std::size_t>(text.size())};
+}
+
+/// Blanks are padding; tabs and the like are what a foreign file holds, and stay.
+QString TrimmedBlanks(QString text) {
+    while (text.startsWith(u' '))
+        text.remove(0, 1);
+    while (text.endsWith(u' '))
+        text.chop(1);
+    return text;
 }
 
 QString Ordered(NumberList list, const QString& text) {
@@ -86,11 +94,11 @@ QString RemoteNumberPanel::Contents() const { return linked_ ? QString() : Text1
 void RemoteNumberPanel::SetContents(const QString& value) {
     suppress_ = true;
     linked_ = value.startsWith(u'L');
-    stored_ = value.trimmed();
+    stored_ = TrimmedBlanks(value);
     if (linked_)
         Label1_->setText(stored_);
-    else if (stored_ != Text1_->text())
-        Text1_->setText(stored_);
+    else
+        Text1_->SetFresh(stored_);
     Text1_->setReadOnly(linked_);
     ShowOnly(linked_ ? static_cast<QWidget*>(Label1_) : Text1_);
     edited_ = false;
@@ -123,8 +131,7 @@ bool RemoteNumberPanel::TakesKey(QChar key, const QString& rest) {
 
 void RemoteNumberPanel::ShowTaken(QChar panel) {
     const auto& output = taken_[PanelCharToIndex(panel.toLatin1())];
-    QToolTip::showText(Text1_->mapToGlobal(QPoint(0, Text1_->height())),
-                       tr("Panel %1 is used by output %2").arg(panel).arg(*output), Text1_);
+    Text1_->ShowHint(tr("Panel %1 is used by output %2").arg(panel).arg(*output));
 }
 
 void RemoteNumberPanel::NoteEdit() {

@@ -15,14 +15,16 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// The digits 0 to 8, the signs and the point; 9 is refused like any other key.
-bool TakesKey(QChar key, const QString&) {
+bool IsLevelKey(QChar key) {
     return (key >= u'0' && key <= u'8') || key == u'-' || key == u'+' || key == u'.';
 }
 
 } // namespace
 
 dBText::dBText(QWidget* parent)
-    : QWidget(parent), Text1_(new KeyFilteredLineEdit(TakesKey, this)), buttons_(new UpDownButtons(this)) {
+    : QWidget(parent),
+      Text1_(new KeyFilteredLineEdit([this](QChar key, const QString&) { return TakesKey(key); }, this)),
+      buttons_(new UpDownButtons(this)) {
     Text1_->setObjectName("Text1"_L1);
     Text1_->setText(LevelText(level_));
     auto* row = new QHBoxLayout(this);
@@ -33,6 +35,7 @@ dBText::dBText(QWidget* parent)
     setFocusProxy(Text1_);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 
+    connect(Text1_, &KeyFilteredLineEdit::textEdited, this, [this] { touched_ = true; });
     connect(Text1_, &KeyFilteredLineEdit::EnterPressed, this, &dBText::Enter);
     connect(Text1_, &KeyFilteredLineEdit::Left, this, &dBText::Leave);
     // A press takes the focus to the box itself. So a box that the user leaves with it is finished first, and
@@ -48,9 +51,26 @@ dBText::dBText(QWidget* parent)
 // Destroyed with the focus in it, the box must not tell that it was left.
 dBText::~dBText() { Text1_->disconnect(this); }
 
+bool dBText::TakesKey(QChar key) {
+    if (key == u'9')
+        Text1_->ShowHint(tr("9 cannot be typed here: use the buttons or the arrow keys"));
+    return IsLevelKey(key);
+}
+
 float dBText::Snapped(float value) const { return LimitLevel(SnapHalfDecibels(value), maxLevel_, minLevel_); }
 
 void dBText::SetLevel(float value) {
+    touched_ = false;
+    level_ = Snapped(value);
+    Text1_->SetFresh(LevelText(level_));
+}
+
+void dBText::EnterLevel(float value) {
+    touched_ = true;
+    Show(value);
+}
+
+void dBText::Show(float value) {
     level_ = Snapped(value);
     if (const QString text = LevelText(level_); text != Text1_->text())
         Text1_->setText(text);
@@ -58,12 +78,12 @@ void dBText::SetLevel(float value) {
 
 void dBText::SetMaxLevel(float value) {
     maxLevel_ = value;
-    SetLevel(level_);
+    Show(level_);
 }
 
 void dBText::SetMinLevel(float value) {
     minLevel_ = value;
-    SetLevel(level_);
+    Show(level_);
 }
 
 void dBText::SetAccessibleTitle(const QString& title) {
@@ -72,14 +92,15 @@ void dBText::SetAccessibleTitle(const QString& title) {
     buttons_->SetAccessibleTitle(title);
 }
 
-void dBText::TakeText() { SetLevel(static_cast<float>(LenientNumber(Text1_->text().toStdString()))); }
+void dBText::TakeText() { Show(static_cast<float>(LenientNumber(Text1_->text().toStdString()))); }
 
 void dBText::Step(int direction) {
-    SetLevel(level_ + static_cast<float>(direction) * levelStep);
+    EnterLevel(level_ + static_cast<float>(direction) * levelStep);
     Text1_->selectAll();
 }
 
 void dBText::Enter() {
+    touched_ = true;
     TakeText();
     Q_EMIT Change();
     Text1_->selectAll();

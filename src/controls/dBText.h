@@ -25,6 +25,10 @@ class dBText : public QWidget {
     /// dB; a level that is set is snapped to half decibels and limited. Initially 0.
     float Level() const { return level_; }
     void SetLevel(float value);
+    /// The same, as if the user had entered it.
+    void EnterLevel(float value);
+    /// The user has entered a level, be it the one that was shown already, since SetLevel() was last called.
+    bool Touched() const { return touched_; }
     /// dB; setting a limit pulls the level inside. Initially levelMaximum and levelMinimum.
     float MaxLevel() const { return maxLevel_; }
     void SetMaxLevel(float value);
@@ -46,6 +50,8 @@ class dBText : public QWidget {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
+    bool TakesKey(QChar key);
+    void Show(float value);
     void TakeText();
     void Step(int direction);
     void Enter();
@@ -54,6 +60,7 @@ class dBText : public QWidget {
     float level_ = 0.0F;
     float maxLevel_ = levelMaximum;
     float minLevel_ = levelMinimum;
+    bool touched_ = false;
     KeyFilteredLineEdit* Text1_;
     UpDownButtons* buttons_;
 };

@@ -65,7 +65,7 @@ void LevelLimits::LevelChanged(LevelLimit changed) {
 }
 
 void LevelLimits::TakeFromSlider(LevelLimit target) {
-    (page_.*LimitOf(target).Box)->SetLevel(page_.LevelTrim1->Level());
+    (page_.*LimitOf(target).Box)->EnterLevel(page_.LevelTrim1->Level());
     LevelChanged(target);
 }
 

@@ -49,9 +49,10 @@ void StoreFlag(Flag& field, bool value) {
         Store(field, ToFlag(value));
 }
 
-/// A box shows half decibels within its limits; a level that it cannot show is not taken for an edit.
+/// A box shows half decibels within its limits; a level that it cannot show is kept until the user enters
+/// one.
 void StoreLevel(float& field, const dBText& box) {
-    if (box.Snapped(field) != box.Level())
+    if (box.Touched() || box.Snapped(field) != box.Level())
         Store(field, box.Level());
 }
 
@@ -137,9 +138,8 @@ void ModelView::StoreGlobalFields(MatrixConfig& config) {
         Store(config.InputTrim[i], pages_.InputTrims->Trims[i]->Level());
     for (std::size_t i = 0; i < outputCount; ++i)
         Store(config.OutputTrim[i], pages_.OutputTrims->Trims[i]->Level());
-    // The box shows line ends in one form only; text that it shows unchanged keeps its bytes.
-    const std::string notes = pages_.Notes->Text1->Bytes();
-    if (LinesFromBytes(config.Notes.Trimmed()) != LinesFromBytes(TrimBlanks(notes)))
+    const std::string& notes = pages_.Notes->Text1->Bytes();
+    if (TrimBlanks(notes) != config.Notes.Trimmed())
         Store(config.Notes, FixedText<notesLength>(notes));
 }
 
@@ -193,9 +193,7 @@ void ModelView::ShowLevels(const OutputLevelRecord& levels) {
 void ModelView::ShowGlobalFields() {
     // The view of the trimmed text ends with the assignment, which pads it again.
     Edit([](MatrixConfig& config) { config.Notes = config.Notes.Trimmed(); });
-    NotesBox& notes = *pages_.Notes->Text1;
-    if (LinesFromBytes(TrimBlanks(notes.Bytes())) != LinesFromBytes(Config.Notes.Trimmed()))
-        notes.SetBytes(Config.Notes.Trimmed());
+    pages_.Notes->Text1->SetBytes(Config.Notes.Trimmed());
     for (std::size_t i = 0; i < inputCount; ++i)
         pages_.InputTrims->Trims[i]->SetLevel(Config.InputTrim[i]);
     for (std::size_t i = 0; i < outputCount; ++i)

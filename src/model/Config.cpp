@@ -40,12 +40,20 @@ std::size_t LinkLeader(const ModeRecord& mode, std::int16_t group) {
                                     mode.LinkGroup.begin());
 }
 
+bool IsFollower(const ModeRecord& mode, std::size_t output) {
+    const std::int16_t group = mode.LinkGroup[output];
+    return group != 0 && LinkLeader(mode, group) != output;
+}
+
 std::optional<std::size_t> OutputUsingPanel(const ModeRecord& mode, NumberList list, std::size_t panel,
                                             std::size_t output) {
     for (std::size_t other = 0; other < outputCount; ++other) {
         const PanelRecord& panels = mode.OutputPanels[other];
-        const std::string_view text =
-            list == NumberList::VolumePanels ? panels.PanelVolumes.Trimmed() : panels.PanelSelects.Trimmed();
+        const bool volumes = list == NumberList::VolumePanels;
+        // A follower's selector panels have given way to its leader's.
+        if (!volumes && IsFollower(mode, other))
+            continue;
+        const std::string_view text = volumes ? panels.PanelVolumes.Trimmed() : panels.PanelSelects.Trimmed();
         const bool uses =
             std::any_of(text.begin(), text.end(), [panel](char c) { return PanelCharToIndex(c) == panel; });
         if (other != output && uses)

@@ -104,8 +104,11 @@ bool IsUsedMode(const ModeRecord& mode);
 /// The first output (0 … 7) of the link group in this mode, outputCount when no output belongs to it.
 std::size_t LinkLeader(const ModeRecord& mode, std::int16_t group);
 
+/// True when the output (0 … 7) is linked to another one before it.
+bool IsFollower(const ModeRecord& mode, std::size_t output);
+
 /// The output (0 … 7) other than `output` whose list of panels in this mode names the panel (index 0 … 15),
-/// the lowest first.
+/// the lowest first. Selector panels of a follower do not count: its leader's are used.
 std::optional<std::size_t> OutputUsingPanel(const ModeRecord& mode, NumberList list, std::size_t panel,
                                             std::size_t output);
 

@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
 
@@ -37,34 +38,57 @@ TEST(Notes, AllCharactersOfTheCodePageAndNoOthers) {
     EXPECT_EQ(box.Bytes(), all);
 }
 
-TEST(Notes, NoMoreThanFits) {
+TEST(Notes, WhatDoesNotFitIsRefusedWithAHint) {
     NotesBox box;
+    box.show();
     box.SetBytes(std::string(notesLength - 3, 'n'));
     box.moveCursor(QTextCursor::End);
     QTest::keyClick(&box, Qt::Key_Return);
     EXPECT_EQ(box.Remaining(), 1);
     QTest::keyClick(&box, Qt::Key_Return);
     EXPECT_EQ(box.Remaining(), 1) << "a line end takes two";
+    EXPECT_EQ(QToolTip::text(), u"The notes hold 1500 characters: 1 too many"_s);
     QTest::keyClicks(&box, u"xy"_s);
     EXPECT_EQ(box.Remaining(), 0);
     EXPECT_TRUE(box.Bytes().ends_with("\r\nx"));
     // What replaces a selection has the selection's room.
     box.moveCursor(QTextCursor::StartOfLine, QTextCursor::KeepAnchor);
     Paste(box, u"12345"_s);
+    EXPECT_EQ(QToolTip::text(), u"The notes hold 1500 characters: 4 too many"_s);
+    EXPECT_TRUE(box.Bytes().ends_with("\r\nx"));
+    Paste(box, u"1"_s);
     EXPECT_TRUE(box.Bytes().ends_with("\r\n1"));
+    const std::string before = box.Bytes();
     box.setPlainText(QString(5000, u'z'));
-    EXPECT_EQ(box.Bytes(), std::string(notesLength, 'z'));
+    EXPECT_EQ(box.Bytes(), before);
+    EXPECT_EQ(box.toPlainText().size(), 1499);
     box.selectAll();
     QTest::keyClicks(&box, u"x"_s);
     EXPECT_EQ(box.Bytes(), "x");
 }
 
+TEST(Notes, LineEndsOfOneByteStay) {
+    NotesBox box;
+    std::string stored;
+    for (int line = 0; line < 500; ++line)
+        stored += "ab\n";
+    box.SetBytes(stored);
+    EXPECT_EQ(box.Remaining(), 0);
+    box.moveCursor(QTextCursor::Start);
+    QTest::keyClick(&box, Qt::Key_Delete);
+    EXPECT_EQ(box.Bytes(), stored.substr(1));
+    QTest::keyClick(&box, Qt::Key_Return);
+    EXPECT_EQ(box.Bytes(), '\n' + stored.substr(1));
+}
+
 TEST(Notes, OnlyTheUserEdits) {
     NotesBox box;
     QSignalSpy edits(&box, &NotesBox::Edited);
-    box.SetBytes(std::string(2 * notesLength, '\n')); // counts double in the box, shown whole all the same
-    EXPECT_EQ(box.document()->blockCount(), static_cast<int>(2 * notesLength) + 1);
+    QTest::keyClicks(&box, u"z"_s);
+    edits.clear();
     box.SetBytes("a");
+    box.undo();
+    EXPECT_EQ(box.Bytes(), "a") << "what was there before is not brought back";
     EXPECT_EQ(edits.count(), 0);
     QTest::keyClicks(&box, u"b"_s);
     EXPECT_EQ(edits.count(), 1);

@@ -77,6 +77,57 @@ TEST_F(Editing, ARefusedLevelSpringsBackAndTheClickThatLeftItCounts) {
     EXPECT_EQ(LevelOf("PanelMaximumLevel"), 6.0F) << "told once, although the box was left as well";
 }
 
+TEST_F(Editing, ALevelEnteredAsItIsDisplayedIsStored) {
+    const struct {
+        const char* control;
+        float OutputLevelRecord::*field;
+        float stored;
+        const char* typed;
+        float expected;
+    } cases[] = {{"PanelMaximumLevel", &OutputLevelRecord::MaximumLevel, 6.3F, "6", 6.0F},
+                 {"PanelMaximumLevel", &OutputLevelRecord::MaximumLevel, 30.0F, "22", 22.0F},
+                 {"PanelMinimumLevel", &OutputLevelRecord::MinimumLevel, -36.2F, "-36", -36.0F},
+                 {"RemoteStartLevel", &OutputLevelRecord::StartLevel, -1.2F, "-1", -1.0F},
+                 {"RemoteStepLevel", &OutputLevelRecord::StepLevel, 0.3F, "0.5", 0.5F}};
+    Find<QTabWidget>(u"SSTab1"_s)->setCurrentIndex(LevelsTab);
+    Activate();
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.typed);
+        const QString control = QString::fromLatin1(c.control);
+        auto* box = Part<QLineEdit>(control, u"Text1"_s);
+        Config.Modes[0].OutputLevels[0] = {};
+        Levels().*c.field = c.stored;
+        Click(u"Modes_1"_s); // which stores what is shown
+        Config.Modes[0].OutputLevels[0] = {};
+        Levels().*c.field = c.stored;
+        Click(u"Modes_0"_s);
+        box->setFocus();
+        box->clearFocus();
+        EXPECT_EQ(Levels().*c.field, c.stored) << "looked at only";
+        Type(control, QString::fromLatin1(c.typed));
+        EXPECT_EQ(Levels().*c.field, c.expected);
+    }
+    Levels().MaximumLevel = 0.3F;
+    Click(u"UsePanel_0"_s);
+    PressKnob(u"LevelTrim1"_s, Qt::Key_Home);
+    PressKnob(u"LevelTrim1"_s, Qt::Key_End);
+    Click(u"UseSliderToSet_0"_s);
+    EXPECT_EQ(Levels().MaximumLevel, 10.0F);
+}
+
+TEST_F(Editing, UndoInABoxEndsWhereAnotherModeBegins) {
+    Click(u"Modes_1"_s);
+    Type(u"RemotePaneInputs_0"_s, u"12"_s);
+    Click(u"Modes_0"_s);
+    Type(u"RemotePaneInputs_0"_s, u"1"_s);
+    auto* list = Part<QLineEdit>(u"RemotePaneInputs_0"_s, u"Text1"_s);
+    QTest::keyClicks(list, u"2"_s);
+    Click(u"Modes_1"_s);
+    EXPECT_EQ(list->text(), u"12"_s);
+    QTest::keyClick(list, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(list->text(), u"12"_s) << "the lists are the same, but not their past";
+}
+
 TEST_F(Editing, TheSlidersLevelIsKeptByModeAndOutput) {
     const auto slider = [this] { return Find(u"LevelTrim1"_s)->property("Level").toFloat(); };
     PressKnob(u"LevelTrim1"_s, Qt::Key_PageDown);
@@ -90,6 +141,8 @@ TEST_F(Editing, TheSlidersLevelIsKeptByModeAndOutput) {
     Click(u"UsePanel_0"_s);
     EXPECT_EQ(slider(), -6.0F);
     EXPECT_FALSE(ConfigDiffers()) << "it is no part of the configuration";
+    Trigger(u"NEW"_s);
+    EXPECT_EQ(slider(), 0.0F);
 }
 
 TEST_F(Editing, WithPreviousStartTheStartLevelFollows) {
@@ -224,4 +277,10 @@ TEST_F(Editing, PanelsOfOtherOutputsAreRefused) {
     Click(u"Modes_1"_s);
     Type(u"RemotePanelVolumes_1"_s, u"3"_s);
     EXPECT_EQ(Config.Modes[1].OutputPanels[1].PanelVolumes.Trimmed(), "3") << "each mode on its own";
+    // A follower's own list has given way to its leader's.
+    Config.Modes[2].LinkGroup = {1, 0, 0, 0, 0, 0, 0, 1};
+    Config.Modes[2].OutputPanels[7].PanelSelects = "8";
+    Click(u"Modes_2"_s);
+    Type(u"RemotePanelSelects_0"_s, u"8"_s);
+    EXPECT_EQ(Config.Modes[2].OutputPanels[0].PanelSelects.Trimmed(), "8");
 }

@@ -168,6 +168,12 @@ TEST_F(EveryField, ChangesAloneAndBack) {
     }
 }
 
+TEST_F(EveryField, TheBaseMovesTheAddresses) {
+    Click(u"VekNetLabel2_3"_s);
+    EditBase(u"700"_s);
+    EXPECT_EQ(Find<QAbstractButton>(u"VekNetLabel2_3"_s)->text(), u"703"_s);
+}
+
 TEST_F(EveryField, WhatIsNotTouchedKeepsItsExactValue) {
     // Values that the controls cannot show as they are.
     NewConfiguration();
@@ -177,6 +183,7 @@ TEST_F(EveryField, WhatIsNotTouchedKeepsItsExactValue) {
     odd.OutputLevels[output].MuteOnMin = 7;
     odd.OutputPanels[2].PanelInputs = "  12";
     odd.OutputPanels[2].PanelVolumes = "gCdc";
+    odd.OutputPanels[3].PanelSelects = "\t1\xA0\r\n";
     odd.OutputPanels[2].UsePreviousRoute = 256;
     Config.InputTrim[1] = -3.7F;
     Config.Notes = "one\ntwo\rthree\x81\xA0";

@@ -85,6 +85,7 @@ TEST_F(Programming, FindsChoosesAndPrograms) {
     EXPECT_TRUE(option->isChecked()) << "shown again it does not search again";
     Press(*form, "Command1");
     EXPECT_FALSE(program->isEnabled());
+    EXPECT_TRUE(form->findChild<QWidget*>(u"Blanking_0"_s)->isVisible());
     Settle();
     EXPECT_GT(looksForPorts, looks) << "adapters come and go";
     EXPECT_TRUE(TypeText(*form).endsWith(u"2.5"_s)) << TypeText(*form).toStdString();
