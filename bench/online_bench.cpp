@@ -143,7 +143,7 @@ class Editor {
                                                 },
                                             .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
                                             .PortNames = [] { return QStringList(); }},
-          window(services, QString()), tabs(window.findChild<QTabWidget*>(u"SSTab1"_s)),
+          window(services, std::string()), tabs(window.findChild<QTabWidget*>(u"SSTab1"_s)),
           fader(window.findChild<LevelTrim*>(u"InputLevelTrim_0"_s)),
           knob(fader->findChild<QWidget*>(u"Command1"_s)) {
         window.show();

@@ -13,6 +13,10 @@
 #include <QIcon>
 #include <QTimer>
 
+#include <algorithm>
+#include <optional>
+#include <string_view>
+
 namespace {
 
 using namespace Qt::StringLiterals;
@@ -32,32 +36,51 @@ QStringList PortNames() {
 }
 
 /// Everything on the command line that is no option: a path may come in several words.
-QString Joined(const std::vector<std::string>& words) {
-    QStringList list;
+std::string Joined(const std::vector<std::string>& words) {
+    std::string joined;
     for (const std::string& word : words)
-        list += QString::fromLocal8Bit(word.c_str());
-    return list.join(u' ');
+        (joined += joined.empty() ? "" : " ") += word;
+    return joined;
+}
+
+/// The exit status, when the program has nothing more to do.
+std::optional<int> ReadCommandLine(int argc, char* argv[], std::vector<std::string>& words) {
+    CLI::App commandLine("Configuration editor of the Matrix Vek", "vorn-matrix-editor");
+    commandLine.add_option("FILE", words, "Configuration file (*.VMC) to open");
+    commandLine.set_version_flag("--version", VEK_VERSION);
+    try {
+        commandLine.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return commandLine.exit(error) == 0 ? 0 : 2;
+    }
+    return std::nullopt;
+}
+
+/// What is only printed needs no display; Qt would end the program where there is none.
+bool AsksForText(int argc, char* argv[]) {
+    constexpr std::string_view options[] = {"--version", "--help", "-h"};
+    const auto end = std::find(argv + 1, argv + argc, std::string_view("--"));
+    return std::any_of(argv + 1, end, [&](std::string_view argument) {
+        return std::ranges::find(options, argument) != std::end(options);
+    });
 }
 
 } // namespace
 
 int main(int argc, char* argv[]) {
+    if (AsksForText(argc, argv)) {
+        std::vector<std::string> words;
+        return ReadCommandLine(argc, argv, words).value_or(0);
+    }
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"vorn-matrix-editor"_s);
     QApplication::setApplicationDisplayName(QString());
     QApplication::setApplicationVersion(QLatin1StringView(VEK_VERSION));
     QApplication::setDesktopFileName(u"vorn-matrix-editor"_s);
 
-    CLI::App commandLine("Configuration editor of the Matrix Vek", "vorn-matrix-editor");
     std::vector<std::string> words;
-    commandLine.add_option("FILE", words, "Configuration file (*.VMC) to open");
-    commandLine.set_version_flag("--version", VEK_VERSION);
-    try {
-        commandLine.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        const int status = commandLine.exit(error);
-        return status == 0 ? 0 : 2;
-    }
+    if (const auto ended = ReadCommandLine(argc, argv, words))
+        return *ended;
 
     JsonRegistryStore store = JsonRegistryStore::OfThisMachine();
     const EditorServices services = {

@@ -2,6 +2,7 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPrintDialog>
@@ -98,9 +99,20 @@ void Prepare(QFileDialog& dialog, const QString& name, const QString& startAt, c
     dialog.selectFile(start.fileName());
 }
 
+/// "Hall v1.2" is a whole name, not one of the suffix "2".
 QString WithSuffix(const QString& path, const QString& suffix) {
-    const bool typed = suffix.isEmpty() || !QFileInfo(path).suffix().isEmpty();
-    return typed ? path : path + (path.endsWith(u'.') ? u""_s : u"."_s) + suffix;
+    if (suffix.isEmpty() || path.endsWith(u'.' + suffix, Qt::CaseInsensitive))
+        return path;
+    return path + (path.endsWith(u'.') ? u""_s : u"."_s) + suffix;
+}
+
+/// The chosen file. Qt takes quotes for the marks around several names: a name that has some is taken as it
+/// was typed.
+QString ChosenFile(const QFileDialog& dialog) {
+    const auto* typed = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
+    if (typed != nullptr && typed->text().contains(u'"'))
+        return dialog.directory().absoluteFilePath(typed->text());
+    return dialog.selectedFiles().value(0);
 }
 
 class BoxesOnScreen final : public Dialogs {
@@ -139,7 +151,7 @@ class BoxesOnScreen final : public Dialogs {
         Prepare(dialog, u"OpenFileDialog"_s, startAt, kind);
         if (dialog.exec() != QDialog::Accepted)
             return std::nullopt;
-        return dialog.selectedFiles().value(0);
+        return ChosenFile(dialog);
     }
 
     std::optional<QString> SaveFile(QWidget* parent, const QString& startAt, const FileKind& kind) override {
@@ -154,7 +166,7 @@ class BoxesOnScreen final : public Dialogs {
             Prepare(dialog, u"SaveFileDialog"_s, proposed, kind);
             if (dialog.exec() != QDialog::Accepted)
                 return std::nullopt;
-            proposed = WithSuffix(dialog.selectedFiles().value(0), kind.Suffix);
+            proposed = WithSuffix(ChosenFile(dialog), kind.Suffix);
             if (!QFileInfo::exists(proposed) || MayReplace(parent, proposed))
                 return proposed;
         }

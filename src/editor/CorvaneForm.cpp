@@ -1,5 +1,6 @@
 #include "editor/CorvaneForm.h"
 
+#include "controls/KeyFilteredLineEdit.h"
 #include "controls/LevelTrim.h"
 #include "controls/NotesBox.h"
 #include "editor/AddressMenus.h"
@@ -22,10 +23,9 @@
 #include "pages/Selectors.h"
 #include "pages/TrimPage.h"
 
-#include <QApplication>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QHBoxLayout>
-#include <QLineEdit>
 #include <QRadioButton>
 
 namespace vek {
@@ -40,9 +40,9 @@ constexpr QSize usualSize(1040, 700);
 
 } // namespace
 
-CorvaneForm::CorvaneForm(const EditorServices& services, const QString& commandLine, QWidget* parent)
-    : QMainWindow(parent), services_(services), commandLine_(commandLine), messages_(*this, services.Boxes),
-      toolBar_(new EditorToolBar(this)), SSTab1_(new PageTabs(this)),
+CorvaneForm::CorvaneForm(const EditorServices& services, std::string commandLine, QWidget* parent)
+    : QMainWindow(parent), services_(services), commandLine_(std::move(commandLine)),
+      messages_(*this, services.Boxes), toolBar_(new EditorToolBar(this)), SSTab1_(new PageTabs(this)),
       pages_(MakeEditorPages(*SSTab1_, services.PortNames)), strip_(new OnlineStrip(this)), view_(pages_),
       files_(new FileCommands(*this, view_, services.Boxes)),
       exports_(new ExportCommands(*this, view_, services.Boxes)),
@@ -168,16 +168,12 @@ void CorvaneForm::Dispatch(std::string_view key) {
     const ToolbarCommand* command = FindToolbarCommand(key);
     if (online_->IsOnline() && command && !command->WhileOnline)
         return;
-    // Leaving a box takes over what was typed into it.
-    QWidget* focus = QApplication::focusWidget();
-    auto* box = focus && isAncestorOf(focus) ? qobject_cast<QLineEdit*>(focus) : nullptr;
-    if (box)
-        box->clearFocus();
+    // What was typed into a box counts, though it has not been left; also while another window is in front.
+    if (auto* box = qobject_cast<KeyFilteredLineEdit*>(focusWidget()))
+        box->Finish();
     dispatch_.DispatchCommand(key);
     if (key == "ONLINE")
         SSTab1_->setCurrentIndex(OnlineTab);
-    if (box && !QApplication::focusWidget())
-        box->setFocus();
     Timer1_Tick();
 }
 
@@ -192,12 +188,15 @@ QString CorvaneForm::ProgramTitle() const {
 
 void CorvaneForm::Timer1_Tick() {
     const bool named = !CurrentFileName.empty();
-    const QString title = named ? QString::fromStdString(FileNameOf(CurrentFileName)) : ProgramTitle();
+    // Qt takes "[*]" for the place of a mark unless it stands there twice.
+    const QString title =
+        named ? QString::fromStdString(FileNameOf(CurrentFileName)).replace("[*]"_L1, "[*][*]"_L1)
+              : ProgramTitle();
     if (windowTitle() != title)
         setWindowTitle(title);
     toolBar_->Action("SAVE")->setEnabled(named);
     online_->CheckPort();
-    status_->ShowState(online_->IsOnline() ? online_->PortName() : QString());
+    status_->ShowState(files_->ReadFrom(), online_->IsOnline() ? online_->PortName() : QString());
 }
 
 void CorvaneForm::Timer4_Tick() {

@@ -11,6 +11,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <string>
 #include <string_view>
 
 class QTabWidget;
@@ -30,9 +31,9 @@ class CorvaneForm : public QMainWindow {
     Q_OBJECT
 
   public:
-    /// `commandLine` may name a configuration file, which is opened shortly after the start. The services
-    /// must outlive the window.
-    CorvaneForm(const EditorServices& services, const QString& commandLine, QWidget* parent = nullptr);
+    /// `commandLine` may name a configuration file (a path in the system's own bytes), which is opened
+    /// shortly after the start. The services must outlive the window.
+    CorvaneForm(const EditorServices& services, std::string commandLine, QWidget* parent = nullptr);
     ~CorvaneForm() override;
 
     /// Runs the command of a toolbar key, with what is being typed taken over first.
@@ -60,7 +61,7 @@ class CorvaneForm : public QMainWindow {
     QString ProgramTitle() const;
 
     const EditorServices& services_;
-    QString commandLine_;
+    std::string commandLine_;
     WindowMessages messages_;
     DeviceTypeList types_;
     EditorToolBar* toolBar_;

@@ -1,6 +1,7 @@
 #include "editor/EditorStatusBar.h"
 
 #include "controls/ElidedLabel.h"
+#include "controls/LayoutHelpers.h"
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"
 #include "model/VekNetAddresses.h"
@@ -42,16 +43,22 @@ QLabel* EditorStatusBar::AddField(const QString& name, int stretch, bool elided)
     return field;
 }
 
-void EditorStatusBar::ShowState(const QString& onlinePort) {
-    const QString name = QString::fromStdString(FileNameOf(CurrentFileName));
-    SetText(file_, name.isEmpty() ? tr("New configuration") : name);
-    if (file_->toolTip() != QString::fromStdString(CurrentFileName))
-        file_->setToolTip(QString::fromStdString(CurrentFileName));
+void EditorStatusBar::ShowFile(const std::string& readFrom) {
+    const std::string& path = CurrentFileName.empty() ? readFrom : CurrentFileName;
+    const QString name = QString::fromStdString(FileNameOf(path));
+    if (path.empty())
+        SetText(file_, tr("New configuration"));
+    else
+        SetText(file_, CurrentFileName.empty() ? tr("%1, not named yet: Save As keeps it").arg(name) : name);
+    SetPlainToolTip(*file_, QString::fromStdString(path));
+}
+
+void EditorStatusBar::ShowState(const std::string& readFrom, const QString& onlinePort) {
+    ShowFile(readFrom);
     SetText(changes_, ConfigDiffers() ? tr("Unsaved changes") : tr("No unsaved changes"));
     SetText(addresses_, tr("Base %1-%2").arg(Config.VekNetBase).arg(LastVekNetAddress(Config.VekNetBase)));
     SetText(onlineState_, onlinePort.isEmpty() ? tr("Offline") : tr("Online on %1").arg(onlinePort));
-    if (onlineState_->toolTip() != onlinePort)
-        onlineState_->setToolTip(onlinePort);
+    SetPlainToolTip(*onlineState_, onlinePort);
 }
 
 } // namespace vek

@@ -3,6 +3,8 @@
 
 #include <QStatusBar>
 
+#include <string>
+
 class QLabel;
 
 namespace vek {
@@ -13,10 +15,12 @@ class EditorStatusBar : public QStatusBar {
   public:
     explicit EditorStatusBar(QWidget* parent = nullptr);
 
-    /// Shows the program's state; `onlinePort` is empty while offline.
-    void ShowState(const QString& onlinePort);
+    /// Shows the program's state. `readFrom` is the file of a configuration without a name, empty for a new
+    /// one; `onlinePort` is empty while offline.
+    void ShowState(const std::string& readFrom, const QString& onlinePort);
 
   private:
+    void ShowFile(const std::string& readFrom);
     QLabel* AddField(const QString& name, int stretch, bool elided);
 
     QLabel* file_;

@@ -6,9 +6,10 @@
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"
 
-#include <QCoreApplication>
-#include <QFileInfo>
 #include <QWidget>
+
+#include <filesystem>
+#include <string_view>
 
 namespace vek {
 
@@ -17,6 +18,20 @@ using namespace Qt::StringLiterals;
 namespace {
 
 FileKind ConfigurationFiles() { return {QObject::tr("Vorn Matrix File (*.VMC)"), u"VMC"_s}; }
+
+bool Exists(const std::string& path) {
+    std::error_code error;
+    return std::filesystem::exists(path, error);
+}
+
+/// A desktop may hand over a path in double quotes.
+std::string WithoutQuotes(std::string_view path) {
+    if (path.starts_with('"'))
+        path.remove_prefix(1);
+    if (path.ends_with('"'))
+        path.remove_suffix(1);
+    return std::string(path);
+}
 
 QString CurrentName() { return QString::fromStdString(CurrentFileName); }
 
@@ -28,37 +43,53 @@ FileCommands::FileCommands(QWidget& window, ModelView& view, Dialogs& dialogs)
 void FileCommands::NewCommand() {
     if (!AskToSaveChanges())
         return;
-    NewConfiguration();
-    view_.ResetSliderLevels();
+    Forget();
     view_.ShowAll();
     ConfigChanged = false;
+}
+
+void FileCommands::Forget() {
+    NewConfiguration();
+    readFrom_.clear();
+    view_.ResetSliderLevels();
+}
+
+QString FileCommands::ProposedName() const {
+    return QString::fromStdString(CurrentFileName.empty() ? readFrom_ : CurrentFileName);
 }
 
 void FileCommands::OpenFileCommand() {
     if (!AskToSaveChanges())
         return;
-    const auto name = dialogs_.OpenFile(&window_, CurrentName(), ConfigurationFiles());
+    const auto name = dialogs_.OpenFile(&window_, ProposedName(), ConfigurationFiles());
     if (name)
         Read(name->toStdString(), name->toStdString());
 }
 
-void FileCommands::OpenFileAtStartup(QString commandLine) {
-    if (commandLine.startsWith(u'"'))
-        commandLine.remove(0, 1);
-    if (commandLine.endsWith(u'"'))
-        commandLine.chop(1);
-    if (!commandLine.endsWith("VMC"_L1) || !QFileInfo::exists(commandLine))
+void FileCommands::OpenFileAtStartup(const std::string& commandLine) {
+    const std::string path = Exists(commandLine) ? commandLine : WithoutQuotes(commandLine);
+    if (path.empty())
         return;
-    Read(commandLine.toStdString(), {});
+    const QString name = QString::fromStdString(FileNameOf(path));
+    if (!path.ends_with("VMC")) {
+        Q_EMIT Failed(tr("%1 was not opened: its name does not end in \"VMC\"").arg(name));
+        return;
+    }
+    if (!Exists(path)) {
+        Q_EMIT Failed(tr("%1 was not opened: there is no such file").arg(name));
+        return;
+    }
+    Read(path, {});
 }
 
 void FileCommands::Read(const std::string& path, const std::string& nameAfterwards) {
-    NewConfiguration();
-    view_.ResetSliderLevels();
+    Forget();
     try {
         ReadConfigFile(path);
         SavedConfig = Config;
         CurrentFileName = nameAfterwards;
+        if (CurrentFileName.empty())
+            readFrom_ = std::filesystem::absolute(path).string();
         view_.TakeStartLevels();
     } catch (const FileError& error) {
         FileFailed(error.what());
@@ -78,7 +109,7 @@ void FileCommands::SaveCommand() {
 }
 
 void FileCommands::SaveAsCommand() {
-    const auto name = dialogs_.SaveFile(&window_, CurrentName(), ConfigurationFiles());
+    const auto name = dialogs_.SaveFile(&window_, ProposedName(), ConfigurationFiles());
     if (!name || name->isEmpty())
         return;
     try {
@@ -91,6 +122,7 @@ void FileCommands::SaveAsCommand() {
 void FileCommands::Write(const std::string& path) {
     WriteConfigFile(path);
     CurrentFileName = path;
+    readFrom_.clear();
     ConfigChanged = false;
     SavedConfig = Config;
     dialogs_.Message(&window_, MessageIcon::None, tr("File Saved."),
@@ -105,7 +137,7 @@ bool FileCommands::AskToSaveChanges() {
                                 tr("Current cofiguration has changed,\r\nDo you wish to save changes?"));
     if (answer != Answer::Yes)
         return answer == Answer::No;
-    const auto name = dialogs_.SaveFile(&window_, CurrentName(), ConfigurationFiles());
+    const auto name = dialogs_.SaveFile(&window_, ProposedName(), ConfigurationFiles());
     if (!name || name->isEmpty())
         return false;
     try {

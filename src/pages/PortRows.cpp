@@ -56,7 +56,7 @@ void PortRows::ShowDevice(std::size_t row, const QString& device) {
     for (QWidget* widget :
          {static_cast<QWidget*>(rows_[row].Device), static_cast<QWidget*>(rows_[row].Option),
           static_cast<QWidget*>(rows_[row].VekType)})
-        widget->setToolTip(device);
+        SetPlainToolTip(*widget, device);
 }
 
 QString PortRows::PortName(std::size_t row) const {

@@ -81,8 +81,11 @@ struct FileDialogsTest : testing::Test {
 };
 
 TEST_F(FileDialogsTest, SavingAddsTheSuffixWhenNoneIsTyped) {
-    const std::pair<QString, QString> cases[] = {
-        {u"hall"_s, u"hall.VMC"_s}, {u"hall."_s, u"hall.VMC"_s}, {u"hall.vmc"_s, u"hall.vmc"_s}};
+    const std::pair<QString, QString> cases[] = {{u"hall"_s, u"hall.VMC"_s},
+                                                 {u"hall."_s, u"hall.VMC"_s},
+                                                 {u"hall.vmc"_s, u"hall.vmc"_s},
+                                                 {u"Hall v1.2"_s, u"Hall v1.2.VMC"_s},
+                                                 {u"the \"A\" hall"_s, u"the \"A\" hall.VMC"_s}};
     for (const auto& [typed, saved] : cases) {
         WithDialogs({[&](QWidget& dialog) {
             EXPECT_EQ(Child<QLineEdit>(dialog, "fileNameEdit").text(), "old.VMC"_L1);

@@ -60,6 +60,7 @@ TEST_F(Commands, TitleAndSaveButtonFollowTheName) {
     EXPECT_EQ(Status(), u"02.VMC|No unsaved changes|Base %1-%2|Offline"_s.arg(Config.VekNetBase)
                             .arg(Config.VekNetBase + 255));
     EXPECT_EQ(Find(u"StatusFile"_s)->toolTip(), Sample("02"));
+    EXPECT_EQ(Find<QAction>(u"BASE"_s)->toolTip(), u"Set VekNet Base Address"_s);
     EXPECT_EQ(window->windowTitle(), u"02.VMC"_s);
     EXPECT_TRUE(Find<QAction>(u"SAVE"_s)->isEnabled());
     Config.VekNetBase = 2000;
@@ -90,12 +91,16 @@ TEST_F(Commands, SaveAsThenSaveWriteTheRecord) {
     Trigger(u"SAVEAS"_s);
     EXPECT_EQ(Differing(ReadText(folder.Path("a.VMC")), Bytes()), "");
     EXPECT_FALSE(ConfigDiffers());
-    // What is being typed counts, though the box has not been left.
+    // What is being typed counts, though the box has not been left and another window is in front.
     auto* maximum = Part<QLineEdit>(u"PanelMaximumLevel"_s, u"Text1"_s);
     Find<QTabWidget>(u"SSTab1"_s)->setCurrentIndex(LevelsTab);
     window->activateWindow();
     maximum->setFocus();
     maximum->setText(u"7.5"_s);
+    QWidget inFront;
+    inFront.show();
+    QApplication::setActiveWindow(&inFront);
+    ASSERT_FALSE(maximum->hasFocus());
     ExpectSaved("a.VMC");
     Trigger(u"SAVE"_s);
     EXPECT_EQ(LoadConfig(folder.Path("a.VMC")).Modes[0].OutputLevels[0].MaximumLevel, 7.5F);
@@ -280,20 +285,47 @@ TEST(StartUp, OpensTheNamedFileUnnamed) {
     const EditorServices services = {boxes, store, [&] { return std::make_unique<BorrowedPort>(port); },
                                      [&] { return std::make_unique<BorrowedTimer>(port); },
                                      [] { return QStringList(); }};
-    const QString path = QString::fromStdString(DataPath("07.VMC"));
+    const std::string path = DataPath("07.VMC");
     const TemporaryFolder folder;
     WriteText(folder.Path("broken.VMC"), "x");
-    const auto tick = [&](const QString& commandLine) {
+    const std::string quoted = folder.Path("\"odd\" \xE9.VMC"); // quotes and a byte that is no UTF-8
+    std::filesystem::copy_file(path, quoted);
+    std::filesystem::copy_file(path, folder.Path("small.vmc"));
+    QString status;
+    QString passing;
+    const auto tick = [&](const std::string& commandLine) {
         CorvaneForm window(services, commandLine);
         window.Timer4_Tick();
+        status = window.findChild<QLabel*>(u"StatusFile"_s)->text();
+        passing = window.statusBar()->currentMessage();
+        EXPECT_TRUE(CurrentFileName.empty());
         return Config.VekNetBase;
     };
     EXPECT_EQ(tick(path), 307);
-    EXPECT_TRUE(CurrentFileName.empty());
-    EXPECT_EQ(tick(u'"' + path + u'"'), 307);
-    EXPECT_EQ(tick(path.chopped(3) + u"vmc"_s), 512);
-    EXPECT_EQ(tick(u"missing.VMC"_s), 512);
-    EXPECT_EQ(tick(QString()), 512);
+    EXPECT_EQ(status, u"07.VMC, not named yet: Save As keeps it"_s);
+    EXPECT_EQ(tick('"' + path + '"'), 307);
+    EXPECT_EQ(tick(quoted), 307);
+    EXPECT_EQ(tick(folder.Path("small.vmc")), 512);
+    EXPECT_EQ(passing, u"small.vmc was not opened: its name does not end in \"VMC\""_s);
+    EXPECT_EQ(tick("missing.VMC"), 512);
+    EXPECT_EQ(passing, u"missing.VMC was not opened: there is no such file"_s);
+    EXPECT_EQ(tick(""), 512);
+    EXPECT_EQ(passing, QString());
     boxes.ExpectMessage(u"Sorry File Error!"_s, u"Sorry there was an error the file !"_s);
-    EXPECT_EQ(tick(QString::fromStdString(folder.Path("broken.VMC"))), 512);
+    EXPECT_EQ(tick(folder.Path("broken.VMC")), 512);
+}
+
+TEST_F(Commands, ANewConfigurationOfAFileIsSavedBesideIt) {
+    window = std::make_unique<CorvaneForm>(services, DataPath("07.VMC"));
+    window->Timer4_Tick();
+    boxes.ExpectSaveFile(Sample("07"), std::nullopt);
+    Trigger(u"SAVEAS"_s);
+    boxes.ExpectSaveFile(Sample("07"), PathOf("a [*].VMC"));
+    ExpectSaved("a [*].VMC");
+    Trigger(u"SAVEAS"_s);
+    EXPECT_TRUE(Status().startsWith(u"a [*].VMC|"_s));
+    EXPECT_EQ(window->windowTitle(), u"a [*][*].VMC"_s) << "which Qt shows as [*]";
+    Trigger(u"NEW"_s);
+    boxes.ExpectSaveFile(QString(), std::nullopt);
+    Trigger(u"SAVEAS"_s);
 }

@@ -62,7 +62,7 @@ class EditorTest : public testing::Test {
                    .MakeSerialControl = [this] { return std::make_unique<BorrowedPort>(port); },
                    .MakeTimer = [this] { return std::make_unique<BorrowedTimer>(port); },
                    .PortNames = [this] { return ++looksForPorts, QStringList{u"ttyUSB0"_s}; }} {
-        window = std::make_unique<CorvaneForm>(services, QString());
+        window = std::make_unique<CorvaneForm>(services, std::string());
         window->show();
     }
 

@@ -60,7 +60,7 @@ class WindowOnDevice : public testing::Test {
                                             },
                                         .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
                                         .PortNames = [] { return QStringList{u"pts"_s}; }});
-        window = std::make_unique<CorvaneForm>(*services, QString());
+        window = std::make_unique<CorvaneForm>(*services, std::string());
         window->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     }
@@ -366,7 +366,7 @@ TEST_F(WindowOnDevice, ABurstEndsWithWhatIsShown) {
 TEST_F(WindowOnDevice, OpensTheFileOfTheCommandLine) {
     Start();
     const std::string path = DataPath("02.VMC");
-    const CorvaneForm named(*services, QString::fromStdString(path));
+    const CorvaneForm named(*services, path);
     Await([&] { return Config == LoadConfig(path); }, "the file");
 }
 
