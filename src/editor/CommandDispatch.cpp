@@ -15,10 +15,10 @@
 namespace vek {
 
 CommandDispatch::CommandDispatch(QWidget& window, ModelView& view, FileCommands& files,
-                                 ExportCommands& exports, const EditorServices& services,
+                                 ExportCommands& exports, const EditorServices& services, PortTurns& turns,
                                  const DeviceTypeList& types, WindowMessages& messages)
-    : window_(window), view_(view), files_(files), exports_(exports), services_(services), types_(types),
-      messages_(messages) {}
+    : window_(window), view_(view), files_(files), exports_(exports), services_(services), turns_(turns),
+      types_(types), messages_(messages) {}
 
 void CommandDispatch::DispatchCommand(std::string_view key) {
     Guarded(messages_, [this, key] {
@@ -77,7 +77,7 @@ void CommandDispatch::SetBaseAddress() {
 
 void CommandDispatch::Download() {
     const DownloadImage image = BuildImageFromConfig(view_);
-    VekComms form(services_, types_, image, &window_);
+    VekComms form(services_, turns_, types_, image, &window_);
     form.exec();
 }
 

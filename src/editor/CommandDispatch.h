@@ -13,13 +13,15 @@ namespace vek {
 class ExportCommands;
 class FileCommands;
 class ModelView;
+class PortTurns;
 class WindowMessages;
 
 class CommandDispatch {
   public:
     /// All must outlive this object; `window` is the parent of the boxes.
     CommandDispatch(QWidget& window, ModelView& view, FileCommands& files, ExportCommands& exports,
-                    const EditorServices& services, const DeviceTypeList& types, WindowMessages& messages);
+                    const EditorServices& services, PortTurns& turns, const DeviceTypeList& types,
+                    WindowMessages& messages);
 
     /// Stores and shows the view, then runs the command with this key (upper case); any other key does
     /// nothing more. Run-time errors end the command with a message.
@@ -38,6 +40,7 @@ class CommandDispatch {
     FileCommands& files_;
     ExportCommands& exports_;
     const EditorServices& services_;
+    PortTurns& turns_;
     const DeviceTypeList& types_;
     WindowMessages& messages_;
 };

@@ -46,7 +46,7 @@ CorvaneForm::CorvaneForm(const EditorServices& services, std::string commandLine
       pages_(MakeEditorPages(*SSTab1_, services.PortNames)), strip_(new OnlineStrip(this)), view_(pages_),
       files_(new FileCommands(*this, view_, services.Boxes)),
       exports_(new ExportCommands(*this, view_, services.Boxes)),
-      dispatch_(*this, view_, *files_, *exports_, services, types_, messages_),
+      dispatch_(*this, view_, *files_, *exports_, services, turns_, types_, messages_),
       status_(new EditorStatusBar(this)) {
     setObjectName(u"CorvaneForm"_s);
     Guarded(messages_, [this] { CheckDeviceTypes(services_.Store, types_); });
@@ -55,7 +55,7 @@ CorvaneForm::CorvaneForm(const EditorServices& services, std::string commandLine
     online_ = std::make_unique<OnlineControl>(OnlineParts{*SSTab1_, *pages_.Online, *strip_,
                                                           *pages_.Levels->LevelTrim1, *pages_.InputTrims,
                                                           *pages_.OutputTrims, view_},
-                                              services, types_, messages_);
+                                              services, turns_, types_, messages_);
     SSTab1_->setCurrentIndex(RemotePanelsTab);
     NewConfiguration();
     view_.ReadSelectors();

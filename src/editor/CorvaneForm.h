@@ -5,6 +5,7 @@
 #include "editor/CommandDispatch.h"
 #include "editor/EditorServices.h"
 #include "editor/ModelView.h"
+#include "editor/PortTurns.h"
 #include "link/DeviceTypes.h"
 
 #include <QMainWindow>
@@ -64,6 +65,7 @@ class CorvaneForm : public QMainWindow {
     std::string commandLine_;
     WindowMessages messages_;
     DeviceTypeList types_;
+    PortTurns turns_;
     EditorToolBar* toolBar_;
     QTabWidget* SSTab1_;
     EditorPages pages_;

@@ -175,6 +175,7 @@ void ModelView::ShowPanels(ModeRecord& mode) {
         page.RemotePaneInputs[output]->SetContents(inputs);
         page.RemotePanelVolumes[output]->SetContents(FromBytes(panels.PanelVolumes.Trimmed()));
         page.RemotePanelSelects[output]->SetContents(selects);
+        page.UsePreviousRouteCheck[output]->setEnabled(!IsFollower(mode, output));
         page.UsePreviousRouteCheck[output]->setChecked(IsSet(panels.UsePreviousRoute));
     }
 }

@@ -4,6 +4,7 @@
 #include "controls/TextConversion.h"
 #include "dialogs/WindowMessages.h"
 #include "editor/ModelView.h"
+#include "editor/PortTurns.h"
 #include "link/OutcomeTexts.h"
 #include "pages/EditorPages.h"
 #include "pages/OnlinePage.h"
@@ -48,9 +49,9 @@ std::optional<LevelSource> LevelsOf(int page) {
 
 } // namespace
 
-OnlineControl::OnlineControl(const OnlineParts& parts, const EditorServices& services,
+OnlineControl::OnlineControl(const OnlineParts& parts, const EditorServices& services, PortTurns& turns,
                              const DeviceTypeList& types, WindowMessages& messages)
-    : parts_(parts), messages_(messages), OnlineMSComm_(services.MakeSerialControl()),
+    : parts_(parts), turns_(turns), messages_(messages), OnlineMSComm_(services.MakeSerialControl()),
       OnlineTimer_(services.MakeTimer()), session_(*OnlineMSComm_, *OnlineTimer_, types, *this, *this) {
     parts_.Strip.setVisible(false);
     Connect();
@@ -94,16 +95,29 @@ void OnlineControl::Search() {
 
 Task<> OnlineControl::SearchAllPorts() {
     Ports().RefreshDevices();
+    if (!turns_.Free())
+        Ports().BeginWait(tr("Waiting for the programming window, which uses the same ports"));
+    PortTurns::Turn turn(turns_);
+    co_await turn;
     Ports().BeginSearch();
     co_await session_.Online_search_for_vek();
     Ports().EndSearch();
+    // Whoever has gone on to something else meanwhile is left there.
+    if (parts_.Page.window()->focusWidget() == parts_.Page.OnlineSearch)
+        Ports().FocusFirstFound();
 }
 
 void OnlineControl::Choose(std::size_t row) {
     if (conversation_.Running() || IsOnline())
         return;
     Ports().LockChoice(true);
-    Converse(session_.ChoosePort(row));
+    Converse(GoOnline(row));
+}
+
+Task<> OnlineControl::GoOnline(std::size_t row) {
+    PortTurns::Turn turn(turns_);
+    co_await turn;
+    co_await session_.ChoosePort(row);
 }
 
 QString OnlineControl::PortName() const {

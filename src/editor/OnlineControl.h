@@ -17,6 +17,7 @@ class ModelView;
 class OnlinePage;
 class OnlineStrip;
 class PortRows;
+class PortTurns;
 class TrimPage;
 class WindowMessages;
 
@@ -36,8 +37,8 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
 
   public:
     /// All must outlive this object.
-    OnlineControl(const OnlineParts& parts, const EditorServices& services, const DeviceTypeList& types,
-                  WindowMessages& messages);
+    OnlineControl(const OnlineParts& parts, const EditorServices& services, PortTurns& turns,
+                  const DeviceTypeList& types, WindowMessages& messages);
     ~OnlineControl() override;
 
     bool IsOnline() const { return session_.IsOnline(); }
@@ -86,6 +87,7 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     void Search();
     Task<> SearchAllPorts();
     void Choose(std::size_t row);
+    Task<> GoOnline(std::size_t row);
     void RouteClicked();
     void TabChanged();
     void FollowTab();
@@ -97,6 +99,7 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     PortRows& Ports() const;
 
     OnlineParts parts_;
+    PortTurns& turns_;
     WindowMessages& messages_;
     std::unique_ptr<SerialControl> OnlineMSComm_;
     std::unique_ptr<OneShotTimer> OnlineTimer_;

@@ -2,6 +2,7 @@
 
 #include "controls/LayoutHelpers.h"
 #include "controls/TextConversion.h"
+#include "editor/PortTurns.h"
 #include "link/OutcomeTexts.h"
 #include "pages/PortRows.h"
 
@@ -21,9 +22,9 @@ constexpr PortRowNames rowNames = {"Option1", "VekType", "Blanking", "Blanking1"
 
 } // namespace
 
-VekComms::VekComms(const EditorServices& services, const DeviceTypeList& types, const DownloadImage& image,
-                   QWidget* parent)
-    : QDialog(parent), image_(image), messages_(*this, services.Boxes),
+VekComms::VekComms(const EditorServices& services, PortTurns& turns, const DeviceTypeList& types,
+                   const DownloadImage& image, QWidget* parent)
+    : QDialog(parent), turns_(turns), image_(image), messages_(*this, services.Boxes),
       MSComm1_(services.MakeSerialControl()), Timer1_(services.MakeTimer()),
       ports_(new PortRows(rowNames, services.PortNames, this)), link_(*MSComm1_, *Timer1_, types, *this) {
     setObjectName(u"VekComms"_s);
@@ -108,14 +109,26 @@ void VekComms::Search() {
         Converse(SearchAllPorts());
 }
 
-Task<> VekComms::SearchAllPorts() {
+void VekComms::DisableButtons() {
+    // A button that is disabled hands its focus on, to Cancel in the end, which the next key would press.
+    setFocus();
     ProgramVekButton_->setEnabled(false);
     Command1_->setEnabled(false);
+}
+
+Task<> VekComms::SearchAllPorts() {
+    DisableButtons();
     ports_->RefreshDevices();
+    if (!turns_.Free())
+        ports_->BeginWait(tr("Waiting for the search on the Online page, which uses the same ports"));
+    PortTurns::Turn turn(turns_);
+    co_await turn;
     ports_->BeginSearch();
     co_await link_.search_for_vek();
     ports_->EndSearch();
     Command1_->setEnabled(true);
+    if (!ports_->FocusFirstFound())
+        Command1_->setFocus();
 }
 
 void VekComms::Program() {
@@ -125,11 +138,14 @@ void VekComms::Program() {
 }
 
 Task<> VekComms::ProgramOnPort(std::size_t row) {
-    ProgramVekButton_->setEnabled(false);
-    Command1_->setEnabled(false);
+    DisableButtons();
     ports_->LockChoice(true);
-    Label3_->setText(tr("Please wait programing vek"));
+    Label3_->setText(turns_.Free() ? tr("Please wait programing vek")
+                                   : tr("Waiting for the search on the Online page"));
     PleaseWait_->setVisible(true);
+    PortTurns::Turn turn(turns_);
+    co_await turn;
+    Label3_->setText(tr("Please wait programing vek"));
     co_await link_.ProgramVek(row, image_, *this);
     QDialog::reject();
 }

@@ -16,16 +16,17 @@ class QPushButton;
 namespace vek {
 
 class PortRows;
+class PortTurns;
 
-/// Shown modally with exec(); searches by itself once it is up. Closing it ends the conversation with the
-/// device at once and leaves every port closed.
+/// Shown modally with exec(); waits for its turn and searches by itself once it is up. Closing it ends the
+/// conversation with the device at once and leaves every port closed.
 class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcomes {
     Q_OBJECT
 
   public:
-    /// The services and the list must outlive the window.
-    VekComms(const EditorServices& services, const DeviceTypeList& types, const DownloadImage& image,
-             QWidget* parent = nullptr);
+    /// All must outlive the window.
+    VekComms(const EditorServices& services, PortTurns& turns, const DeviceTypeList& types,
+             const DownloadImage& image, QWidget* parent = nullptr);
     ~VekComms() override;
 
   public Q_SLOTS:
@@ -46,10 +47,12 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
     // Unless a conversation runs already.
     void Search();
     void Program();
+    void DisableButtons();
     Task<> SearchAllPorts();
     Task<> ProgramOnPort(std::size_t row);
     void Converse(Task<> task);
 
+    PortTurns& turns_;
     const DownloadImage& image_;
     WindowMessages messages_;
     std::unique_ptr<SerialControl> MSComm1_;

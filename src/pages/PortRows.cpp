@@ -13,6 +13,8 @@
 #include <QRadioButton>
 #include <QStyleOption>
 
+#include <algorithm>
+
 namespace vek {
 
 using namespace Qt::StringLiterals;
@@ -95,7 +97,7 @@ PortRows::Row PortRows::MakeRow(const PortRowNames& names, std::size_t row) {
     blanking->setObjectName(ElementName(names.Blanking, row));
     blanking->setAutoFillBackground(true);
     blanking->setFrameShape(QFrame::StyledPanel);
-    auto* label = new QLabel(tr("Please Wait Searching for Veks"), blanking);
+    auto* label = new QLabel(blanking);
     label->setObjectName(names.NumberedBlankingLabel ? ElementName(names.BlankingLabel, row)
                                                      : FromConstant(names.BlankingLabel));
     auto* inside = new QHBoxLayout(blanking);
@@ -114,12 +116,17 @@ PortRows::Row PortRows::MakeRow(const PortRowNames& names, std::size_t row) {
     for (QWidget* widget :
          {static_cast<QWidget*>(option), static_cast<QWidget*>(type), static_cast<QWidget*>(blanking)})
         KeepPlaceWhenHidden(widget);
-    return {number, device, option, type, blanking, false};
+    return {number, device, option, type, blanking, label, false};
 }
 
-void PortRows::BeginSearch() {
+void PortRows::BeginSearch() { Cover(tr("Please Wait Searching for Veks")); }
+
+void PortRows::BeginWait(const QString& why) { Cover(why); }
+
+void PortRows::Cover(const QString& text) {
     for (Row& row : rows_) {
         row.Selectable = false;
+        row.BlankingLabel->setText(text);
         row.Blanking->setVisible(true);
         ShowOption(row, false);
     }
@@ -140,6 +147,14 @@ void PortRows::EndSearch() {
     for (const Row& row : rows_)
         ShowOption(row, !row.VekType->isHidden());
     DeselectAll();
+}
+
+bool PortRows::FocusFirstFound() {
+    const auto found = std::ranges::find_if(rows_, &Row::Selectable);
+    if (found == rows_.end())
+        return false;
+    found->Option->setFocus();
+    return true;
 }
 
 void PortRows::Clear() {

@@ -47,9 +47,13 @@ class PortRows : public QWidget {
 
     /// A search begins: nothing is known of any port, and none can be chosen.
     void BeginSearch();
+    /// A search has to wait; the rows say why.
+    void BeginWait(const QString& why);
     void ShowFinding(std::size_t row, const PortFinding& finding);
     /// The search has ended: the user may choose a Matrix Vek; none is chosen yet.
     void EndSearch();
+    /// Gives the focus to the first option that can be chosen; false when there is none.
+    bool FocusFirstFound();
     /// No port can be chosen any more, and what was found is forgotten.
     void Clear();
 
@@ -72,6 +76,7 @@ class PortRows : public QWidget {
         QRadioButton* Option;
         QLineEdit* VekType;
         QFrame* Blanking;
+        QLabel* BlankingLabel;
         bool Selectable = false; ///< a Matrix Vek is there
     };
     Row MakeRow(const PortRowNames& names, std::size_t row);
@@ -79,6 +84,7 @@ class PortRows : public QWidget {
     static void ShowOption(const Row& row, bool visible);
     void EnableOptions();
     void DeselectAll();
+    void Cover(const QString& text);
 
     DeviceNames deviceNames_;
     QStringList devices_; ///< by row

@@ -263,6 +263,8 @@ TEST_F(Editing, FollowersShowTheirLeader) {
     EXPECT_EQ(Part<QLabel>(u"RemotePaneInputs_4"_s, u"Label1"_s)->text(), u"Linked - 2"_s);
     EXPECT_EQ(Part<QLabel>(u"RemotePanelSelects_4"_s, u"Label1"_s)->text(), u"Linked - 2"_s);
     EXPECT_TRUE(Find<QAbstractButton>(u"UsePreviousRouteCheck_4"_s)->isChecked());
+    EXPECT_FALSE(Find(u"UsePreviousRouteCheck_4"_s)->isEnabled()) << "it would spring back";
+    EXPECT_TRUE(Find(u"UsePreviousRouteCheck_1"_s)->isEnabled());
     EXPECT_EQ(Part<QLineEdit>(u"RemotePaneInputs_1"_s, u"Text1"_s)->text(), u"12"_s);
     Click(u"UsePreviousRouteCheck_1"_s);
     EXPECT_FALSE(Find<QAbstractButton>(u"UsePreviousRouteCheck_4"_s)->isChecked());

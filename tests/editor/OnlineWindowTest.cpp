@@ -4,10 +4,12 @@
 #include "pages/EditorPages.h"
 
 #include <QCheckBox>
+#include <QDialog>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QTabWidget>
+#include <QTimer>
 
 using namespace vek;
 using namespace vek::test;
@@ -99,6 +101,33 @@ TEST_F(OnlineWindow, GoingOnlineAndOff) {
     EXPECT_EQ(port.Sent.size(), 1U) << "nothing is sent while offline";
     Click(u"OnlineSearch"_s);
     EXPECT_TRUE(Find(u"OnlinePort_0"_s)->isEnabled()) << "a port can be chosen again";
+}
+
+TEST_F(OnlineWindow, ASearchAndADownloadTakeTurns) {
+    ScriptedPort others; // of the programming window
+    services.MakeSerialControl = [&] { return std::make_unique<BorrowedPort>(others); };
+    services.MakeTimer = [&] { return std::make_unique<BorrowedTimer>(others); };
+    ShowTab(OnlineTab);
+    Activate();
+    auto* search = Find<QAbstractButton>(u"OnlineSearch"_s);
+    search->setFocus();
+    search->click();
+    QTimer::singleShot(0, window.get(), [&] {
+        auto* form = window->findChild<QDialog*>(u"VekComms"_s);
+        ASSERT_NE(form, nullptr);
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(form->findChild<QLabel*>(u"Blanking1"_s)->text().startsWith(u"Waiting for the search"_s));
+        Settle();
+        EXPECT_EQ(window->focusWidget(), Find(u"OnlinePort_0"_s));
+        EXPECT_EQ(others.Story("open"), "0 open 1") << "after the other search";
+        search->click();
+        EXPECT_TRUE(Find<QLabel>(u"Blanking1_0"_s)->text().startsWith(u"Waiting for the programming"_s));
+        form->close();
+        Settle();
+    });
+    Trigger(u"DOWNLOAD"_s);
+    EXPECT_FALSE(others.PortOpen());
+    EXPECT_TRUE(Find(u"OnlinePort_0"_s)->isEnabled());
 }
 
 TEST_F(OnlineWindow, EditsAreHeard) {

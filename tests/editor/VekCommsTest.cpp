@@ -1,6 +1,7 @@
 // The programming window against a scripted device.
 #include "editor/EditorFixture.h"
 
+#include "editor/PortTurns.h"
 #include "editor/VekComms.h"
 
 #include <QLabel>
@@ -52,7 +53,7 @@ class Programming : public EditorTest {
     }
     /// Shows the window and runs its search, which is over when this returns.
     std::unique_ptr<VekComms> Searched() {
-        auto form = std::make_unique<VekComms>(services, types, image);
+        auto form = std::make_unique<VekComms>(services, turns, types, image);
         form->show();
         Settle();
         return form;
@@ -65,6 +66,7 @@ class Programming : public EditorTest {
         return form.findChild<QWidget*>(QString::fromLatin1(control))->isEnabled();
     }
 
+    PortTurns turns;
     DeviceTypeList types;
     DownloadImage image;
     ObligingDevice device{port};
@@ -117,9 +119,55 @@ TEST_F(Programming, FindsChoosesAndPrograms) {
     EXPECT_EQ(form->findChild<QLabel*>(u"Label2"_s)->text(), u"100%"_s);
 }
 
+TEST_F(Programming, KeysPressedTwiceBreakNothingOff) {
+    VekComms form(services, turns, types, image);
+    form.show();
+    QApplication::setActiveWindow(&form);
+    const auto press = [&](Qt::Key key) {
+        QTest::keyClick(QApplication::focusWidget(), key);
+        QTest::keyClick(QApplication::focusWidget(), key);
+        EXPECT_TRUE(form.isVisible());
+    };
+    QCoreApplication::processEvents();
+    press(Qt::Key_Space); // while it searches
+    Settle();
+    auto* option = form.findChild<QRadioButton*>(u"Option1_0"_s);
+    EXPECT_TRUE(option->hasFocus() && !option->isChecked());
+    press(Qt::Key_Space);
+    EXPECT_TRUE(option->isChecked());
+    device.OnBlock = [&](std::size_t block) {
+        if (block == 5)
+            port.At(0, [&] {
+                press(Qt::Key_Space);
+                press(Qt::Key_Return);
+            });
+    };
+    form.findChild<QWidget*>(u"ProgramVek"_s)->setFocus();
+    boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::No, Answer::No);
+    press(Qt::Key_Return);
+    Settle();
+    EXPECT_EQ(device.Image.size(), 273U * 8);
+}
+
+TEST_F(Programming, WaitsForItsTurnAndSaysWhy) {
+    auto other = std::make_unique<PortTurns::Turn>(turns);
+    ASSERT_TRUE(other->await_ready());
+    const auto form = Searched();
+    EXPECT_EQ(port.Story("open"), "");
+    EXPECT_EQ(form->findChild<QLabel*>(u"Blanking1"_s)->text(),
+              u"Waiting for the search on the Online page, which uses the same ports"_s);
+    other.reset();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(form->findChild<QLabel*>(u"Blanking1"_s)->text(), u"Please Wait Searching for Veks"_s);
+    EXPECT_FALSE(turns.Free());
+    Settle();
+    EXPECT_TRUE(form->findChild<QRadioButton*>(u"Option1_0"_s)->isEnabled());
+    EXPECT_TRUE(turns.Free());
+}
+
 TEST_F(Programming, ClosingEndsTheSearchAtOnce) {
     port.OnOutput = {};
-    VekComms form(services, types, image);
+    VekComms form(services, turns, types, image);
     form.show();
     port.At(50, [&] {
         EXPECT_FALSE(Enabled(form, "Command1"));

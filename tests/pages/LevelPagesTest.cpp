@@ -68,6 +68,12 @@ TEST(TrimPage, EachFaderHasItsNumberAndTheRangeOfTrimsAndTellsItsEdits) {
         ASSERT_EQ(clicks.count(), i + 1);
         EXPECT_EQ(clicks.back().front().value<std::size_t>(), i);
     }
+    page.Trims[0]->findChild<QWidget*>(u"Text2"_s)->setFocus();
+    for (LevelTrim* trim : page.Trims)
+        for (const char* part : {"Text2", "Command1"}) {
+            EXPECT_EQ(QApplication::focusWidget(), &Child<QWidget>(*trim, part));
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
 }
 
 struct SelectorsTest : testing::Test {
