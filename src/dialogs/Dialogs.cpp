@@ -174,6 +174,10 @@ class BoxesOnScreen final : public Dialogs {
 
     bool ChoosePrinter(QWidget* parent, QPrinter& printer) override {
         QPrintDialog dialog(&printer, parent);
+        // The report is printed whole, in the order of its pages.
+        dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
+        dialog.setOption(QAbstractPrintDialog::PrintSelection, false);
+        dialog.setOption(QAbstractPrintDialog::PrintCurrentPage, false);
         dialog.setObjectName("PrintDialog"_L1);
         return dialog.exec() == QDialog::Accepted;
     }

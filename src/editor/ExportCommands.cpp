@@ -16,6 +16,8 @@
 #include "reports/ExportNames.h"
 #include "reports/TextReport.h"
 
+#include <QDate>
+#include <QLocale>
 #include <QPrinter>
 
 namespace vek {
@@ -50,9 +52,11 @@ void ExportCommands::PrintCommand() {
         return;
     const QString name = CurrentFileName.empty() ? tr("New configuration")
                                                  : QString::fromStdString(FileNameOf(CurrentFileName));
+    const QString today = QLocale().toString(QDate::currentDate(), QLocale::ShortFormat);
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(name);
-    if (dialogs_.ChoosePrinter(&window_, printer) && !PrintReport(printer, LinesFromBytes(report), name))
+    if (dialogs_.ChoosePrinter(&window_, printer) &&
+        !PrintReport(printer, LinesFromBytes(report), {name, today}))
         Q_EMIT Failed(tr("Nothing was printed: the printer could not be started"));
 }
 
