@@ -1,11 +1,12 @@
 #include "base/DurableFile.h"
 
 #include "base/CheckedFile.h"
+#include "base/DeferredSignals.h"
+#include "base/TemporaryFile.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
-#include <utility>
 
 namespace vek {
 
@@ -33,35 +34,7 @@ std::string FolderOf(const std::string& path) {
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-/// The new content under its temporary name; removed again unless it took its final place.
-class TemporaryFile {
-  public:
-    TemporaryFile(const FileOperations& operations, const std::string& folder, const CheckedFile& checked)
-        : operations_(operations), name_(folder + "/.vorn-matrix-XXXXXX") {
-        file = Descriptor(operations_.OpenTemporary(name_.data(), O_CLOEXEC));
-        if (!file.Open())
-            checked.FailWithErrno();
-    }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-    ~TemporaryFile() {
-        if (!name_.empty())
-            operations_.Remove(name_.c_str());
-    }
-
-    void Rename(const std::string& target, const CheckedFile& checked) {
-        // Closing can report the failure of an earlier write.
-        if (operations_.Close(file.Release()) != 0 || operations_.Rename(name_.c_str(), target.c_str()) != 0)
-            checked.FailWithErrno();
-        name_.clear();
-    }
-
-    Descriptor file;
-
-  private:
-    const FileOperations& operations_;
-    std::string name_;
-};
+constexpr auto sameOwner = static_cast<uid_t>(-1);
 
 mode_t NewFileMode() {
     const mode_t mask = ::umask(0);
@@ -89,10 +62,13 @@ OldFile OpenOldFile(const std::string& target, const FileOperations& operations,
 
 void TakeOverModeAndOwner(const Descriptor& file, const OldFile& old, const FileOperations& operations,
                           const CheckedFile& checked) {
-    // May be refused for another user's file in a shared folder: the content matters more than the owner.
-    if (old.File.Open())
-        operations.ChangeOwner(file.Get(), old.Status.st_uid, old.Status.st_gid);
-    if (operations.ChangeMode(file.Get(), old.File.Open() ? old.Status.st_mode & 07777 : NewFileMode()) != 0)
+    mode_t mode = old.File.Open() ? old.Status.st_mode & 07777 : NewFileMode();
+    // The owner of another user's file in a shared folder cannot be kept. Its group usually can; where it
+    // cannot, the rights were meant for another group than the one that would have them now.
+    if (old.File.Open() && operations.ChangeOwner(file.Get(), old.Status.st_uid, old.Status.st_gid) != 0 &&
+        operations.ChangeOwner(file.Get(), sameOwner, old.Status.st_gid) != 0)
+        mode &= ~static_cast<mode_t>(S_IRWXG);
+    if (operations.ChangeMode(file.Get(), mode) != 0)
         checked.FailWithErrno();
 }
 
@@ -114,6 +90,7 @@ void WriteFileDurably(const std::string& path, std::span<const std::byte> bytes,
     const bool tailStays = old.File.Open() && tail == ExistingTail::Keep;
 
     const std::string folder = FolderOf(target);
+    const DeferredSignals deferred;
     TemporaryFile temporary(operations, folder, checked);
     checked.WriteAll(temporary.file, bytes);
     if (tailStays)

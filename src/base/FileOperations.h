@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <functional>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -25,6 +26,7 @@ struct FileOperations {
     std::function<off_t(int file, off_t offset, int from)> Seek = ::lseek;
     std::function<int(int file, uid_t owner, gid_t group)> ChangeOwner = ::fchown;
     std::function<int(int file, mode_t mode)> ChangeMode = ::fchmod;
+    std::function<int(int file, int operation)> Lock = ::flock;
     std::function<int(int file)> Sync = ::fsync;
     std::function<int(int file)> Close = ::close;
     std::function<int(const char* from, const char* to)> Rename = ::rename;

@@ -21,7 +21,8 @@ namespace {
 constexpr const char* machineFolder = "/etc/xdg/vorn-matrix-editor";
 constexpr const char* userFolder = "vorn-matrix-editor";
 constexpr const char* fileName = "registry.json";
-constexpr std::size_t largestFile = std::size_t{16} * 1024 * 1024;
+constexpr std::size_t largestFile = std::size_t{1024} * 1024;
+constexpr int deepestKey = 32;
 
 /// The first step of a key's path; removed from it.
 std::string TakeStep(std::string_view& key) {
@@ -53,11 +54,20 @@ bool SetAside(const std::string& path) {
     return false;
 }
 
-/// The JSON object in a file; another kind of value when the file holds none. Throws FileError.
+/// The JSON object in a file; another kind of value when the file holds none, is too large or too deep.
+/// Throws FileError.
 json ReadJson(const std::string& path) {
-    const auto bytes = ReadRegularFile(path, largestFile);
+    const auto bytes = ReadRegularFile(path, largestFile + 1);
+    if (bytes.size() > largestFile)
+        return {};
     const auto* text = reinterpret_cast<const char*>(bytes.data());
-    return json::parse(text, text + bytes.size(), nullptr, false);
+    bool tooDeep = false;
+    const auto bounded = [&tooDeep](int depth, json::parse_event_t, const json&) {
+        tooDeep = tooDeep || depth > deepestKey;
+        return !tooDeep; // what is refused is not kept
+    };
+    json content = json::parse(text, text + bytes.size(), bounded, false);
+    return tooDeep ? json() : content;
 }
 
 } // namespace
@@ -143,8 +153,10 @@ void JsonRegistryStore::Set(std::string_view key, std::string_view name, Registr
     json* place = &root_;
     while (!key.empty())
         place = &(*place)[TakeStep(key)];
-    std::visit([&](const auto& content) { (*place)[std::string(name)] = content; }, value);
-    changed_ = true;
+    json& stored = (*place)[std::string(name)];
+    json content = std::visit([](const auto& held) { return json(held); }, value);
+    changed_ = changed_ || stored != content;
+    stored = std::move(content);
 }
 
 void JsonRegistryStore::Flush() {
@@ -153,6 +165,8 @@ void JsonRegistryStore::Flush() {
     // Texts that came from elsewhere may not be UTF-8; the file always is.
     const std::string text = root_.dump(4, ' ', false, json::error_handler_t::replace) + '\n';
     try {
+        if (text.size() > largestFile)
+            throw FileError(path_ + ": too large to be read again");
         std::error_code error;
         fs::create_directories(fs::path(path_).parent_path(), error);
         WriteFileDurably(path_, AsBytes(text), ExistingTail::Drop);

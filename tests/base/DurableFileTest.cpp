@@ -1,9 +1,12 @@
 #include "base/DurableFile.h"
 
 #include "base/Bytes.h"
+#include "base/Descriptor.h"
 #include "base/Errors.h"
+#include "base/FileOperations.h"
 #include "support/TestData.h"
 
+#include <csignal>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
@@ -69,4 +72,65 @@ TEST_F(DurableFile, ReadsNoMoreThanAsked) {
     WriteText(folder.Path("a"), "0123456789");
     for (const std::size_t limit : {4, 10, 40})
         EXPECT_EQ(ReadRegularFile(folder.Path("a"), limit).size(), std::min<std::size_t>(limit, 10));
+}
+
+TEST_F(DurableFile, KeepsTheGroupOrTakesItsRights) {
+    const std::string path = folder.Path("a");
+    FileOperations files;
+    files.Status = [](int file, struct stat* status) {
+        const int result = ::fstat(file, status);
+        return status->st_uid = 4001, status->st_gid = 5000, result;
+    };
+    std::string asked;
+    int refused = 0;
+    files.ChangeOwner = [&](int, uid_t user, gid_t group) {
+        asked += std::to_string(static_cast<int>(user)) + ':' + std::to_string(group) + ' ';
+        return --refused >= 0 ? (errno = EPERM, -1) : 0;
+    };
+    const struct {
+        int refused;
+        const char* asked;
+        unsigned mode;
+    } cases[] = {{0, "4001:5000 ", 0664}, {1, "4001:5000 -1:5000 ", 0664}, {2, "4001:5000 -1:5000 ", 0604}};
+    for (const auto& c : cases) {
+        WriteText(path, "old");
+        ::chmod(path.c_str(), 0664);
+        refused = c.refused;
+        asked.clear();
+        WriteFileDurably(path, {}, ExistingTail::Keep, files);
+        EXPECT_EQ(asked, c.asked);
+        EXPECT_EQ(static_cast<unsigned>(std::filesystem::status(path).permissions()), c.mode);
+    }
+}
+
+TEST_F(DurableFile, RemovesWhatAKilledSaveLeftBehind) {
+    const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::minutes(2);
+    const auto leave = [&](const char* name, bool aged) {
+        WriteText(folder.Path(name), "left");
+        if (aged)
+            std::filesystem::last_write_time(folder.Path(name), old);
+    };
+    leave(".vorn-matrix-abcdef", true);
+    leave(".vorn-matrix-ghijkl", false);
+    leave(".vorn-matrix-mnopqr", true);
+    leave(".vorn-matrix-notours", true);
+    leave("vorn-matrix-abcdef", true);
+    const Descriptor inUse(::open(folder.Path(".vorn-matrix-mnopqr").c_str(), O_RDONLY));
+    ASSERT_EQ(::flock(inUse.Get(), LOCK_EX), 0);
+    Write(folder.Path("a"), "new");
+    EXPECT_FALSE(std::filesystem::exists(folder.Path(".vorn-matrix-abcdef")));
+    EXPECT_EQ(folder.EntryCount(), 5U) << "a young one, one in use and what has another name stay";
+}
+
+TEST_F(DurableFile, SignalsWaitUntilItIsThere) {
+    const std::string path = folder.Path("a");
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        WriteText(path, "old");
+        FileOperations files;
+        files.Sync = [signal](int file) { return std::raise(signal), ::fsync(file); };
+        EXPECT_EXIT(WriteFileDurably(path, AsBytes(std::string("new")), ExistingTail::Drop, files),
+                    testing::KilledBySignal(signal), "");
+        EXPECT_EQ(ReadText(path), "new");
+        EXPECT_EQ(folder.EntryCount(), 1U);
+    }
 }

@@ -75,6 +75,7 @@ TEST_F(FileFaults, EveryCallThatFailsLeavesTheOldFileOrTheNewOne) {
         {"seek to tail, to start, to tail", Fail<&FileOperations::Seek>, EIO, {"xxx", "x"}},
         {"read tail; read back content, tail", Fail<&FileOperations::Read>, EIO, {"xxxxxxxx", "x"}},
         {"owner", Fail<&FileOperations::ChangeOwner>, EPERM, {"-", ""}},
+        {"lock", Fail<&FileOperations::Lock>, ENOLCK, {"-", "-"}},
         {"mode", Fail<&FileOperations::ChangeMode>, EPERM, {"x", "x"}},
         {"sync file, sync folder", Fail<&FileOperations::Sync>, EIO, {"x-", "x-"}},
         {"close", Fail<&FileOperations::Close>, EDQUOT, {"x", "x"}},

@@ -53,14 +53,27 @@ TEST_F(JsonStoreTest, ReadsWhatAPersonWrote) {
     EXPECT_EQ(store.SubkeyNames("A"), (Names{"Sub"}));
     EXPECT_FALSE(store.KeyExists("B"));
     EXPECT_FALSE(store.KeyExists("B\\C"));
+    const std::string before = test::ReadText(path);
+    store.Set("A", "Number", 17U);
     store.Flush();
-    EXPECT_NE(test::ReadText(path).find("1.5"), std::string::npos) << "left alone without a change";
+    EXPECT_EQ(test::ReadText(path), before) << "left alone without a change";
+    store.Set("A", "Large", std::string(2'000'000, 'x'));
+    store.Flush();
+    EXPECT_EQ(test::ReadText(path), before) << "what could not be read again is not written";
 }
 
 TEST_F(JsonStoreTest, SetsBrokenFilesAside) {
     path = folder.Path("own.json");
-    const std::pair<const char*, const char*> broken[] = {
-        {"{\"A\": ", "own.json.broken-1"}, {"", "own.json.broken-2"}, {"[1, 2]", "own.json.broken-3"}};
+    std::string deep;
+    for (int level = 0; level < 20'000; ++level)
+        deep += "{\"A\":";
+    deep += "{}" + std::string(20'000, '}');
+    const std::string large = "{\"A\": \"" + std::string(2'000'000, 'x') + "\"}";
+    const std::pair<std::string, const char*> broken[] = {{"{\"A\": ", "own.json.broken-1"},
+                                                          {"", "own.json.broken-2"},
+                                                          {"[1, 2]", "own.json.broken-3"},
+                                                          {deep, "own.json.broken-4"},
+                                                          {large, "own.json.broken-5"}};
     for (const auto& [content, aside] : broken) {
         test::WriteText(path, content);
         JsonRegistryStore store(path);
