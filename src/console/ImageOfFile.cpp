@@ -1,15 +1,15 @@
 #include "console/ImageOfFile.h"
 
 #include "base/Errors.h"
-#include "model/ConfigFile.h"
+#include "console/Input.h"
 
 namespace vek {
 
 DownloadImage ImageOfFile(const std::string& path) {
     try {
-        return EncodeImage(LoadConfig(path)).Image;
+        return EncodeImage(LoadConfigInput(path)).Image;
     } catch (const RunTimeError& error) {
-        throw FileError(path + ": no image can be built: " + error.what());
+        throw FileError(InputName(path) + ": no image can be built: " + error.what());
     }
 }
 

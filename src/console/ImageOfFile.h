@@ -1,4 +1,4 @@
-// The download image of a configuration file.
+// The download image of a configuration that is read.
 #pragma once
 
 #include "link/DownloadImage.h"

@@ -9,6 +9,8 @@ namespace vek {
 
 namespace {
 
+constexpr const char* tailWords = "Data after the record";
+
 struct ListedField {
     std::string Where; ///< "Mode 2, Output 3: ", empty for a field of the whole configuration
     std::string Words;
@@ -93,6 +95,10 @@ std::string Change(const std::string& what, const std::string& before, const std
     return what + ' ' + before + " -> " + after;
 }
 
+std::string NotesLine(std::size_t index) { return "Notes, line " + std::to_string(index + 1) + ":"; }
+
+std::string TailText(const std::vector<std::byte>& tail) { return std::to_string(tail.size()) + " bytes"; }
+
 std::vector<std::string> NoteLines(const MatrixConfig& config) {
     constexpr std::string_view lineEnd = "\r\n";
     std::string_view rest = WithoutPadding(config.Notes.Padded());
@@ -122,8 +128,7 @@ void AppendNoteDifferences(std::vector<std::string>& differences, const MatrixCo
     for (std::size_t i = start; i < std::max(old.size(), now.size()) - same; ++i) {
         const bool inOld = i < old.size() - same;
         const bool inNow = i < now.size() - same;
-        differences.push_back(Change("Notes, line " + std::to_string(i + 1) + ":", inOld ? old[i] : "none",
-                                     inNow ? now[i] : "none"));
+        differences.push_back(Change(NotesLine(i), inOld ? old[i] : "none", inNow ? now[i] : "none"));
     }
 }
 
@@ -131,10 +136,9 @@ void AppendTailDifference(std::vector<std::string>& differences, const std::vect
                           const std::vector<std::byte>& after) {
     if (before == after)
         return;
-    const std::string old = std::to_string(before.size()) + " bytes";
     const std::string now =
-        std::to_string(after.size()) + (before.size() == after.size() ? " other bytes" : " bytes");
-    differences.push_back(Change("Data after the record", old, now));
+        before.size() == after.size() ? std::to_string(after.size()) + " other bytes" : TailText(after);
+    differences.push_back(Change(tailWords, TailText(before), now));
 }
 
 } // namespace
@@ -150,6 +154,18 @@ std::vector<std::string> Differences(const StoredConfig& before, const StoredCon
     AppendNoteDifferences(differences, before.Config, after.Config);
     AppendTailDifference(differences, before.Tail, after.Tail);
     return differences;
+}
+
+std::vector<std::string> AllSettings(const StoredConfig& stored) {
+    std::vector<std::string> settings;
+    for (const ListedField& field : ListFields(stored.Config))
+        settings.push_back(field.Where + field.Words + ' ' + field.Text);
+    const auto notes = NoteLines(stored.Config);
+    for (std::size_t i = 0; i < notes.size(); ++i)
+        settings.push_back(NotesLine(i) + ' ' + notes[i]);
+    if (!stored.Tail.empty())
+        settings.push_back(std::string(tailWords) + ' ' + TailText(stored.Tail));
+    return settings;
 }
 
 } // namespace vek

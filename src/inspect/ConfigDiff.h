@@ -12,4 +12,8 @@ namespace vek {
 /// counted from 1. Empty exactly when the two files are the same byte for byte.
 std::vector<std::string> Differences(const StoredConfig& before, const StoredConfig& after);
 
+/// A UTF-8 line for each setting, "Mode 2, Output 3: Maximum level +6dB", for a file that there is on one
+/// side only.
+std::vector<std::string> AllSettings(const StoredConfig& stored);
+
 } // namespace vek

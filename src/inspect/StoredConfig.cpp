@@ -1,6 +1,5 @@
 #include "inspect/StoredConfig.h"
 
-#include "base/DurableFile.h"
 #include "base/Errors.h"
 #include "model/RecordLayout.h"
 
@@ -8,23 +7,11 @@
 
 namespace vek {
 
-namespace {
-
-constexpr std::size_t largestFile = std::size_t{64} * 1024 * 1024;
-
-} // namespace
-
-StoredConfig LoadStoredConfig(const std::string& path) {
-    const auto bytes = ReadRegularFile(path, largestFile + 1);
-    if (bytes.size() > largestFile)
-        throw FileError(path + ": longer than 64 MiB");
-    try {
-        StoredConfig stored = {DecodeRecord(bytes), {}};
-        stored.Tail.assign(bytes.begin() + recordSize, bytes.end());
-        return stored;
-    } catch (const FileError& error) {
-        throw FileError(path + ": " + error.what());
-    }
+StoredConfig DecodeStoredConfig(std::span<const std::byte> bytes) {
+    if (bytes.size() > largestStoredFile)
+        throw FileError("longer than 64 MiB");
+    const auto tail = bytes.size() > recordSize ? bytes.subspan(recordSize) : std::span<const std::byte>();
+    return {DecodeRecord(bytes), {tail.begin(), tail.end()}};
 }
 
 std::vector<std::byte> EncodeStoredConfig(const StoredConfig& stored) {

@@ -4,7 +4,7 @@
 #include "model/Config.h"
 
 #include <cstddef>
-#include <string>
+#include <span>
 #include <vector>
 
 namespace vek {
@@ -15,8 +15,12 @@ struct StoredConfig {
     std::vector<std::byte> Tail;
 };
 
-/// Throws FileError as LoadConfig does, and for a file of more than 64 MiB.
-StoredConfig LoadStoredConfig(const std::string& path);
+/// Longer files are refused.
+inline constexpr std::size_t largestStoredFile = std::size_t{64} * 1024 * 1024;
+
+/// All that the bytes of a file hold. Throws FileError as DecodeRecord does, and for more than
+/// largestStoredFile.
+StoredConfig DecodeStoredConfig(std::span<const std::byte> bytes);
 
 /// The bytes of the file.
 std::vector<std::byte> EncodeStoredConfig(const StoredConfig& stored);

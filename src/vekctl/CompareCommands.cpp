@@ -3,16 +3,19 @@
 
 #include "base/Bytes.h"
 #include "base/Errors.h"
+#include "console/Input.h"
 #include "inspect/ConfigCheck.h"
 #include "inspect/ConfigDiff.h"
-#include "model/ConfigFile.h"
 #include "vekctl/EachFile.h"
 #include "vekctl/Output.h"
+#include "vekctl/StoredInput.h"
 
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
 #include <memory>
+#include <optional>
+#include <sys/stat.h>
 
 namespace vek {
 
@@ -29,10 +32,35 @@ struct DiffOptions {
 
 void Print(const std::string& text) { WriteOutput(std::string(standardStream), AsBytes(text)); }
 
+bool IsNullDevice(const std::string& path) {
+    struct stat status = {};
+    struct stat nullDevice = {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISCHR(status.st_mode) &&
+           ::stat("/dev/null", &nullDevice) == 0 && status.st_rdev == nullDevice.st_rdev;
+}
+
+/// Version control gives the null device for the side on which there is no file.
+std::optional<StoredConfig> LoadSide(const std::string& path) {
+    return IsNullDevice(path) ? std::nullopt : std::optional(LoadStoredInput(path));
+}
+
+std::vector<std::string> LinesBetween(const std::optional<StoredConfig>& before,
+                                      const std::optional<StoredConfig>& after) {
+    if (before && after)
+        return Differences(*before, *after);
+    std::vector<std::string> lines;
+    for (const auto& [side, word] : {std::pair(&before, "gone: "), std::pair(&after, "added: ")}) {
+        if (!*side)
+            continue;
+        for (const std::string& setting : AllSettings(**side))
+            lines.push_back(word + setting);
+    }
+    return lines;
+}
+
 bool PrintDifferences(const DiffOptions& options) {
     std::string text;
-    for (const std::string& line :
-         Differences(LoadStoredConfig(options.Before), LoadStoredConfig(options.After)))
+    for (const std::string& line : LinesBetween(LoadSide(options.Before), LoadSide(options.After)))
         text += line + '\n';
     Print(text);
     return !text.empty();
@@ -51,7 +79,7 @@ void RunDiff(const DiffOptions& options) {
 }
 
 std::string FindingLine(const std::string& file, const Finding& finding) {
-    std::string line = file + ": ";
+    std::string line = InputName(file) + ": ";
     line += SeverityName(finding.Level);
     line += ": " + finding.Text + '\n';
     return line;
@@ -59,11 +87,11 @@ std::string FindingLine(const std::string& file, const Finding& finding) {
 
 std::vector<Finding> CheckFile(const std::string& file) {
     try {
-        return CheckConfig(LoadConfig(file));
+        return CheckConfig(LoadConfigInput(file));
     } catch (const FileError& error) {
         // The file's name stands in front of the finding already.
         const std::string message = error.what();
-        const std::string prefix = file + ": ";
+        const std::string prefix = InputName(file) + ": ";
         return {{Severity::Error, message.starts_with(prefix) ? message.substr(prefix.size()) : message}};
     }
 }
@@ -88,7 +116,8 @@ void AddDiffCommand(CLI::App& app) {
     auto options = std::make_shared<DiffOptions>();
     CLI::App* command =
         app.add_subcommand("diff", "Tell what differs between two configurations, a line each");
-    command->add_option("A", options->Before, "The one before")->required();
+    command->add_option("A", options->Before, "The one before; - is standard input, /dev/null no file")
+        ->required();
     command->add_option("B", options->After, "The one after")->required();
     command->footer(
         "Exit status: 0 when the files are equal, 1 when they differ, 2 when they cannot be compared.");

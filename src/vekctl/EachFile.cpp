@@ -1,6 +1,7 @@
 #include "vekctl/EachFile.h"
 
 #include "base/Errors.h"
+#include "console/Input.h"
 #include "vekctl/Output.h"
 
 #include <CLI/CLI.hpp>
@@ -10,7 +11,7 @@
 namespace vek {
 
 void AddFilesOption(CLI::App& command, std::vector<std::string>& files) {
-    command.add_option("FILE", files, "Configuration files (*.VMC)")->required();
+    command.add_option("FILE", files, "Configuration files (*.VMC), - for standard input")->required();
 }
 
 void RequireOneFileFor(const std::string& output, const std::vector<std::string>& files) {
@@ -29,7 +30,7 @@ void ForEachFile(const std::vector<std::string>& files, const std::function<void
             std::fprintf(stderr, "vekctl: %s\n", error.what());
             failed = true;
         } catch (const RunTimeError& error) {
-            std::fprintf(stderr, "vekctl: %s: %s\n", file.c_str(), error.what());
+            std::fprintf(stderr, "vekctl: %s: %s\n", InputName(file).c_str(), error.what());
             failed = true;
         }
     }

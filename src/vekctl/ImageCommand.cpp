@@ -18,10 +18,8 @@ void AddImageCommand(CLI::App& app) {
     auto options = std::make_shared<Options>();
     CLI::App* command =
         app.add_subcommand("image", "Write the image that a download of a configuration sends");
-    command->add_option("FILE.VMC", options->File, "The configuration")->required();
-    command->add_option("-o,--output", options->Output, "The file to write, - for standard output")
-        ->required()
-        ->type_name("OUT");
+    command->add_option("FILE.VMC", options->File, "The configuration, - for standard input")->required();
+    command->add_option("-o", options->Output, "The file to write, - for standard output")->required();
     command->callback([options] {
         const DownloadImage image = ImageOfFile(options->File);
         WriteOutput(options->Output, std::as_bytes(std::span(image.Buffer).first(imageLength)));

@@ -3,16 +3,13 @@
 
 #include "base/DurableFile.h"
 #include "base/Errors.h"
+#include "console/Input.h"
 
 #include <cstddef>
 #include <span>
 #include <string>
-#include <string_view>
 
 namespace vek {
-
-/// In place of a file name.
-inline constexpr std::string_view standardStream = "-";
 
 /// Standard output is broken: no use in going on with other files.
 class OutputError : public FileError {

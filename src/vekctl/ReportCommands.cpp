@@ -2,8 +2,8 @@
 #include "vekctl/Commands.h"
 
 #include "base/Bytes.h"
+#include "console/Input.h"
 #include "link/DownloadImage.h"
-#include "model/ConfigFile.h"
 #include "reports/AddressList.h"
 #include "reports/DeviceExport.h"
 #include "reports/TextReport.h"
@@ -67,7 +67,7 @@ void RunReport(const DocumentOptions& options) {
     RequireOneFileFor(options.Destination, options.Files);
     const PrintingOptions chosen = ChosenSections(options.Sections);
     ForEachFile(options.Files, [&](const std::string& file) {
-        const MatrixConfig config = LoadConfig(file);
+        const MatrixConfig config = LoadConfigInput(file);
         const auto selection = SelectionOf(config, options.Mode - 1, options.Output - 1);
         WriteOutput(options.Destination, AsBytes(BuildReport(config, chosen, selection)));
     });
@@ -78,14 +78,14 @@ void RunCsv(const DocumentOptions& options) {
     ForEachFile(options.Files, [&](const std::string& file) {
         const AddressListOptions list = {.IncludeUnusedAddresses = options.Unused, .CsvSeparator = true};
         WriteOutput(options.Destination,
-                    AsBytes(BuildAddressList(LoadConfig(file), options.Output - 1, list)));
+                    AsBytes(BuildAddressList(LoadConfigInput(file), options.Output - 1, list)));
     });
 }
 
 void RunVex(const DocumentOptions& options) {
     RequireOneFileFor(options.Destination, options.Files);
     ForEachFile(options.Files, [&](const std::string& file) {
-        const DownloadImage image = EncodeImage(LoadConfig(file)).Image;
+        const DownloadImage image = EncodeImage(LoadConfigInput(file)).Image;
         WriteOutput(options.Destination,
                     BuildDeviceExport(std::as_bytes(std::span(image.Buffer)), image.Length - 1),
                     ExistingTail::Keep);
@@ -130,7 +130,9 @@ void AddVexCommand(CLI::App& app) {
     auto options = std::make_shared<DocumentOptions>();
     CLI::App* command = app.add_subcommand(
         "vex", "Write the device export file; a longer one that exists keeps its bytes beyond it");
-    command->add_option("FILE", options->Files, "Configuration file (*.VMC)")->required()->expected(1);
+    command->add_option("FILE", options->Files, "Configuration file (*.VMC), - for standard input")
+        ->required()
+        ->expected(1);
     AddDestination(*command, *options)->required();
     command->callback([options] { RunVex(*options); });
 }

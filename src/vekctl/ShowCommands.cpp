@@ -2,12 +2,13 @@
 #include "vekctl/Commands.h"
 
 #include "base/Bytes.h"
-#include "base/DurableFile.h"
+#include "console/Input.h"
 #include "inspect/ConfigJson.h"
 #include "inspect/ConfigSummary.h"
 #include "inspect/Json.h"
 #include "vekctl/EachFile.h"
 #include "vekctl/Output.h"
+#include "vekctl/StoredInput.h"
 
 #include <CLI/CLI.hpp>
 
@@ -33,12 +34,12 @@ struct FromJsonOptions {
 
 void RunShow(const ShowOptions& options) {
     ForEachFile(options.Files, [&](const std::string& file) {
-        const StoredConfig stored = LoadStoredConfig(file);
+        const StoredConfig stored = LoadStoredInput(file);
         std::string text;
         if (options.AsJson)
             text = ConfigToJson(stored);
         else if (options.Files.size() > 1)
-            text = "=== " + file + '\n' + SummaryOf(stored) + '\n';
+            text = "=== " + InputName(file) + '\n' + SummaryOf(stored) + '\n';
         else
             text = SummaryOf(stored);
         WriteOutput(std::string(standardStream), AsBytes(text));

@@ -82,6 +82,18 @@ TEST(ConfigDiff, DataAfterTheRecordCounts) {
                 ElementsAre("Data after the record 2 bytes -> 2 other bytes"));
 }
 
+TEST(ConfigDiff, AFileThatIsAloneListsEverySetting) {
+    MatrixConfig config = WithNotes("one\r\ntwo");
+    config.Modes[1].OutputLevels[2].MaximumLevel = 3.0F;
+    const auto lines = AllSettings({config, std::vector<std::byte>(2)});
+    EXPECT_EQ(lines.front(), "VekNet base address 512");
+    EXPECT_THAT(lines, testing::IsSupersetOf({"Mode 2, Output 3: Maximum level +3dB",
+                                              "Output 1: Input select address (Out) Input 1 off",
+                                              "Notes, line 2: \"two\"", "Data after the record 2 bytes"}));
+    constexpr std::size_t settings = 1 + 8 * 8 * 11 + 16 + 16 + 8 * (8 + 6 + 16);
+    EXPECT_EQ(lines.size(), settings + 3);
+}
+
 TEST(ConfigDiff, NoByteOfTheRecordChangesUnseen) {
     std::mt19937 random(6);
     const MatrixConfig before = test::RandomConfig(random);

@@ -1,7 +1,6 @@
 #include "inspect/ConfigJson.h"
 
 #include "base/Bytes.h"
-#include "base/Errors.h"
 #include "inspect/Json.h"
 #include "model/Levels.h"
 #include "model/RecordLayout.h"
@@ -19,11 +18,7 @@ using testing::HasSubstr;
 
 namespace {
 
-StoredConfig Stored(const std::string& fileBytes) {
-    const auto bytes = AsBytes(fileBytes);
-    const auto tail = bytes.subspan(recordSize);
-    return {DecodeRecord(bytes), {tail.begin(), tail.end()}};
-}
+StoredConfig Stored(const std::string& fileBytes) { return DecodeStoredConfig(AsBytes(fileBytes)); }
 
 std::string FileBytes(const StoredConfig& stored) {
     const auto bytes = EncodeStoredConfig(stored);
@@ -179,18 +174,4 @@ TEST(ConfigJson, ErrorsNameThePlace) {
         EXPECT_EQ(ErrorOf(document), error);
     for (const char* broken : {"", "{", "{\"notes\": \"\xFF\"}", "nonsense"})
         EXPECT_THAT(ErrorOf(broken), testing::StartsWith("parse error at line 1, column ")) << broken;
-}
-
-TEST(StoredConfig, FilesAreReadWithWhatFollowsTheRecord) {
-    const TemporaryFolder folder;
-    const std::string path = folder.Path("a.VMC");
-    const std::string bytes = ReadText(DataPath("03.VMC")) + "tail";
-    WriteText(path, bytes);
-    EXPECT_EQ(FileBytes(LoadStoredConfig(path)), bytes);
-    constexpr std::size_t largest = std::size_t{64} << 20;
-    std::filesystem::resize_file(path, largest);
-    EXPECT_EQ(LoadStoredConfig(path).Tail.size(), largest - recordSize);
-    std::filesystem::resize_file(path, largest + 1);
-    EXPECT_THAT([&] { LoadStoredConfig(path); },
-                testing::ThrowsMessage<FileError>(path + ": longer than 64 MiB"));
 }

@@ -15,10 +15,12 @@ struct RunResult {
     std::string Err;
 };
 
-/// The arguments go through the shell; `folder` is the current folder and gets the files of the outputs.
-inline RunResult RunVekctl(const TemporaryFolder& folder, const std::string& arguments) {
+/// The arguments go through the shell, after `before`; `folder` is the current folder and gets
+/// the files of the outputs.
+inline RunResult RunVekctl(const TemporaryFolder& folder, const std::string& arguments,
+                           const std::string& before = {}) {
     const std::string command =
-        "cd '" + folder.Path() + "' && { " VEKCTL " " + arguments + "; } >.out 2>.err";
+        "cd '" + folder.Path() + "' && { " + before + VEKCTL " " + arguments + "; } >.out 2>.err";
     const int status = std::system(command.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadText(folder.Path(".out")),
             ReadText(folder.Path(".err"))};

@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace vek::test;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -20,7 +22,9 @@ class FileCommands : public testing::Test {
             std::filesystem::copy_file(DataPath(number + ".VMC"), folder.Path(number + ".VMC"));
         WriteText(folder.Path("short.VMC"), "short");
     }
-    RunResult Run(const std::string& arguments) const { return RunVekctl(folder, arguments); }
+    RunResult Run(const std::string& arguments, const std::string& before = {}) const {
+        return RunVekctl(folder, arguments, before);
+    }
 
     TemporaryFolder folder;
 };
@@ -84,8 +88,38 @@ TEST_F(FileCommands, DiffAndCheckTellByTheirStatus) {
     EXPECT_THAT(broken.Err, IsEmpty());
 }
 
+TEST_F(FileCommands, PipesAndStandardInputAreReadLikeFiles) {
+    WriteText(folder.Path("a.VMC"), ReadText(folder.Path("03.VMC")) + "tail");
+    for (const char* command : {"show", "show --json", "report", "csv", "vex -o -", "image -o -"}) {
+        const std::string fromFile = Run(command + std::string(" a.VMC")).Out;
+        EXPECT_EQ(Run(command + std::string(" - < a.VMC")).Out, fromFile) << command;
+        EXPECT_EQ(Run(command + std::string(" fifo & cat a.VMC > fifo; wait; rm fifo"), "mkfifo fifo; ").Out,
+                  fromFile)
+            << command;
+    }
+    EXPECT_THAT(Run("check - < 03.VMC").Out,
+                HasSubstr("standard input: error: Mode 2: Volume remote panel 7 "));
+    EXPECT_EQ(Run("diff /dev/stdin 02.VMC", "cat 02.VMC | ").Status, 0);
+    EXPECT_EQ(Run("diff 02.VMC - < 03.VMC").Out, Run("diff 02.VMC 03.VMC").Out);
+}
+
+TEST_F(FileCommands, AFileOnOneSideOnlyIsListed) {
+    const auto added = Run("diff /dev/null 02.VMC");
+    EXPECT_EQ(added.Status, 1);
+    EXPECT_THAT(added.Out,
+                StartsWith("added: VekNet base address 512\nadded: Mode 1, Output 1: Input sequence "));
+    const auto gone = Run("diff 02.VMC /dev/null");
+    EXPECT_EQ(gone.Status, 1);
+    EXPECT_THAT(gone.Out, StartsWith("gone: VekNet base address 512\n"));
+    EXPECT_EQ(std::count(gone.Out.begin(), gone.Out.end(), '\n'),
+              std::count(added.Out.begin(), added.Out.end(), '\n'));
+    EXPECT_EQ(Run("diff /dev/null /dev/null").Status, 0);
+}
+
 TEST_F(FileCommands, FailuresSayWhyAndEndWithTheirStatus) {
     WriteText(folder.Path("bad.json"), "{\"vekNetBase\": 1e3}");
+    WriteText(folder.Path("long.VMC"), ReadText(folder.Path("02.VMC")));
+    std::filesystem::resize_file(folder.Path("long.VMC"), (std::size_t{64} << 20) + 1);
     const struct {
         const char* Arguments;
         int Status;
@@ -98,6 +132,11 @@ TEST_F(FileCommands, FailuresSayWhyAndEndWithTheirStatus) {
         {"from-json - -o a.VMC < bad.json", 1, "vekctl: standard input: /vekNetBase: must be a whole number"},
         {"report 02.VMC > /dev/full", 1, "vekctl: standard output: No space left on device"},
         {"report 02.VMC --sections input-trims > /dev/full", 1, "vekctl: standard output: "},
+        {"show --json long.VMC", 1, "vekctl: long.VMC: longer than 64 MiB"},
+        {"show - < long.VMC", 1, "vekctl: standard input: longer than 64 MiB"},
+        {"show /dev/null", 1, "vekctl: /dev/null: is not a regular file"},
+        {"show - < short.VMC", 1, "vekctl: standard input: shorter than a configuration: 5 of 6238 bytes"},
+        {"image - -o - <&-", 1, "vekctl: standard input: Bad file descriptor"},
         {"check 03.VMC > /dev/full", 1, "vekctl: standard output: "},
         {"diff 02.VMC 03.VMC > /dev/full", 2, "vekctl: standard output: "},
         {"--help > /dev/full", 1, "vekctl: standard output cannot be written"},
