@@ -3,6 +3,7 @@
 
 #include "base/Bytes.h"
 #include "base/Errors.h"
+#include "console/CommandLine.h"
 #include "console/Input.h"
 #include "inspect/ConfigCheck.h"
 #include "inspect/ConfigDiff.h"
@@ -14,6 +15,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <new>
 #include <optional>
 #include <sys/stat.h>
 
@@ -67,12 +69,17 @@ bool PrintDifferences(const DiffOptions& options) {
 }
 
 void RunDiff(const DiffOptions& options) {
+    const auto fail = [](const char* reason) {
+        std::fprintf(stderr, "vekctl: %s\n", reason);
+        throw CLI::RuntimeError(cannotCompare);
+    };
     bool differ = false;
     try {
         differ = PrintDifferences(options);
     } catch (const FileError& error) {
-        std::fprintf(stderr, "vekctl: %s\n", error.what());
-        throw CLI::RuntimeError(cannotCompare);
+        fail(error.what());
+    } catch (const std::bad_alloc&) {
+        fail(notEnoughMemory);
     }
     if (differ)
         throw CLI::RuntimeError(different);

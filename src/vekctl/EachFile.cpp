@@ -15,7 +15,7 @@ void AddFilesOption(CLI::App& command, std::vector<std::string>& files) {
 }
 
 void RequireOneFileFor(const std::string& output, const std::vector<std::string>& files) {
-    if (output != standardStream && files.size() > 1)
+    if (!IsStandardOutput(output) && files.size() > 1)
         throw CLI::ValidationError("-o", "takes one FILE, not " + std::to_string(files.size()));
 }
 

@@ -21,6 +21,7 @@ void AddImageCommand(CLI::App& app) {
     command->add_option("FILE.VMC", options->File, "The configuration, - for standard input")->required();
     command->add_option("-o", options->Output, "The file to write, - for standard output")->required();
     command->callback([options] {
+        RefuseOwnInput(options->Output, options->File);
         const DownloadImage image = ImageOfFile(options->File);
         WriteOutput(options->Output, std::as_bytes(std::span(image.Buffer).first(imageLength)));
     });

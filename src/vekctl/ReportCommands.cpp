@@ -67,6 +67,7 @@ void RunReport(const DocumentOptions& options) {
     RequireOneFileFor(options.Destination, options.Files);
     const PrintingOptions chosen = ChosenSections(options.Sections);
     ForEachFile(options.Files, [&](const std::string& file) {
+        RefuseOwnInput(options.Destination, file);
         const MatrixConfig config = LoadConfigInput(file);
         const auto selection = SelectionOf(config, options.Mode - 1, options.Output - 1);
         WriteOutput(options.Destination, AsBytes(BuildReport(config, chosen, selection)));
@@ -76,6 +77,7 @@ void RunReport(const DocumentOptions& options) {
 void RunCsv(const DocumentOptions& options) {
     RequireOneFileFor(options.Destination, options.Files);
     ForEachFile(options.Files, [&](const std::string& file) {
+        RefuseOwnInput(options.Destination, file);
         const AddressListOptions list = {.IncludeUnusedAddresses = options.Unused, .CsvSeparator = true};
         WriteOutput(options.Destination,
                     AsBytes(BuildAddressList(LoadConfigInput(file), options.Output - 1, list)));
@@ -85,6 +87,7 @@ void RunCsv(const DocumentOptions& options) {
 void RunVex(const DocumentOptions& options) {
     RequireOneFileFor(options.Destination, options.Files);
     ForEachFile(options.Files, [&](const std::string& file) {
+        RefuseOwnInput(options.Destination, file);
         const DownloadImage image = EncodeImage(LoadConfigInput(file)).Image;
         WriteOutput(options.Destination,
                     BuildDeviceExport(std::as_bytes(std::span(image.Buffer)), image.Length - 1),

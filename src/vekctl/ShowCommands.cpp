@@ -64,6 +64,7 @@ std::string ReadDocument(const std::string& path) {
 }
 
 void RunFromJson(const FromJsonOptions& options) {
+    RefuseOwnInput(options.Destination, options.Input);
     const std::string text = ReadDocument(options.Input);
     StoredConfig stored;
     try {

@@ -1,11 +1,14 @@
 // The commands that read and write files, run as a user runs them.
+#include "console/CommandLine.h"
 #include "reports/GoldenCases.h"
 #include "support/RunVekctl.h"
 
+#include <CLI/CLI.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <new>
 
 using namespace vek::test;
 using testing::HasSubstr;
@@ -116,6 +119,38 @@ TEST_F(FileCommands, AFileOnOneSideOnlyIsListed) {
     EXPECT_EQ(Run("diff /dev/null /dev/null").Status, 0);
 }
 
+TEST_F(FileCommands, NoFileIsDestroyed) {
+    const std::string before = ReadText(folder.Path("03.VMC"));
+    const struct {
+        const char* Arguments;
+        const char* Reason;
+    } cases[] = {
+        {"report 03.VMC -o 03.VMC", "03.VMC: is the file that is read"},
+        {"csv ./03.VMC -o link.VMC", "link.VMC: is the file that is read"},
+        {"vex 03.VMC -o hard.VMC", "hard.VMC: is the file that is read"},
+        {"image - -o 03.VMC < 03.VMC", "03.VMC: is the file that is read"},
+        {"from-json 03.VMC -o link.VMC", "link.VMC: is the file that is read"},
+        {"report 03.VMC >> 03.VMC", "standard output: is the file that is read"},
+        {"new link.VMC", "link.VMC: is there already (--force replaces it)"},
+    };
+    std::filesystem::create_symlink("03.VMC", folder.Path("link.VMC"));
+    std::filesystem::create_hard_link(folder.Path("03.VMC"), folder.Path("hard.VMC"));
+    for (const auto& [arguments, reason] : cases) {
+        const auto result = Run(arguments);
+        EXPECT_EQ(result.Status, 1) << arguments;
+        EXPECT_EQ(result.Err, std::string("vekctl: ") + reason + '\n');
+        EXPECT_EQ(ReadText(folder.Path("03.VMC")), before) << arguments;
+    }
+    EXPECT_EQ(Run("new --force link.VMC").Status, 0);
+    EXPECT_EQ(ReadText(folder.Path("03.VMC")), Run("new -").Out);
+    EXPECT_EQ(Run("new fresh.VMC").Status, 0);
+}
+
+TEST_F(FileCommands, StandardOutputHasADeviceFile) {
+    EXPECT_EQ(Run("report 02.VMC 03.VMC -o /dev/stdout | cat").Out, Run("report 02.VMC 03.VMC").Out);
+    EXPECT_EQ(Run("image 02.VMC -o /dev/stdout | cat").Out, Run("image 02.VMC -o -").Out);
+}
+
 TEST_F(FileCommands, FailuresSayWhyAndEndWithTheirStatus) {
     WriteText(folder.Path("bad.json"), "{\"vekNetBase\": 1e3}");
     WriteText(folder.Path("long.VMC"), ReadText(folder.Path("02.VMC")));
@@ -149,6 +184,7 @@ TEST_F(FileCommands, FailuresSayWhyAndEndWithTheirStatus) {
         {"report 01.VMC --sections notes --all", 2, "--"},
         {"vex 01.VMC", 2, "-o is required"},
         {"diff 01.VMC", 2, "B is required"},
+        {"image 01.VMC --output a", 2, "-o is required"},
         {"from-json bad.json", 2, "-o is required"},
     };
     for (const auto& test : cases) {
@@ -163,11 +199,22 @@ TEST_F(FileCommands, FailuresSayWhyAndEndWithTheirStatus) {
         << "told once, not for every file";
 }
 
-TEST_F(FileCommands, ReaderThatWentAwayIsAFailureNotASignal) {
+TEST_F(FileCommands, ReaderThatWentAwayIsASilentFailure) {
     // The reader is gone before the first byte: the command starts when its end of the FIFO says so.
     const auto result =
         Run("--version > /dev/null; mkfifo gone; sh -c ': < gone' & exec 3> gone; wait; " VEKCTL
             " report 02.VMC >&3");
     EXPECT_EQ(result.Status, 1);
-    EXPECT_EQ(result.Err, "vekctl: standard output: Broken pipe\n");
+    EXPECT_EQ(result.Err, "");
+}
+
+TEST(CommandLine, MemoryThatIsUsedUpIsAFailureInWords) {
+    CLI::App app;
+    app.add_subcommand("large")->callback([] { throw std::bad_alloc(); });
+    std::string program = "vekctl";
+    std::string command = "large";
+    char* arguments[] = {program.data(), command.data(), nullptr};
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(vek::RunCommandLine(app, 2, arguments), 1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "vekctl: there is not enough memory\n");
 }
