@@ -1,6 +1,7 @@
 #include "inspect/ConfigJson.h"
 
 #include "base/Windows1252.h"
+#include "inspect/FieldTexts.h"
 #include "inspect/HexText.h"
 #include "inspect/Json.h"
 #include "inspect/NamedFields.h"
@@ -59,20 +60,24 @@ const Located& ArrayOf(const Located& from, std::size_t size) {
     return from;
 }
 
-std::string TextFrom(const Located& from, std::size_t longest) {
+std::string TextFrom(const Located& from) {
     if (!from.Value.is_string())
         from.Fail("must be a text");
     const auto text = ExactUtf8ToWindows1252(from.Value.get_ref<const std::string&>());
     if (!text)
         from.Fail("holds a character outside Windows-1252");
-    if (text->size() > longest)
-        from.Fail("longer than " + std::to_string(longest) + " characters");
     return *text;
+}
+
+std::string Fitting(const Located& from, const std::string& text, std::size_t longest) {
+    if (text.size() > longest)
+        from.Fail("longer than " + std::to_string(longest) + " characters");
+    return text;
 }
 
 std::string ListFrom(const Located& from, const NumberCharacters& numbers, std::size_t longest) {
     if (from.Value.is_string())
-        return TextFrom(from, longest);
+        return Fitting(from, TextFrom(from), longest);
     if (!from.Value.is_array())
         from.Fail("must be a list of numbers (or the stored text)");
     if (from.Value.size() > longest)
@@ -127,7 +132,15 @@ class JsonReader {
 
     template <std::size_t N>
     void Notes(const FieldName& name, FixedText<N>& text) {
-        text = TextFrom(Member(name.Json), N);
+        const Located member = Member(name.Json);
+        const auto takeAsStored = [&] {
+            const Located stored = Member(notesAsStoredName);
+            text = Fitting(stored, TextFrom(stored), N);
+        };
+        if (member.Value.is_object())
+            Within(member, takeAsStored);
+        else
+            text = Fitting(member, WithCrLf(TextFrom(member)), N);
     }
 
     template <typename Body>

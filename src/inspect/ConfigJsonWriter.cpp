@@ -1,6 +1,7 @@
 #include "inspect/ConfigJson.h"
 
 #include "base/Windows1252.h"
+#include "inspect/FieldTexts.h"
 #include "inspect/HexText.h"
 #include "inspect/Json.h"
 #include "inspect/NamedFields.h"
@@ -35,12 +36,16 @@ class JsonWriter {
         if (const auto listed = ListedNumbers(text.Padded(), numbers))
             Add(name, Json::array_t(listed->begin(), listed->end()));
         else
-            Notes(name, text);
+            Add(name, TextOf(text));
     }
 
     template <std::size_t N>
     void Notes(const FieldName& name, const FixedText<N>& text) {
-        Add(name, Windows1252ToUtf8(WithoutPadding(text.Padded())));
+        const std::string_view stored = WithoutPadding(text.Padded());
+        if (WithCrLf(stored) == stored)
+            Add(name, TextOf(text));
+        else
+            Add(name, Json::object())[std::string(notesAsStoredName)] = TextOf(text);
     }
 
     template <typename Body>
@@ -56,6 +61,11 @@ class JsonWriter {
     }
 
   private:
+    template <std::size_t N>
+    static std::string TextOf(const FixedText<N>& text) {
+        return Windows1252ToUtf8(WithoutPadding(text.Padded()));
+    }
+
     static Json FlagJson(Flag flag) {
         return flag == flagTrue || flag == flagFalse ? Json(IsSet(flag)) : Json(flag);
     }

@@ -71,6 +71,16 @@ std::string ListText(std::string_view padded, const NumberCharacters& numbers) {
     return text.empty() ? "none" : text;
 }
 
+std::string WithCrLf(std::string_view text) {
+    std::string lines;
+    for (const char character : text) {
+        if (character == '\n' && !lines.ends_with('\r'))
+            lines += '\r';
+        lines += character;
+    }
+    return lines;
+}
+
 std::string LinkGroupText(int group) { return group == 0 ? "none" : std::to_string(group); }
 
 std::string EscapedText(std::string_view bytes) { return Escaped(bytes, "\\"); }

@@ -19,6 +19,9 @@ std::string FlagText(Flag flag, std::string_view set, std::string_view notSet);
 /// "1,2,A", "OFF" for input 0, "none" for an empty list, and in quotes whatever is no plain list.
 std::string ListText(std::string_view padded, const NumberCharacters& numbers);
 
+/// The text with every line feed after a carriage return.
+std::string WithCrLf(std::string_view text);
+
 /// "none" or the number.
 std::string LinkGroupText(int group);
 

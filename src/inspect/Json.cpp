@@ -1,6 +1,7 @@
 #include "inspect/Json.h"
 
 #include <set>
+#include <utility>
 #include <vector>
 
 namespace vek {
@@ -11,12 +12,14 @@ namespace {
 class Position {
   public:
     void Meet(Json::parse_event_t event, const Json& parsed) {
+        if (++events_ > mostEvents)
+            throw JsonError(Path(), "more than any configuration holds");
         switch (event) {
         case Json::parse_event_t::object_start:
-            scopes_.push_back({.IsObject = true});
+            Enter({.IsObject = true});
             break;
         case Json::parse_event_t::array_start:
-            scopes_.push_back({.IsObject = false});
+            Enter({.IsObject = false});
             break;
         case Json::parse_event_t::key:
             EnterMember(parsed.get_ref<const std::string&>());
@@ -47,6 +50,12 @@ class Position {
         std::size_t Index = 0;
     };
 
+    void Enter(Scope scope) {
+        if (scopes_.size() == deepest)
+            throw JsonError(Path(), "nested deeper than any configuration");
+        scopes_.push_back(std::move(scope));
+    }
+
     void EnterMember(const std::string& name) {
         Scope& scope = scopes_.back();
         scope.Name = name;
@@ -59,7 +68,13 @@ class Position {
             ++scopes_.back().Index;
     }
 
+    // A configuration has some four thousand values, names and brackets, eight deep. What is beyond is given
+    // up at once, before it takes memory.
+    static constexpr std::size_t deepest = 32;
+    static constexpr std::size_t mostEvents = 100'000;
+
     std::vector<Scope> scopes_;
+    std::size_t events_ = 0;
 };
 
 /// The parser's own words, without the library's tag in front.

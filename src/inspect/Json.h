@@ -26,8 +26,8 @@ class JsonError : public std::runtime_error {
 std::string MemberPath(const std::string& path, std::string_view name);
 std::string ElementPath(const std::string& path, std::size_t index);
 
-/// Throws JsonError for text that is not JSON, a name that is given twice in one object and a number that no
-/// Single can hold.
+/// Throws JsonError for text that is not JSON, a name that is given twice in one object, a number that no
+/// Single can hold, and for much more, or much deeper, than a configuration.
 Json ParseJson(std::string_view text);
 
 /// Indented; a list or object without further lists and objects inside stands on one line.

@@ -20,6 +20,9 @@ struct FieldName {
 /// The member of the document, left out when there are none, for the bytes that follow the record.
 inline constexpr std::string_view tailName = "dataAfterRecord";
 
+/// The member of an object in place of the notes' text, when their line ends are to stay as they are.
+inline constexpr std::string_view notesAsStoredName = "asStored";
+
 /// The functions of one side of an address group.
 struct AddressGroupNames {
     AddressGroup Group;

@@ -12,10 +12,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <limits>
 #include <memory>
 
 namespace vek {
@@ -46,32 +42,16 @@ void RunShow(const ShowOptions& options) {
     });
 }
 
-std::string ReadStandardInput() {
-    std::string text;
-    char chunk[4096];
-    while (const std::size_t got = std::fread(chunk, 1, sizeof chunk, stdin))
-        text.append(chunk, got);
-    if (std::ferror(stdin))
-        throw FileError(std::string("standard input: ") + std::strerror(errno));
-    return text;
-}
-
-std::string ReadDocument(const std::string& path) {
-    if (path == standardStream)
-        return ReadStandardInput();
-    const auto bytes = ReadRegularFile(path, std::numeric_limits<std::size_t>::max());
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
 void RunFromJson(const FromJsonOptions& options) {
     RefuseOwnInput(options.Destination, options.Input);
-    const std::string text = ReadDocument(options.Input);
+    const auto bytes = ReadInput(options.Input, largestDocument + 1);
+    if (bytes.size() > largestDocument)
+        throw FileError(InputName(options.Input) + ": longer than 129 MiB");
     StoredConfig stored;
     try {
-        stored = ConfigFromJson(text);
+        stored = ConfigFromJson({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
     } catch (const JsonError& error) {
-        throw FileError((options.Input == standardStream ? "standard input" : options.Input) + ": " +
-                        error.what());
+        throw FileError(InputName(options.Input) + ": " + error.what());
     }
     WriteOutput(options.Destination, EncodeStoredConfig(stored));
 }

@@ -129,6 +129,22 @@ TEST(ConfigJson, HandWrittenValuesAreTaken) {
     EXPECT_EQ(read("{", "\xEF\xBB\xBF{"), MatrixConfig());
 }
 
+TEST(ConfigJson, LineEndsOfTheNotesBecomeCrLfUnlessTheyAreMarked) {
+    const auto notesOf = [](const std::string& value) {
+        return std::string(ConfigFromJson(Edited("'notes': ''", "'notes': " + value)).Config.Notes.Trimmed());
+    };
+    EXPECT_EQ(notesOf(R"('a\nb\r\nc\rd\n\n')"), "a\r\nb\r\nc\rd\r\n\r\n");
+    EXPECT_EQ(notesOf(R"({'asStored': 'a\nb\r\n'})"), "a\nb\r\n");
+    StoredConfig stored;
+    for (const char* notes : {"a\nb", "\n", "a\r\nb", "a\rb\n\r"}) {
+        stored.Config.Notes = notes;
+        ExpectRoundTrip(stored, notes);
+        EXPECT_EQ(ConfigToJson(stored).find("asStored") != std::string::npos, notes != std::string("a\r\nb"));
+    }
+    EXPECT_EQ(ErrorOf(Edited("'notes': ''", "'notes': '" + std::string(1499, 'n') + "\\n'")),
+              "/notes: longer than 1500 characters");
+}
+
 TEST(ConfigJson, ErrorsNameThePlace) {
     const std::string output = "/modes/0/outputs/0/";
     const struct {
@@ -166,9 +182,18 @@ TEST(ConfigJson, ErrorsNameThePlace) {
     };
     for (const auto& [from, to, error] : cases)
         EXPECT_EQ(ErrorOf(Edited(from, to)), error);
-    const std::pair<const char*, const char*> documents[] = {
+    const std::string manyBrackets(1'000'000, '[');
+    std::string deepest;
+    for (int i = 0; i < 32; ++i)
+        deepest += "/0";
+    std::string manyValues = "[0";
+    for (int i = 0; i < 200'000; ++i)
+        manyValues += ",0";
+    const std::pair<std::string, std::string> documents[] = {
         {"[]", "the document: must be an object"},
         {"[0, [[], [{}, 1e39]]]", "/1/1/1: the number is too large"},
+        {manyBrackets, deepest + ": nested deeper than any configuration"},
+        {manyValues, "/99999: more than any configuration holds"},
         {R"({"a": [{"b": {}, "c": 1}, {"c": 1, "c": 1}]})", "/a/1/c: given twice"}};
     for (const auto& [document, error] : documents)
         EXPECT_EQ(ErrorOf(document), error);

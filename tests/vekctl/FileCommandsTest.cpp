@@ -165,6 +165,7 @@ TEST_F(FileCommands, FailuresSayWhyAndEndWithTheirStatus) {
         {"csv 01.VMC -o nowhere/a.csv", 1, "vekctl: nowhere/a.csv: No such file or directory"},
         {"from-json bad.json -o a.VMC", 1, "vekctl: bad.json: /vekNetBase: must be a whole number"},
         {"from-json - -o a.VMC < bad.json", 1, "vekctl: standard input: /vekNetBase: must be a whole number"},
+        {"from-json - -o a.VMC < /dev/zero", 1, "vekctl: standard input: longer than 129 MiB"},
         {"report 02.VMC > /dev/full", 1, "vekctl: standard output: No space left on device"},
         {"report 02.VMC --sections input-trims > /dev/full", 1, "vekctl: standard output: "},
         {"show --json long.VMC", 1, "vekctl: long.VMC: longer than 64 MiB"},
