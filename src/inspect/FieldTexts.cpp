@@ -4,6 +4,7 @@
 #include "base/Windows1252.h"
 #include "model/Levels.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <charconv>
@@ -13,6 +14,10 @@ namespace vek {
 namespace {
 
 bool IsControl(char16_t character) { return character < 0x20 || (character >= 0x7F && character < 0xA0); }
+
+char UpperCase(char character) {
+    return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
+}
 
 void AppendEscaped(std::string& text, unsigned char byte) {
     constexpr std::string_view digits = "0123456789ABCDEF";
@@ -57,10 +62,13 @@ std::string FlagText(Flag flag, std::string_view set, std::string_view notSet) {
 }
 
 std::string ListText(std::string_view padded, const NumberCharacters& numbers) {
-    if (!ListedNumbers(padded, numbers))
-        return QuotedText(WithoutPadding(padded));
+    const std::string_view stored = WithoutPadding(padded);
+    std::string entries(stored);
+    std::transform(entries.begin(), entries.end(), entries.begin(), UpperCase);
+    if (!ListedNumbers(entries, numbers))
+        return QuotedText(stored);
     std::string text;
-    for (const char entry : WithoutPadding(padded)) {
+    for (const char entry : entries) {
         if (!text.empty())
             text += ',';
         if (entry == '0')
@@ -68,6 +76,8 @@ std::string ListText(std::string_view padded, const NumberCharacters& numbers) {
         else
             text += entry;
     }
+    if (entries != stored)
+        text += " (" + QuotedText(stored) + ")";
     return text.empty() ? "none" : text;
 }
 

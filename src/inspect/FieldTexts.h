@@ -16,7 +16,8 @@ std::string ExactLevelText(float level);
 /// One of the two words, with the stored number in brackets when it is neither -1 nor 0: "yes (5)".
 std::string FlagText(Flag flag, std::string_view set, std::string_view notSet);
 
-/// "1,2,A", "OFF" for input 0, "none" for an empty list, and in quotes whatever is no plain list.
+/// "1,2,A", "OFF" for input 0, "none" for an empty list; small letters as the panels that they are, with the
+/// stored text in brackets: "1,A ("1a")". In quotes whatever is no list.
 std::string ListText(std::string_view padded, const NumberCharacters& numbers);
 
 /// The text with every line feed after a carriage return.

@@ -43,6 +43,8 @@ TEST(ConfigDiff, LinesInTheUsersWords) {
          {"Mode 1, Output 1: Input sequence none -> OFF,1,2,3,4,5,6,7,8",
           "Mode 1, Output 1: Volume remote panels none -> 1",
           "Mode 1, Output 1: Input selector remote panels none -> 1"}},
+        {[](MatrixConfig& c) { c.Modes[0].OutputPanels[0].PanelVolumes = "1aG"; },
+         {"Mode 1, Output 1: Volume remote panels none -> 1,A,G (\"1aG\")"}},
         {[](MatrixConfig& c) { c.Modes[0].OutputPanels[0].PanelVolumes = " a\"\\\x01\x7F\x81\x80\xA0"; },
          {"Mode 1, Output 1: Volume remote panels none -> "
           "\" a\\\"\\\\\\x01\\x7F\\x81\xE2\x82\xAC\xC2\xA0\""}},
@@ -129,6 +131,7 @@ TEST(ConfigSummary, TellsModesAddressesNotesAndData) {
     StoredConfig stored = {{}, std::vector<std::byte>(12)};
     MatrixConfig& config = stored.Config;
     config.Modes[0].OutputPanels[0] = DefaultMode().OutputPanels[0];
+    config.Modes[0].OutputPanels[0].PanelSelects = "b";
     config.Modes[0].OutputLevels[0].PreviousNotSetStartLevel = flagTrue;
     config.Modes[0].OutputLevels[1].MaximumLevel = -12.125F; // as wide as its column
     config.Modes[0].OutputLevels[1].MinimumLevel = -12.0625F;
@@ -142,7 +145,7 @@ TEST(ConfigSummary, TellsModesAddressesNotesAndData) {
         HasSubstr(
             "\nMode 1\n  Output  Group  Inputs               Start route  Volume panels  Selector panels  "
             "Maximum  Minimum  Mute on min  Step     Start\n"
-            "  1       none   OFF,1,2,3,4,5,6,7,8  first        1              1                "
+            "  1       none   OFF,1,2,3,4,5,6,7,8  first        1              B (\"b\")          "
             "+6dB     -36dB    yes          +1dB     previous (0dB)\n"
             "  2       none   none                 first        none           none             "
             "-12.125dB -12.0625dB yes          +1dB     0dB\n"));
