@@ -1,6 +1,5 @@
 #include "link/DownloadImage.h"
 
-#include "base/Errors.h"
 #include "base/Numbers.h"
 #include "model/Levels.h"
 #include "model/VekNetAddresses.h"
@@ -83,10 +82,9 @@ std::string_view TrimInPlace(FixedText<N>& text) {
 }
 
 void EncodeBase(std::int16_t base, Bytes bytes) {
-    if (base < 0)
-        throw OverflowError();
-    bytes[0] = static_cast<std::uint8_t>(base & 0xFF);
-    bytes[1] = static_cast<std::uint8_t>(base >> 8);
+    const auto pattern = static_cast<std::uint16_t>(base);
+    bytes[0] = static_cast<std::uint8_t>(pattern & 0xFF);
+    bytes[1] = static_cast<std::uint8_t>(pattern >> 8);
 }
 
 void EncodeAddressEnables(const AddressEnables& enables, Bytes bytes) {

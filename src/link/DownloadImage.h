@@ -26,9 +26,8 @@ struct EncodedImage {
 };
 
 /// Builds the image. The argument is not changed; store the result's Config to keep what the build adjusted.
-/// Throws OverflowError (a negative base address, a step or range too large for its byte),
-/// DivisionByZeroError (a maximum level equal to the minimum) or SubscriptError (a link group outside 0 …
-/// 15).
+/// Throws OverflowError (a step or range too large for its byte), DivisionByZeroError (a maximum level equal
+/// to the minimum) or SubscriptError (a link group outside 0 … 15).
 EncodedImage EncodeImage(const MatrixConfig& config);
 
 /// Code of the volume chip for a level in dB, which is first limited to what the chip can take.

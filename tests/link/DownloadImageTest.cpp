@@ -90,12 +90,28 @@ TEST(DownloadImage, PanelsAndGroups) {
     EXPECT_EQ(encoded.Config, config) << "the texts without leading blanks";
 }
 
+TEST(DownloadImage, BaseIsTheTwoBytesOfTheRecord) {
+    const std::pair<std::int16_t, std::vector<int>> cases[] = {{512, {0, 2}},    {32767, {255, 127}},
+                                                               {0, {0, 0}},      {-1, {255, 255}},
+                                                               {-2, {254, 255}}, {-32768, {0, 128}}};
+    auto expected = EncodeImage(MatrixConfig()).Image.Buffer;
+    for (const auto& [base, bytes] : cases) {
+        MatrixConfig config;
+        config.VekNetBase = base;
+        const EncodedImage encoded = EncodeImage(config);
+        constexpr std::size_t offset = 2169;
+        EXPECT_EQ(Slice(encoded, offset, 2), bytes) << base;
+        std::copy(bytes.begin(), bytes.end(), expected.begin() + offset);
+        EXPECT_EQ(encoded.Image.Buffer, expected) << base;
+        EXPECT_EQ(encoded.Config, config) << base;
+    }
+}
+
 TEST(DownloadImage, ValuesThatDoNotFitAreRunTimeErrors) {
     const struct {
         const char* message;
         void (*spoil)(MatrixConfig& config, OutputLevelRecord& levels);
     } cases[] = {
-        {"Overflow", [](auto& config, auto&) { config.VekNetBase = -1; }},
         {"Overflow", [](auto&, auto& levels) { levels.StepLevel = 127.8F; }},
         {"Overflow", [](auto&, auto& levels) { levels.StepLevel = -0.5F; }},
         {"Overflow", [](auto&, auto& levels) { levels.MaximumLevel = -42; }}, // below the minimum
