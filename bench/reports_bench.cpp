@@ -87,9 +87,9 @@ void Compare(benchmark::State& state) {
 BENCHMARK(Compare)->Unit(benchmark::kMicrosecond);
 
 void Check(benchmark::State& state) {
-    const MatrixConfig config = FullConfig();
+    const StoredConfig stored = {FullConfig(), {}};
     for (auto _ : state)
-        benchmark::DoNotOptimize(CheckConfig(config));
+        benchmark::DoNotOptimize(CheckConfig(stored));
 }
 BENCHMARK(Check)->Unit(benchmark::kMicrosecond);
 

@@ -85,35 +85,55 @@ void RunDiff(const DiffOptions& options) {
         throw CLI::RuntimeError(different);
 }
 
-std::string FindingLine(const std::string& file, const Finding& finding) {
-    std::string line = InputName(file) + ": ";
-    line += SeverityName(finding.Level);
-    line += ": " + finding.Text + '\n';
-    return line;
-}
+struct CheckOptions {
+    std::vector<std::string> Files;
+    bool Strict = false;
+};
 
-std::vector<Finding> CheckFile(const std::string& file) {
-    try {
-        return CheckConfig(LoadConfigInput(file));
-    } catch (const FileError& error) {
-        // The file's name stands in front of the finding already.
-        const std::string message = error.what();
-        const std::string prefix = InputName(file) + ": ";
-        return {{Severity::Error, message.starts_with(prefix) ? message.substr(prefix.size()) : message}};
-    }
-}
+/// Prints findings as they are made, and remembers whether one of them is a failure.
+class CheckPrinter {
+  public:
+    explicit CheckPrinter(bool strict) : mildestFailure_(strict ? Severity::Warning : Severity::Error) {}
 
-void RunCheck(const std::vector<std::string>& files) {
-    bool errors = false;
-    for (const std::string& file : files) {
+    void Print(const std::string& name, const std::vector<Finding>& findings) {
         std::string text;
-        for (const Finding& finding : CheckFile(file)) {
-            text += FindingLine(file, finding);
-            errors = errors || finding.Level == Severity::Error;
+        for (const Finding& finding : findings) {
+            text += name + ": ";
+            text += SeverityName(finding.Level);
+            text += ": " + finding.Text + '\n';
+            failed_ = failed_ || finding.Level <= mildestFailure_;
         }
-        Print(text);
+        vek::Print(text);
     }
-    if (errors)
+    bool Failed() const { return failed_; }
+
+  private:
+    Severity mildestFailure_;
+    bool failed_ = false;
+};
+
+void RunCheck(const CheckOptions& options) {
+    CheckPrinter printer(options.Strict);
+    std::vector<NamedUnit> units;
+    for (const std::string& file : options.Files) {
+        const std::string name = InputName(file);
+        try {
+            const StoredConfig stored = LoadStoredInput(file);
+            units.push_back({name, stored.Config.VekNetBase});
+            printer.Print(name, CheckConfig(stored));
+        } catch (const OutputError&) {
+            throw;
+        } catch (const FileError& error) {
+            // The file's name stands in front of the finding already.
+            const std::string message = error.what();
+            const std::string prefix = name + ": ";
+            printer.Print(name, {{Severity::Error,
+                                  message.starts_with(prefix) ? message.substr(prefix.size()) : message}});
+        }
+    }
+    for (const FileFinding& finding : CheckTogether(units))
+        printer.Print(finding.Name, {finding.What});
+    if (printer.Failed())
         throw CLI::RuntimeError(foundErrors);
 }
 
@@ -132,13 +152,14 @@ void AddDiffCommand(CLI::App& app) {
 }
 
 void AddCheckCommand(CLI::App& app) {
-    auto files = std::make_shared<std::vector<std::string>>();
+    auto options = std::make_shared<CheckOptions>();
     CLI::App* command = app.add_subcommand(
         "check", "Report what an installer wants to know before driving to the site, a line each");
-    AddFilesOption(*command, *files);
-    command->footer(
-        "Lines read FILE: error|warning|note: text. Exit status: 1 when there is an error, else 0.");
-    command->callback([files] { RunCheck(*files); });
+    AddFilesOption(*command, options->Files);
+    command->add_flag("--strict", options->Strict, "Fail when there is a warning, too");
+    command->footer("Lines read FILE: error|warning|note: text. Exit status: 1 when there is an error (with "
+                    "--strict, or a warning), else 0.");
+    command->callback([options] { RunCheck(*options); });
 }
 
 } // namespace vek

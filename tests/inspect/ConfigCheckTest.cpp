@@ -14,10 +14,14 @@ MatrixConfig CleanConfig() {
     return config;
 }
 
-std::vector<std::string> FindingsOf(const MatrixConfig& config) {
+std::string Line(const Finding& finding) {
+    return std::string(SeverityName(finding.Level)) + ": " + finding.Text;
+}
+
+std::vector<std::string> FindingsOf(const StoredConfig& stored) {
     std::vector<std::string> lines;
-    for (const Finding& finding : CheckConfig(config))
-        lines.push_back(std::string(SeverityName(finding.Level)) + ": " + finding.Text);
+    for (const Finding& finding : CheckConfig(stored))
+        lines.push_back(Line(finding));
     return lines;
 }
 
@@ -26,8 +30,26 @@ PanelRecord& Panels(MatrixConfig& config) { return config.Modes[1].OutputPanels[
 
 } // namespace
 
-TEST(ConfigCheck, NewConfigurationsAreClean) {
-    EXPECT_EQ(FindingsOf(MatrixConfig()), std::vector<std::string>());
+TEST(ConfigCheck, FilesAsAWhole) {
+    const std::vector<std::string> unused = {"warning: No mode is in use: no output has inputs in any mode"};
+    EXPECT_EQ(FindingsOf({}), unused);
+    const std::vector<std::string> tail = {
+        "note: Data after the record: 12 bytes, which stay in the file and are not used"};
+    EXPECT_EQ(FindingsOf({CleanConfig(), std::vector<std::byte>(12)}), tail);
+}
+
+TEST(ConfigCheck, UnitsMustNotShareAddresses) {
+    const auto lines = [](const std::vector<NamedUnit>& units) {
+        std::vector<std::string> texts;
+        for (const FileFinding& finding : CheckTogether(units))
+            texts.push_back(finding.Name + ": " + Line(finding.What));
+        return texts;
+    };
+    EXPECT_THAT(lines({{"a", 1024}, {"b", 512}, {"c", 768}}), testing::IsEmpty());
+    EXPECT_THAT(
+        lines({{"a", 1024}, {"b", 512}, {"c", 769}, {"d", 512}}),
+        testing::ElementsAre("d: warning: VekNet addresses 512 to 767 overlap those of b (512 to 767)",
+                             "a: warning: VekNet addresses 1024 to 1279 overlap those of c (769 to 1024)"));
 }
 
 TEST(ConfigCheck, FindsWhatCannotWork) {
@@ -39,7 +61,10 @@ TEST(ConfigCheck, FindsWhatCannotWork) {
         {[](MatrixConfig& c) { c.VekNetBase = 1; }, {}},
         {[](MatrixConfig& c) { c.VekNetBase = 1792; }, {}},
         {[](MatrixConfig& c) { c.VekNetBase = 0; },
-         {"error: VekNet base address 0: the addresses reach to 255, they must stay within 1 to 2047"}},
+         {"error: VekNet base address 0: the addresses begin at 0, they must stay within 1 to 2047"}},
+        {[](MatrixConfig& c) { c.VekNetBase = -32768; },
+         {"error: VekNet base address -32768: the addresses begin at -32768, they must stay within 1 to "
+          "2047"}},
         {[](MatrixConfig& c) { c.VekNetBase = 1793; },
          {"error: VekNet base address 1793: the addresses reach to 2048, they must stay within 1 to 2047"}},
         {[](MatrixConfig& c) { Levels(c) = {22.0F, 22.0F, -96.0F, flagTrue, 20.0F, flagFalse}; }, {}},
@@ -52,7 +77,22 @@ TEST(ConfigCheck, FindsWhatCannotWork) {
          {"error: Mode 2, Output 3: Level steps +0.25dB is outside +0.5dB to +20dB"}},
         {[](MatrixConfig& c) { Levels(c).MinimumLevel = 6.0F, Levels(c).StartLevel = 6.0F; },
          {"error: Mode 2, Output 3: the minimum level +6dB is not below the maximum level +6dB",
-          "error: The download image cannot be built: Division by zero"}},
+          "error: Mode 2, Output 3: the download image cannot be built: Division by zero"}},
+        {[](MatrixConfig& c) { Levels(c).StepLevel = 42.0F, c.Modes[7].OutputLevels[7].StepLevel = 200.0F; },
+         {"error: Mode 2, Output 3: Level steps +42dB is outside +0.5dB to +20dB",
+          "error: Mode 8, Output 8: Level steps +200dB is outside +0.5dB to +20dB",
+          "warning: Mode 8, Output 8: Level steps +200dB are larger than the way from the minimum level "
+          "-36dB to "
+          "the maximum level +6dB",
+          "error: Mode 8, Output 8: the download image cannot be built: Overflow"}},
+        {[](MatrixConfig& c) { Levels(c) = {3.0F, 1.0F, 0.0F, flagTrue, 3.5F, flagFalse}; },
+         {"warning: Mode 2, Output 3: Level steps +3.5dB are larger than the way from the minimum level 0dB "
+          "to "
+          "the maximum level +3dB"}},
+        {[](MatrixConfig& c) { Levels(c) = {5.8F, 0.25F, -36.0F, flagTrue, 1.2F, flagFalse}; },
+         {"note: Mode 2, Output 3: Maximum level +5.8dB is no multiple of half a dB: the device takes +6dB",
+          "note: Mode 2, Output 3: Start level +0.25dB is no multiple of half a dB: the device takes 0dB",
+          "note: Mode 2, Output 3: Level steps +1.2dB is no multiple of half a dB: the device takes +1dB"}},
         {[](MatrixConfig& c) { Levels(c).StartLevel = 7.0F; },
          {"error: Mode 2, Output 3: the start level +7dB is above the maximum level +6dB"}},
         {[](MatrixConfig& c) { Levels(c).StartLevel = -36.5F, Levels(c).PreviousNotSetStartLevel = 1; },
@@ -72,22 +112,59 @@ TEST(ConfigCheck, FindsWhatCannotWork) {
         {[](MatrixConfig& c) { Panels(c).PanelInputs = "19"; },
          {"warning: Mode 2, Output 3: Input sequence \"19\": the device takes \"9\" for no input that it "
           "has"}},
+        {[](MatrixConfig& c) { Panels(c).PanelInputs = "x1 x99"; },
+         {"warning: Mode 2, Output 3: Input sequence \"x1 x99\": the device takes \"9\" for no input that it "
+          "has",
+          "warning: Mode 2, Output 3: Input sequence \"x1 x99\": the device takes \"x\", \" \" for OFF"}},
+        {[](MatrixConfig& c) { Panels(c).PanelInputs = "10200", Panels(c).PanelSelects = "aA3G3"; },
+         {"warning: Mode 2, Output 3: Input sequence 1,OFF,2,OFF,OFF: OFF is listed more than once",
+          "warning: Mode 2, Output 3: Input selector remote panels A,A,3,G,3 (\"aA3G3\"): A,3 are listed "
+          "more "
+          "than once",
+          "note: Mode 2, Output 3: Input selector remote panels A,A,3,G,3 (\"aA3G3\"): more than the 4 "
+          "panels "
+          "that can be typed in the editor"}},
         {[](MatrixConfig& c) { Panels(c).PanelInputs = ""; },
          {"warning: Mode 2, Output 3: has remote panels, but no inputs"}},
         {[](MatrixConfig& c) { Panels(c) = PanelRecord(); }, {"note: Mode 2, Output 3: has no inputs"}},
         {[](MatrixConfig& c) { Panels(c) = PanelRecord(), c.Modes[1].LinkGroup = {0, 4, 4, 0, 0, 0, 0, 1}; },
+         {"warning: Mode 2: link group 1 has no output but 8"}},
+        {[](MatrixConfig& c) { Panels(c).PanelVolumes = Panels(c).PanelSelects = ""; },
+         {"note: Mode 2, Output 3: no remote panel and no enabled VekNet address (In) controls it, only "
+          "RS232 "
+          "does"}},
+        {[](MatrixConfig& c) {
+             Panels(c).PanelVolumes = Panels(c).PanelSelects = "";
+             c.Addresses.RouteControlAddressEnable[2][2] = flagTrue; // the last (In) of its group
+         },
          {}},
+        {[](MatrixConfig& c) {
+             Panels(c).PanelVolumes = Panels(c).PanelSelects = "";
+             c.Addresses.RouteControlAddressEnable[2][3] = flagTrue; // an (Out) reports only
+         },
+         {"note: Mode 2, Output 3: no remote panel and no enabled VekNet address (In) controls it, only "
+          "RS232 "
+          "does"}},
         {[](MatrixConfig& c) { c.Modes[1].LinkGroup = {0, 0, 0, 2, 0, 2, 0, 0}; },
          {"warning: Mode 2, Output 6: linked to output 4, but has input selector remote panels of its own "
-          "(6)"}},
+          "(6)",
+          "warning: Mode 2, Output 6: linked to output 4, but has an input sequence of its own "
+          "(OFF,1,2,3,4,5,6,7,8); the editor drops it as soon as it shows and stores the mode"}},
+        {[](MatrixConfig& c) {
+             Panels(c) = PanelRecord(), Panels(c).UsePreviousRoute = 7, c.Modes[1].LinkGroup = {1, 0, 1};
+         },
+         {"warning: Mode 2, Output 3: linked to output 1, but has a start route of its own (previous); the "
+          "editor drops it as soon as it shows and stores the mode"}},
         {[](MatrixConfig& c) { c.Modes[4] = ModeRecord(), c.Addresses.ModeAddressEnable[4] = flagTrue; },
-         {"warning: Mode 5: its recall address is enabled, but no output has inputs"}},
+         {"warning: Mode 5: its recall address (In) is enabled, but no output has inputs"}},
+        {[](MatrixConfig& c) { c.Modes[4] = ModeRecord(), c.Addresses.ModeAddressEnable[12] = flagTrue; },
+         {"warning: Mode 5: its recall address (Out) is enabled, but no output has inputs"}},
         {[](MatrixConfig& c) { c.Modes[4] = ModeRecord(), c.Modes[4].OutputPanels[7].PanelSelects = "1"; },
          {"warning: Mode 5: has remote panels, but no output has inputs"}},
     };
     for (const auto& [change, findings] : cases) {
         MatrixConfig config = CleanConfig();
         change(config);
-        EXPECT_EQ(FindingsOf(config), findings);
+        EXPECT_EQ(FindingsOf({config, {}}), findings);
     }
 }

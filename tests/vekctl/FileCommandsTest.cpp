@@ -83,7 +83,12 @@ TEST_F(FileCommands, DiffAndCheckTellByTheirStatus) {
     EXPECT_EQ(Run("diff 01.VMC short.VMC").Status, 2);
 
     EXPECT_EQ(Run("check 01.VMC 02.VMC").Status, 0);
-    const auto broken = Run("check 01.VMC short.VMC 03.VMC");
+    const auto strict = Run("check --strict 02.VMC 02.VMC");
+    EXPECT_EQ(strict.Status, 1);
+    EXPECT_EQ(strict.Out,
+              "02.VMC: warning: VekNet addresses 512 to 767 overlap those of 02.VMC (512 to 767)\n");
+    EXPECT_EQ(Run("check --strict 02.VMC").Status, 0);
+    const auto broken = Run("check 02.VMC short.VMC 03.VMC");
     EXPECT_EQ(broken.Status, 1);
     EXPECT_THAT(broken.Out, StartsWith("short.VMC: error: shorter than a configuration: 5 of 6238 bytes\n"));
     EXPECT_THAT(broken.Out,
