@@ -67,6 +67,17 @@ std::string TextOf(const PortFinding& finding) {
     return text;
 }
 
+std::string WhyNotOpened(const PortFinding& finding) {
+    switch (finding.State) {
+    case PortState::NotThere:
+        return "there is no such port";
+    case PortState::NotPermitted:
+        return "you are not allowed to use it, serial ports belong to the group dialout";
+    default:
+        return "another program is using it, or it does not work";
+    }
+}
+
 std::string VersionText(std::uint32_t found) {
     // The first mask keeps bit 20 as well, which belongs to the second part: kept, as it is what users know.
     constexpr std::uint32_t firstPartMask = 0x10FF00;

@@ -18,6 +18,9 @@ MessageText TextOf(const Failure& failure);
 /// Of a port that was searched: the device's name and version, "Matrix Vek2.5", or dashes. UTF-8.
 std::string TextOf(const PortFinding& finding);
 
+/// Of a port that did not open, why: "there is no such port".
+std::string WhyNotOpened(const PortFinding& finding);
+
 /// The firmware version of a search result, "2.5". The first number is version part 1, plus 4096 when bit 4
 /// of version part 2 is set.
 std::string VersionText(std::uint32_t found);

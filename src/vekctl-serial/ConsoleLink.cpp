@@ -25,18 +25,22 @@ DeviceTypeList DeviceTypesOfThisMachine() {
     return types;
 }
 
-[[noreturn]] void Refuse(const std::string& name, const char* reason) {
-    throw std::runtime_error(std::string(name).append(": ").append(reason));
+[[noreturn]] void Refuse(const std::string& name, const std::string& reason) {
+    throw std::runtime_error(name + ": " + reason);
 }
 
 } // namespace
+
+void PrintMessage(const std::string& text) {
+    std::fflush(stdout);
+    std::fprintf(stderr, "vekctl: %s\n", text.c_str());
+}
 
 void PrintFailure(const Failure& failure) {
     std::string text = TextOf(failure).Text;
     if (failure.Block >= 0)
         text.append(" (block ").append(std::to_string(failure.Block)).append(")");
-    std::fflush(stdout);
-    std::fprintf(stderr, "vekctl: %s\n", text.c_str());
+    PrintMessage(text);
 }
 
 ConsoleLink::ConsoleLink(QtSerialControl::DeviceLookup deviceOf)
@@ -69,9 +73,10 @@ void ConsoleLink::Run(Task<> conversation) {
 
 NamedPort::NamedPort(const std::string& name) : device_(DeviceOfPortName(name)), text_(name) {
     if (device_.empty())
-        Refuse(name, "there is no such port");
+        Refuse(name, WhyNotOpened(NotOpened(OpenFailure::NotThere)));
     if (::access(device_.c_str(), R_OK | W_OK) != 0)
-        Refuse(device_, std::strerror(errno));
+        Refuse(device_,
+               errno == EACCES ? WhyNotOpened(NotOpened(OpenFailure::NotPermitted)) : std::strerror(errno));
     if (!IsSerialDevice(device_))
         Refuse(device_, "is not a serial port");
     if (name.find('/') == std::string::npos)

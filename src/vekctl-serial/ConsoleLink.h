@@ -15,6 +15,9 @@
 
 namespace vek {
 
+/// Puts a line on standard error, after what is on standard output.
+void PrintMessage(const std::string& text);
+
 /// Puts a failure on standard error.
 void PrintFailure(const Failure& failure);
 

@@ -23,8 +23,9 @@ class FindOutcomes final : public LinkOutcomes {
     explicit FindOutcomes(PortNames names) : names_(std::move(names)) {}
 
     void PortSearched(std::size_t row, const PortFinding& finding) override {
-        anyOpened_ = anyOpened_ || finding.Opened();
         anyMatrixVek_ = anyMatrixVek_ || finding.State == PortState::MatrixVek;
+        if (!finding.Opened() && !names_[row].empty())
+            PrintMessage(names_[row] + ": " + WhyNotOpened(finding));
         if (!finding.Opened())
             return;
         std::printf("%s: %s\n", names_[row].c_str(), TextOf(finding).c_str());
@@ -34,12 +35,10 @@ class FindOutcomes final : public LinkOutcomes {
         PrintFailure(failure);
         co_return;
     }
-    bool AnyOpened() const { return anyOpened_; }
     bool AnyMatrixVek() const { return anyMatrixVek_; }
 
   private:
     PortNames names_;
-    bool anyOpened_ = false;
     bool anyMatrixVek_ = false;
 };
 
@@ -68,8 +67,6 @@ void RunFind(const PortCommand& command) {
     ConsoleLink console(only ? only->AsCom1() : DeviceOfComPort);
     VekLink link(console.Port(), console.Timer(), console.Types(), outcomes);
     console.Run(link.search_for_vek());
-    if (only && !outcomes.AnyOpened())
-        throw std::runtime_error(names[0] + ": the port cannot be opened; another program may be using it");
     if (!outcomes.AnyMatrixVek())
         throw std::runtime_error("no Matrix Vek was found");
 }

@@ -77,9 +77,14 @@ void RequireMatrixVek(const PortFinding& finding, const std::string& portName) {
         throw std::runtime_error(portName + ": not a Matrix Vek but " + TextOf(finding));
 }
 
-Task<> Program(VekLink& link, ProgramOutcomes& outcomes, const DownloadImage& image, std::string portName) {
+Task<> Program(VekLink& link, const SerialControl& port, ProgramOutcomes& outcomes,
+               const DownloadImage& image, std::string portName) {
     constexpr std::size_t onlyRow = 0;
     co_await link.set_active_port(onlyRow);
+    if (!port.PortOpen()) {
+        co_await outcomes.Failed({FailureKind::PortNotOpen});
+        throw std::runtime_error(portName + ": " + WhyNotOpened(NotOpened(port.WhyNotOpen())));
+    }
     const PortFinding finding = co_await link.Find_vek(false);
     RequireMatrixVek(finding, portName);
     outcomes.PortSearched(onlyRow, finding);
@@ -96,7 +101,7 @@ void RunProgram(const PortCommand& command) {
     ProgramOutcomes outcomes(port.Text());
     ConsoleLink console(port.AsCom1());
     VekLink link(console.Port(), console.Timer(), console.Types(), outcomes);
-    console.Run(Program(link, outcomes, image, port.Text()));
+    console.Run(Program(link, console.Port(), outcomes, image, port.Text()));
     outcomes.EndBar();
     std::puts("Programmed and restarted");
 }

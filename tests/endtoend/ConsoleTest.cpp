@@ -156,11 +156,17 @@ TEST(Console, FindsDevicesAtEveryRateAndPace) {
     }
 }
 
-TEST(Console, CancelsInOrder) {
+TEST(Console, CancelsInOrderAndKeepsOthersOut) {
     Console console{Texts()};
     ChildProcess program = console.Start({"program", sample, "--port", "COM1"});
     for (int i = 0; i < 1000 && console.Log().find("block 5 ") == std::string::npos; ++i)
         std::this_thread::sleep_for(milliseconds(10));
+    for (const Texts& second :
+         {Texts{"program", sample, "--port", "COM1"}, {"find", "--port", "COM1"}, {"find"}}) {
+        EXPECT_EQ(console.Run(second), 1);
+        EXPECT_THAT(console.Err(), HasSubstr("COM1 (" + console.Com1() + "): another program is using it"));
+        EXPECT_EQ(console.Err().starts_with("vekctl: Port not open\n"), second.front() == "program");
+    }
     program.Signal(SIGINT);
     EXPECT_EQ(program.Wait(milliseconds(2000)), 1);
     EXPECT_THAT(console.Err(), HasSubstr("cancelled"));
@@ -183,7 +189,7 @@ TEST(Console, NeedsNoDeviceToSayWhatIsWrong) {
          1,
          "vekctl: /dev/ttyNOWHERE: No such file or directory\n"},
         {{"program", sample, "--port", "/dev/null"}, 1, "vekctl: /dev/null: is not a serial port\n"},
-        {{"find"}, 1, "vekctl: no Matrix Vek was found\n"},
+        {{"find"}, 1, "): there is no such port\nvekctl: no Matrix Vek was found\n"},
         {{"image", DataPath("manifest.json"), "-o", "-"}, 1, "manifest.json: "},
         {{"simulate", "--fault", "nonsense"}, 2, "no @EVENT in \"nonsense\""},
         {{"simulate", "--rate", "9601"}, 2, "--rate"},

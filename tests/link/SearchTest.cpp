@@ -1,4 +1,7 @@
 #include "link/LinkFixture.h"
+#include "link/OutcomeTexts.h"
+
+#include <gmock/gmock.h>
 
 using namespace vek;
 using namespace vek::test;
@@ -83,6 +86,7 @@ TEST_F(Searching, TellsWhatIsOnEachPortAndLeavesItClosed) {
     EXPECT_EQ(outcomes.Texts(), "--------------4103.16|--------------|--------------|--------------|");
     EXPECT_EQ(outcomes.Found[0]->State, PortState::NotUnderstood);
     EXPECT_EQ(outcomes.Found[1]->State, PortState::NotPermitted);
+    EXPECT_THAT(WhyNotOpened(*outcomes.Found[1]), testing::StartsWith("you are not allowed to use it"));
     EXPECT_EQ(outcomes.Found[2]->State, PortState::NotUnderstood);
     EXPECT_EQ(outcomes.Found[2]->Settings, rate);
     EXPECT_EQ(outcomes.Found[2]->Answer, *wrong);
