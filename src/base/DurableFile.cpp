@@ -114,6 +114,16 @@ void WriteFileDurably(const std::string& path, std::span<const std::byte> bytes,
     WriteFileDurably(path, bytes, tail, FileOperations());
 }
 
+void RequireWritable(const std::string& path) {
+    const FileOperations operations;
+    const CheckedFile checked(operations, path);
+    if (path.empty())
+        checked.Fail("no file name");
+    const std::string target = ResolveLinks(path, checked);
+    OpenOldFile(target, operations, checked);
+    const TemporaryFile temporary(operations, FolderOf(target), checked);
+}
+
 std::vector<std::byte> ReadRegularFile(const std::string& path, std::size_t limit) {
     const FileOperations operations;
     const CheckedFile checked(operations, path);

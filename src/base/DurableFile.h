@@ -27,6 +27,9 @@ void WriteFileDurably(const std::string& path, std::span<const std::byte> bytes,
 void WriteFileDurably(const std::string& path, std::span<const std::byte> bytes, ExistingTail tail,
                       const FileOperations& operations);
 
+/// Throws FileError when WriteFileDurably would, as far as that can be known before; nothing changes.
+void RequireWritable(const std::string& path);
+
 /// The first `limit` bytes of a regular file, fewer when it is shorter. Throws FileError when it cannot be
 /// read or is a folder, device or FIFO.
 std::vector<std::byte> ReadRegularFile(const std::string& path, std::size_t limit);

@@ -12,8 +12,13 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <set>
+#include <sstream>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
 
 namespace vek {
 
@@ -26,6 +31,25 @@ struct SimulateOptions {
     bool Timestamps = false;
 };
 
+/// True for the device file of a terminal or serial port, told without opening it: that alone can change the
+/// lines of a port.
+bool IsTerminal(const std::string& path) {
+    struct stat status = {};
+    if (::stat(path.c_str(), &status) != 0 || !S_ISCHR(status.st_mode))
+        return false;
+    // | name | device | major number | ...
+    std::ifstream drivers("/proc/tty/drivers");
+    for (std::string line; std::getline(drivers, line);) {
+        std::istringstream words(line);
+        std::string name;
+        std::string device;
+        unsigned number = 0;
+        if (words >> name >> device >> number && number == major(status.st_rdev))
+            return true;
+    }
+    return false;
+}
+
 /// A symbolic link to the port, for programs that need a name known beforehand. Removed at the end.
 class PortLink {
   public:
@@ -37,9 +61,10 @@ class PortLink {
         const auto status = fs::symlink_status(this->path_, error);
         if (fs::exists(status) && !fs::is_symlink(status))
             throw FileError(this->path_ + ": is there already and is not a link");
+        if (fs::status(this->path_, error).type() != fs::file_type::not_found && !IsTerminal(this->path_))
+            throw FileError(this->path_ + ": is a link already, but not to a terminal");
         // Whoever waits for the link never sees a stale one nor none.
-        const std::string temporary = this->path_ + ".new";
-        fs::remove(temporary, error);
+        const std::string temporary = this->path_ + '.' + std::to_string(::getpid());
         fs::create_symlink(target, temporary, error);
         if (!error)
             fs::rename(temporary, this->path_, error);
@@ -91,6 +116,8 @@ void RunSimulate(SimulateOptions options) {
     options.Vek.OnEvent = [&](const DeviceEvent& event, const std::string& fault) {
         Print(event, fault, options.Timestamps);
     };
+    if (!options.ImageOut.empty() && !IsStandardOutput(options.ImageOut))
+        RequireWritable(options.ImageOut);
     if (!options.ImageOut.empty())
         options.Vek.OnProgrammed = [&](const DeviceImage& image) {
             WriteOutput(options.ImageOut, std::as_bytes(std::span(image)));

@@ -63,7 +63,9 @@ TEST_F(DurableFile, RefusesWhatIsNotARegularFile) {
             testing::AllOf(testing::StartsWith(path + ": "), testing::HasSubstr(reason)));
         EXPECT_THAT([&] { Write(path, "x"); }, refused);
         EXPECT_THAT([&] { ReadRegularFile(path, 10); }, refused);
+        EXPECT_THAT([&] { RequireWritable(path); }, refused);
     }
+    RequireWritable(folder.Path("new"));
     EXPECT_EQ(folder.EntryCount(), 2U);
     EXPECT_THROW(ReadRegularFile("/dev/null", 10), FileError);
 }

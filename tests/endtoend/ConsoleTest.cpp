@@ -203,6 +203,45 @@ TEST(Console, NeedsNoDeviceToSayWhatIsWrong) {
     }
 }
 
+TEST(Console, SimulatesOnlyWhereNothingIsLost) {
+    const struct {
+        const char* LinkTarget;
+        const char* ImageOut;
+        std::string Error;
+    } refused[] = {
+        {"kept", "new", "COM1: is a link already, but not to a terminal\n"},
+        {"/dev/null", "new", "COM1: is a link already, but not to a terminal\n"},
+        {".", "new", "COM1: is a link already, but not to a terminal\n"},
+        {"dangling", "nowhere/image", "nowhere/image: No such file or directory\n"},
+        {"dangling", "COM1.d", "COM1.d: is a folder\n"},
+    };
+    for (const auto& [target, imageOut, error] : refused) {
+        Console console;
+        test::WriteText(console.folder.Path("kept"), "kept");
+        std::filesystem::create_directory(console.folder.Path("COM1.d"));
+        std::filesystem::create_symlink(target, console.Com1());
+        EXPECT_EQ(
+            console.Run({"simulate", "--link", console.Com1(), "--image-out", console.folder.Path(imageOut)}),
+            1);
+        EXPECT_EQ(console.Err(), "vekctl: " + console.folder.Path(error));
+        EXPECT_EQ(std::filesystem::read_symlink(console.Com1()), target);
+        EXPECT_EQ(ReadText(console.folder.Path("kept")), "kept");
+    }
+    const PseudoTerminal terminal;
+    for (const std::string& target : {terminal.PortPath(), std::string("dangling")}) {
+        Console console;
+        test::WriteText(console.folder.Path("kept"), "kept");
+        std::filesystem::create_symlink(target, console.Com1());
+        ChildProcess simulator =
+            console.Start({"simulate", "--link", console.Com1(), "--image-out", console.folder.Path("kept")});
+        const auto replaced = [&] { return std::filesystem::read_symlink(console.Com1()) != target; };
+        for (int i = 0; i < 2000 && !replaced(); ++i)
+            std::this_thread::sleep_for(milliseconds(5));
+        EXPECT_TRUE(replaced());
+        EXPECT_EQ(ReadText(console.folder.Path("kept")), "kept");
+    }
+}
+
 TEST(Console, ListsThePorts) {
     Console console;
     EXPECT_EQ(console.Run({"ports"}), 0);
