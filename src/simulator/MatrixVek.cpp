@@ -154,6 +154,7 @@ void MatrixVek::OnSearch() {
     if (options_.NeedsWakePulse && !awake_)
         return Refuse("a search without a wake pulse");
     identified_ = true;
+    answerSpoilt_ = false;
     nextBlock_ = 0;
     auto reply = Identity();
     if (options_.SearchReplyLength > static_cast<int>(reply.size()))
@@ -264,7 +265,8 @@ void MatrixVek::Report(DeviceEventKind kind, std::string text, std::vector<std::
 }
 
 void MatrixVek::Restarted() {
-    awake_ = identified_ = online_ = false;
+    awake_ = awake_ && answerSpoilt_;
+    answerSpoilt_ = identified_ = online_ = false;
     nextBlock_ = 0;
 }
 

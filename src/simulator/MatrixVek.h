@@ -66,6 +66,10 @@ class MatrixVek {
     /// breaks off a request.
     std::vector<DeviceEvent> Receive(std::uint8_t byte, const LineSettings& line, DeviceTime now);
 
+    /// The answer to the search just heard does not arrive as it should. Until the next search, a restart is
+    /// one that a searcher sends blindly before it searches on without another pulse: the device stays awake.
+    void SearchAnswerSpoilt() { answerSpoilt_ = true; }
+
     /// The image in use; nothing before the first complete download and restart.
     const std::optional<DeviceImage>& Image() const { return image_; }
 
@@ -104,9 +108,10 @@ class MatrixVek {
     std::map<DeviceEventKind, int> counts_;
     bool inNoise_ = false; ///< senseless bytes in a row are reported once
 
-    bool awake_ = false;      ///< there was a wake pulse since the last restart
-    bool identified_ = false; ///< there was a search since the last restart: programming is allowed
-    bool online_ = false;     ///< there was a find request since the last restart
+    bool awake_ = false;        ///< there was a wake pulse since the last restart that was not blind
+    bool answerSpoilt_ = false; ///< of the last search
+    bool identified_ = false;   ///< there was a search since the last restart: programming is allowed
+    bool online_ = false;       ///< there was a find request since the last restart
     int nextBlock_ = 0;
     std::array<std::uint8_t, deviceBlockCount* deviceBlockSize> received_ = {};
     std::optional<DeviceImage> image_;

@@ -68,6 +68,8 @@ void SimulatedVek::Receive(DeviceTime now) {
 void SimulatedVek::React(const DeviceEvent& event, int baud, DeviceTime now) {
     const Delivery delivery = faults_.DeliveryOf(event);
     replies_.Add(delivery, now, options_.Paced ? ByteTime(baud) : std::chrono::nanoseconds::zero());
+    if (event.Kind == DeviceEventKind::Search && delivery.Bytes != event.Reply)
+        device_.SearchAnswerSpoilt();
     if (delivery.HangUp) {
         line_.HangUp();
         hungUp_ = true;

@@ -144,6 +144,7 @@ TEST(Console, FindsDevicesAtEveryRateAndPace) {
         {{"--rate", "2400", "--firmware", "12.34"}, "Matrix Vek12.34", 0},
         {{"--rate", "28800", "--paced", "--reply-length", "4"}, "Matrix Vek2.5", 0},
         {{"--fault", "late-reply:60@search"}, "Matrix Vek2.5", 0},
+        {{"--fault", "wrong-reply@search"}, "Matrix Vek2.5", 0}, // in the second pass
         {{"--no-wake", "--reply-code", "41"}, "Paging Station Vek2.5", 1},
     };
     for (const auto& device : cases) {

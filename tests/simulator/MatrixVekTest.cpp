@@ -133,6 +133,19 @@ class Download : public testing::Test {
     Conversation conversation;
 };
 
+TEST(MatrixVek, StaysAwakeOnlyThroughABlindRestart) {
+    Conversation conversation;
+    const auto restartAndSearch = [&] { return conversation.Say({restartCommand, restartArgument, search}); };
+    Bytes both = programReply;
+    both.insert(both.end(), searchReply.begin(), searchReply.end());
+    conversation.Say({wake, search});
+    conversation.Vek.SearchAnswerSpoilt();
+    EXPECT_EQ(restartAndSearch(), both) << "the searcher has not understood the device";
+    EXPECT_EQ(restartAndSearch(), programReply) << "now it has";
+    conversation.Vek.SearchAnswerSpoilt();
+    EXPECT_EQ(restartAndSearch(), programReply) << "asleep already";
+}
+
 TEST_F(Download, IsInUseAfterTheRestartAndWithoutItsPadding) {
     SendAll();
     EXPECT_FALSE(conversation.Vek.Image());
