@@ -12,23 +12,48 @@ namespace {
 constexpr const char* tailWords = "Data after the record";
 
 struct ListedField {
-    std::string Where; ///< "Mode 2, Output 3: ", empty for a field of the whole configuration
-    std::string Words;
+    std::string Words; ///< "Mode 2, Output 3: Maximum level"
     std::string Text;
+    FieldKind Kind;
+    std::optional<std::size_t> Mode;
+    std::optional<std::size_t> Output;
+};
+
+struct NamedKind {
+    std::string_view Json;
+    FieldKind Kind;
+};
+
+constexpr NamedKind namedKinds[] = {
+    {"vekNetBase", FieldKind::Base},
+    {"panelInputs", FieldKind::Panels},
+    {"panelVolumes", FieldKind::Panels},
+    {"panelSelects", FieldKind::Panels},
+    {"usePreviousRoute", FieldKind::Panels},
+    {"linkGroup", FieldKind::LinkGroups},
+    {"maximumLevel", FieldKind::Levels},
+    {"minimumLevel", FieldKind::Levels},
+    {"muteOnMin", FieldKind::Levels},
+    {"startLevel", FieldKind::Levels},
+    {"previousNotSetStartLevel", FieldKind::Levels},
+    {"stepLevel", FieldKind::Levels},
+    {"inputTrim", FieldKind::InputTrims},
+    {"outputTrim", FieldKind::OutputTrims},
+    {"enabledAddresses", FieldKind::Addresses},
 };
 
 /// Lists all fields but the notes, in the same order for every configuration.
 class FieldLister {
   public:
-    void Integer(const FieldName& name, std::int16_t value) { Add(name.Caption, std::to_string(value)); }
-    void LinkGroup(const FieldName& name, std::int16_t value) { Add(name.Caption, LinkGroupText(value)); }
-    void Level(const FieldName& name, float value) { Add(name.Caption, ExactLevelText(value)); }
-    void Switch(const FieldName& name, Flag value) { Add(name.Caption, FlagText(value, "yes", "no")); }
-    void Enable(const FieldName& name, Flag value) { Add(name.Caption, FlagText(value, "on", "off")); }
+    void Integer(const FieldName& name, std::int16_t value) { Add(name, std::to_string(value)); }
+    void LinkGroup(const FieldName& name, std::int16_t value) { Add(name, LinkGroupText(value)); }
+    void Level(const FieldName& name, float value) { Add(name, ExactLevelText(value)); }
+    void Switch(const FieldName& name, Flag value) { Add(name, FlagText(value, "yes", "no")); }
+    void Enable(const FieldName& name, Flag value) { Add(name, FlagText(value, "on", "off")); }
 
     void Levels(const FieldName& name, std::span<const float> levels) {
         for (std::size_t i = 0; i < levels.size(); ++i)
-            Add(Numbered(name.Caption, i), ExactLevelText(levels[i]));
+            Level({name.Json, Numbered(name.Caption, i)}, levels[i]);
     }
 
     void Enables(const FieldName& name, std::string_view numbered, std::span<const Flag> flags) {
@@ -40,7 +65,7 @@ class FieldLister {
 
     template <std::size_t N>
     void List(const FieldName& name, const FixedText<N>& text, const NumberCharacters& numbers) {
-        Add(name.Caption, ListText(text.Padded(), numbers));
+        Add(name, ListText(text.Padded(), numbers));
     }
 
     template <std::size_t N>
@@ -49,21 +74,27 @@ class FieldLister {
     template <typename Body>
     void Object(const FieldName& name, Body body) {
         const std::string outer = words_;
+        const FieldKind outerKind = kind_;
         words_ += name.Caption;
         words_ += name.Caption.empty() ? "" : " ";
+        kind_ = KindOf(name);
         body();
         words_ = outer;
+        kind_ = outerKind;
     }
 
     template <typename Body>
     void Array(const FieldName& name, std::size_t size, Body body) {
         const std::string outer = where_;
+        std::optional<std::size_t>& index = name.Json == "modes" ? mode_ : output_;
         for (std::size_t i = 0; i < size; ++i) {
             where_ = outer.empty() ? "" : outer + ", ";
             where_ += Numbered(name.Caption, i);
+            index = i;
             body(i);
         }
         where_ = outer;
+        index.reset();
     }
 
     std::vector<ListedField> Fields;
@@ -76,23 +107,30 @@ class FieldLister {
         return text;
     }
 
-    void Add(std::string_view caption, std::string text) {
-        Fields.push_back({where_.empty() ? "" : where_ + ": ", words_, std::move(text)});
-        Fields.back().Words += caption;
+    /// Of a name that stands below another one: what that belongs to.
+    FieldKind KindOf(const FieldName& name) const {
+        const auto* found = std::ranges::find(namedKinds, name.Json, &NamedKind::Json);
+        return found == std::end(namedKinds) ? kind_ : found->Kind;
     }
 
-    std::string where_;
+    void Add(const FieldName& name, std::string text) {
+        std::string words = where_.empty() ? "" : where_ + ": ";
+        words += words_;
+        words += name.Caption;
+        Fields.push_back({std::move(words), std::move(text), KindOf(name), mode_, output_});
+    }
+
+    std::string where_; ///< "Mode 2, Output 3"
     std::string words_;
+    FieldKind kind_ = FieldKind::Base;
+    std::optional<std::size_t> mode_;
+    std::optional<std::size_t> output_;
 };
 
 std::vector<ListedField> ListFields(const MatrixConfig& config) {
     FieldLister lister;
     VisitNamedFields(config, lister);
     return std::move(lister.Fields);
-}
-
-std::string Change(const std::string& what, const std::string& before, const std::string& after) {
-    return what + ' ' + before + " -> " + after;
 }
 
 std::string NotesLine(std::size_t index) { return "Notes, line " + std::to_string(index + 1) + ":"; }
@@ -114,7 +152,7 @@ std::vector<std::string> NoteLines(const MatrixConfig& config) {
 
 /// Lines that both have at the start and at the end are no differences; what is left between is compared line
 /// by line.
-void AppendNoteDifferences(std::vector<std::string>& differences, const MatrixConfig& before,
+void AppendNoteDifferences(std::vector<FieldDifference>& differences, const MatrixConfig& before,
                            const MatrixConfig& after) {
     const auto old = NoteLines(before);
     const auto now = NoteLines(after);
@@ -128,38 +166,47 @@ void AppendNoteDifferences(std::vector<std::string>& differences, const MatrixCo
     for (std::size_t i = start; i < std::max(old.size(), now.size()) - same; ++i) {
         const bool inOld = i < old.size() - same;
         const bool inNow = i < now.size() - same;
-        differences.push_back(Change(NotesLine(i), inOld ? old[i] : "none", inNow ? now[i] : "none"));
+        differences.push_back(
+            {NotesLine(i), inOld ? old[i] : "none", inNow ? now[i] : "none", FieldKind::Notes, {}, {}});
     }
 }
 
-void AppendTailDifference(std::vector<std::string>& differences, const std::vector<std::byte>& before,
+void AppendTailDifference(std::vector<FieldDifference>& differences, const std::vector<std::byte>& before,
                           const std::vector<std::byte>& after) {
     if (before == after)
         return;
     const std::string now =
         before.size() == after.size() ? std::to_string(after.size()) + " other bytes" : TailText(after);
-    differences.push_back(Change(tailWords, TailText(before), now));
+    differences.push_back({tailWords, TailText(before), now, FieldKind::Tail, {}, {}});
 }
 
 } // namespace
 
-std::vector<std::string> Differences(const StoredConfig& before, const StoredConfig& after) {
-    std::vector<std::string> differences;
+std::vector<FieldDifference> FieldDifferences(const StoredConfig& before, const StoredConfig& after) {
+    std::vector<FieldDifference> differences;
     const auto old = ListFields(before.Config);
     const auto now = ListFields(after.Config);
     for (std::size_t i = 0; i < old.size(); ++i) {
         if (old[i].Text != now[i].Text)
-            differences.push_back(Change(old[i].Where + old[i].Words, old[i].Text, now[i].Text));
+            differences.push_back(
+                {old[i].Words, old[i].Text, now[i].Text, old[i].Kind, old[i].Mode, old[i].Output});
     }
     AppendNoteDifferences(differences, before.Config, after.Config);
     AppendTailDifference(differences, before.Tail, after.Tail);
     return differences;
 }
 
+std::vector<std::string> Differences(const StoredConfig& before, const StoredConfig& after) {
+    std::vector<std::string> lines;
+    for (const FieldDifference& difference : FieldDifferences(before, after))
+        lines.push_back(difference.Line());
+    return lines;
+}
+
 std::vector<std::string> AllSettings(const StoredConfig& stored) {
     std::vector<std::string> settings;
     for (const ListedField& field : ListFields(stored.Config))
-        settings.push_back(field.Where + field.Words + ' ' + field.Text);
+        settings.push_back(field.Words + ' ' + field.Text);
     const auto notes = NoteLines(stored.Config);
     for (std::size_t i = 0; i < notes.size(); ++i)
         settings.push_back(NotesLine(i) + ' ' + notes[i]);

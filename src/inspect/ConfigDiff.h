@@ -3,10 +3,31 @@
 
 #include "inspect/StoredConfig.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace vek {
+
+/// What a field belongs to.
+enum class FieldKind { Base, Panels, LinkGroups, Levels, InputTrims, OutputTrims, Notes, Addresses, Tail };
+
+/// A field that differs.
+struct FieldDifference {
+    std::string Field; ///< in words: "Mode 2, Output 3: Maximum level"
+    std::string Before;
+    std::string After;
+    FieldKind Kind;
+    std::optional<std::size_t> Mode;   ///< 0 … 7, where the field belongs to one
+    std::optional<std::size_t> Output; ///< 0 … 7, where the field belongs to one
+
+    /// "Mode 2, Output 3: Maximum level +6dB -> +3dB"
+    std::string Line() const { return Field + ' ' + Before + " -> " + After; }
+};
+
+/// Texts are UTF-8, modes and outputs in them counted from 1. Empty exactly when the two are the same byte
+/// for byte.
+std::vector<FieldDifference> FieldDifferences(const StoredConfig& before, const StoredConfig& after);
 
 /// A UTF-8 line for each difference, "Mode 2, Output 3: Maximum level +6dB -> +3dB", modes and outputs
 /// counted from 1. Empty exactly when the two files are the same byte for byte.
