@@ -101,52 +101,38 @@ TEST_F(OnlineConnection, RestartHasFourAttempts) {
     }
 }
 
-TEST_F(OnlineConnection, ClosingWhileAReplyIsAwaitedRestartsTheUnitFirst) {
-    GoOnline();
-    const long start = port.Now;
-    replies = Replies(5, std::nullopt);
-    port.At(50, [&] { running.Cancel(); });
-    Levels();
-    EXPECT_EQ(port.Now, start + 50);
-    EXPECT_EQ(view.lines, "\r\n" + VolumeLine(0, 0));
-    EXPECT_TRUE(port.PortOpen());
-    port.Run(running, session.Disconnect());
-    EXPECT_EQ(Packets(), "V0=210 R R R R ");
-    EXPECT_EQ(port.Now, start + 50 + 4 * 500) << "also when the device no longer answers";
-    EXPECT_EQ(view.Boxes, noRestart);
-    EXPECT_FALSE(port.PortOpen() || session.IsOnline());
-}
-
 TEST_F(OnlineConnection, CancellingIsSilentWhateverRuns) {
+    const std::function<Task<>()> searching = [this] { return session.Online_search_for_vek(); };
+    const std::function<Task<>()> choosing = [this] { return session.ChoosePort(0); };
     const struct {
         long when;     ///< of cancelling
         Replies given; ///< replies take 1 ms
-        int finds;
-        Task<> (OnlineFixture::*conversation)();
+        std::string sent;
+        const std::function<Task<>()>& conversation;
     } cases[] = {
-        {700, {std::nullopt, std::nullopt}, 2, &OnlineFixture::Searching},
-        {10, {}, 1, &OnlineFixture::Searching}, // in the wait for the rest of an answer
-        {700, {std::nullopt, std::nullopt}, 2, &OnlineFixture::Choosing},
-        {10, {}, 1, &OnlineFixture::Choosing},
+        {700, {std::nullopt, std::nullopt}, "D D ", searching},
+        {10, {}, "D ", searching}, // in the wait for the rest of an answer
+        {700, {std::nullopt, std::nullopt}, "D D ", choosing},
+        {10, {}, "D ", choosing},
     };
     for (const auto& c : cases) {
         Forget();
         replies = c.given;
         const long end = port.Now + c.when;
         port.At(c.when, [&] { running.Cancel(); });
-        port.Run(running, (this->*c.conversation)());
+        port.Run(running, c.conversation());
         EXPECT_EQ(port.Now, end);
-        EXPECT_EQ(port.Count(findPacket), c.finds);
-        EXPECT_EQ(port.Count(restartPacket), 0) << "it was not online";
+        EXPECT_EQ(packets, c.sent) << "no restart, it was not online";
         EXPECT_FALSE(port.PortOpen() || session.IsOnline());
-        EXPECT_EQ(view.Boxes, "");
     }
-    replies.clear();
     GoOnline();
-    replies = Replies(2, std::nullopt);
+    replies = Replies(3, std::nullopt);
+    port.At(50, [&] { running.Cancel(); });
+    Levels();
+    EXPECT_TRUE(session.IsOnline() && port.PortOpen()) << "the unit can still be restarted";
     port.At(700, [&] { running.Cancel(); });
-    Disconnect();
-    EXPECT_EQ(port.Count(restartPacket), 2);
+    port.Run(running, session.Disconnect());
+    EXPECT_EQ(packets, "V0=210 R R ");
     EXPECT_FALSE(port.PortOpen() || session.IsOnline());
     EXPECT_EQ(view.Boxes, "");
 }
@@ -159,20 +145,20 @@ TEST_F(OnlineConnection, ALostPortIsToldOnce) {
         long when; ///< of the loss; a packet takes 10 ms
         std::string box;
         std::size_t packets;
-        void (OnlineFixture::*operation)();
+        void (OnlineSession::*operation)();
     } cases[] = {
-        {15, noVolume, 2, &OnlineFixture::Levels},
-        {15, noRoute, 2, &OnlineFixture::Routes},
-        {5, noRestart, 1, &OnlineFixture::Disconnect},
-        {beforeSecondPacket, noVolume, 1, &OnlineFixture::Levels},
-        {0, noRoute, 0, &OnlineFixture::Routes},
-        {0, noRestart, 0, &OnlineFixture::Look},
+        {15, noVolume, 2, &OnlineSession::WantLevels},
+        {15, noRoute, 2, &OnlineSession::WantRoutes},
+        {5, noRestart, 1, &OnlineSession::WantDisconnect},
+        {beforeSecondPacket, noVolume, 1, &OnlineSession::WantLevels},
+        {0, noRoute, 0, &OnlineSession::WantRoutes},
+        {0, noRestart, 0, &OnlineSession::LookForLostPort},
     };
     delay = 10;
     for (const auto& c : cases) {
         port.Present = {1};
         GoOnline();
-        Look();
+        Wish(&OnlineSession::LookForLostPort);
         ASSERT_TRUE(session.IsOnline());
         const long end = port.Now + c.when;
         if (c.when == 0)
@@ -183,7 +169,7 @@ TEST_F(OnlineConnection, ALostPortIsToldOnce) {
             if (c.when == beforeSecondPacket && line.starts_with("V,1,"))
                 port.Vanish();
         };
-        (this->*c.operation)();
+        Wish(c.operation);
         EXPECT_EQ(view.Boxes, c.box);
         EXPECT_EQ(port.Sent.size(), c.packets);
         EXPECT_EQ(port.Now, end);
