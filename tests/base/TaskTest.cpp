@@ -8,8 +8,7 @@
 #include <memory>
 #include <string>
 
-namespace vek {
-namespace {
+using namespace vek;
 
 /// What a task waits for: resumed by the test.
 class Gate {
@@ -125,6 +124,3 @@ TEST_F(Tasks, MayBeFollowedByAnotherWhenTheyEnd) {
     gate.Open();
     EXPECT_EQ(owner, nullptr);
 }
-
-} // namespace
-} // namespace vek

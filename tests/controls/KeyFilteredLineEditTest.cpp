@@ -12,13 +12,11 @@
 
 #include <memory>
 
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 
 /// Takes digits, each only once.
-bool TakesKey(QChar key, const QString& rest) { return key.isDigit() && !rest.contains(key); }
+static bool TakesKey(QChar key, const QString& rest) { return key.isDigit() && !rest.contains(key); }
 
 struct KeyFilteredLineEditTest : testing::Test {
     KeyFilteredLineEditTest() {
@@ -167,6 +165,3 @@ TEST_F(KeyFilteredLineEditTest, EnterEndsInTheBoxAndAMousePressIsTold) {
     QTest::mouseClick(&edit, Qt::LeftButton);
     EXPECT_EQ(pressed.count(), 1);
 }
-
-} // namespace
-} // namespace vek

@@ -7,9 +7,7 @@
 #include <QSignalSpy>
 #include <QVBoxLayout>
 
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 
 constexpr FaderTrack track = {30.0F, 145.0F, 15.0F}; // 100 units of travel
@@ -233,6 +231,3 @@ TEST_F(LevelTrimTest, TabReachesTheReadOutBeforeTheKnob) {
     Enter(u"3"_s);
     EXPECT_EQ(readOut.selectedText(), "+3dB"_L1) << "the next digit starts a new level";
 }
-
-} // namespace
-} // namespace vek

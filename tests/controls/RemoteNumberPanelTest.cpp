@@ -9,9 +9,7 @@
 #include <QSignalSpy>
 #include <QVBoxLayout>
 
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 
 constexpr auto volumes = NumberList::VolumePanels;
@@ -165,6 +163,3 @@ TEST_F(RemoteNumberPanelTest, OnlyItsOwnMenuOpens) {
     EXPECT_EQ(links.count(), 4);
     EXPECT_EQ(changes.count(), 0);
 }
-
-} // namespace
-} // namespace vek

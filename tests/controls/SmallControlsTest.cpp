@@ -8,9 +8,7 @@
 
 #include <functional>
 
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 
 struct UpDownButtonsTest : testing::Test {
@@ -90,6 +88,3 @@ TEST(TextConversion, LineEndsAndTheCodePage) {
     EXPECT_EQ(LinesToBytes(u"a\r\nb\rc"_s), "a\r\nb\r\nc");
     EXPECT_EQ(ToBytes(u"\u2192\U0001F600x"_s), "??x");
 }
-
-} // namespace
-} // namespace vek

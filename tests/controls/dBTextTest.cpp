@@ -7,9 +7,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 
 struct dBTextTest : testing::Test {
@@ -135,6 +133,3 @@ TEST_F(dBTextTest, ArrowKeysStepFromWhatWasTyped) {
     EXPECT_EQ(Now(), State(-2, 2));
     EXPECT_EQ(edit.selectedText(), edit.text()) << "the next digit starts a new level";
 }
-
-} // namespace
-} // namespace vek

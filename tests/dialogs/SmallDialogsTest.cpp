@@ -10,9 +10,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 
 struct VekNetBaseFormTest : testing::Test {
@@ -160,6 +158,3 @@ TEST(PrintingOptionsForm, CancelKeepsTheOptionsAndAGreyBoxCountsAsUnchecked) {
     Child<QPushButton>(grey, "Done").click();
     EXPECT_EQ(grey.Options(), PrintingOptions());
 }
-
-} // namespace
-} // namespace vek

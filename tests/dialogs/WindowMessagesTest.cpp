@@ -6,9 +6,7 @@
 
 #include <QPushButton>
 
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 using test::ScriptedDialogs;
 
@@ -126,6 +124,3 @@ TEST_F(Messages, OnScreenBlockTheirWindowOnly) {
     QTest::keyClick(box, Qt::Key_Escape);
     EXPECT_TRUE(QTest::qWaitFor([&] { return story == "no"; }));
 }
-
-} // namespace
-} // namespace vek

@@ -5,13 +5,11 @@
 
 #include <QContextMenuEvent>
 
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 using enum AddressGroup;
 
-QStringList Numbered(const QString& caption) {
+static QStringList Numbered(const QString& caption) {
     QStringList captions;
     for (int i = 1; i <= 8; ++i)
         captions += caption.arg(i);
@@ -93,6 +91,3 @@ TEST_F(AddressesPageTest, EachLabelHasItsNameItsAddressAndItsClicks) {
         }
     }
 }
-
-} // namespace
-} // namespace vek

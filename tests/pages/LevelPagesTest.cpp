@@ -11,9 +11,7 @@
 #include <QRadioButton>
 #include <QSignalSpy>
 
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 
 TEST(LevelsPage, EachRowHasItsCaptionItsLimitsAndItsButton) {
@@ -120,6 +118,3 @@ TEST_F(SelectorsTest, TellTheOneChosenAndOpenItsMenu) {
     EXPECT_TRUE(selectors.UsePanel[0]->isChecked());
     EXPECT_EQ(Seen(), "mode"_L1);
 }
-
-} // namespace
-} // namespace vek

@@ -11,9 +11,7 @@
 #include <QLineEdit>
 #include <QToolTip>
 
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 
 struct RemotePanelsPageTest : testing::Test {
@@ -112,6 +110,3 @@ TEST(NotesPage, TellsHowMuchRoomIsLeft) {
     QTest::keyClicks(page.Text1, u"xy"_s);
     EXPECT_EQ(remaining->text(), "1493 of 1500 characters left"_L1);
 }
-
-} // namespace
-} // namespace vek

@@ -7,9 +7,7 @@
 
 #include <cstdlib>
 
-namespace vek {
-
-namespace {
+using namespace vek;
 
 using Names = std::vector<std::string>;
 
@@ -24,7 +22,7 @@ TEST(SerialDevices, AreSortedUsbFirstAndNaturally) {
     EXPECT_EQ(order, "ttyACM0 ttyUSB2 ttyUSB10 ttyAMA0 ttyS0 ttyS1 ttyS10 ");
 }
 
-std::string Assigned(const NamedComPorts& named, const Names& existing) {
+static std::string Assigned(const NamedComPorts& named, const Names& existing) {
     std::vector<SerialDevice> devices;
     for (const std::string& path : existing)
         devices.push_back({path, true});
@@ -102,7 +100,3 @@ TEST(SerialDevices, AreNeitherFilesNorOtherDevices) {
     EXPECT_TRUE(IsSerialDevice(line.PortPath()));
     EXPECT_TRUE(IsSerialDevice(folder.Path("port")));
 }
-
-} // namespace
-
-} // namespace vek

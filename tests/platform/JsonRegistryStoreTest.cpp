@@ -6,9 +6,7 @@
 
 #include <cstdlib>
 
-namespace vek {
-
-namespace {
+using namespace vek;
 
 using Names = std::vector<std::string>;
 
@@ -102,7 +100,3 @@ TEST_F(JsonStoreTest, TheEnvironmentNamesTheFile) {
     store.Flush();
     EXPECT_EQ(test::ReadText(path), "{\n    \"Key\": {}\n}\n");
 }
-
-} // namespace
-
-} // namespace vek

@@ -6,14 +6,12 @@
 
 #include <chrono>
 
-namespace vek {
-
-namespace {
+using namespace vek;
 
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-void WaitFor(QtOneShotTimer& timer) {
+static void WaitFor(QtOneShotTimer& timer) {
     while (timer.Enabled())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
@@ -50,7 +48,3 @@ TEST(QtOneShotTimer, RestartingAndStoppingEndTheFormerWait) {
     WaitFor(other);
     EXPECT_EQ(told, 1);
 }
-
-} // namespace
-
-} // namespace vek

@@ -10,9 +10,7 @@
 #include <chrono>
 #include <ctime>
 
-namespace vek {
-
-namespace {
+using namespace vek;
 
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
@@ -197,7 +195,3 @@ TEST_F(SerialControlTest, ClosesWhenTheDeviceVanishesBeforeEventsRun) {
     Wait(5);
     EXPECT_TRUE(port.PortOpen());
 }
-
-} // namespace
-
-} // namespace vek
