@@ -5,59 +5,53 @@ using namespace vek::test;
 
 using OnlineConnection = OnlineFixture;
 
-namespace {
-
-constexpr const char* findPacket = "44 69 52 65 43 74";
-constexpr const char* restartPacket = "52 FF FF AF";
 const std::string noRestart = "Error!|No reply to restart;";
 
-} // namespace
-
 TEST_F(OnlineConnection, SearchTellsWhatIsOnEachPort) {
+    using enum PortState;
     port.Present = {1, 2, 4};
     replies = {{{39, 2, 5, 209}}, {{240}}, {{8, 9, 19, 7, 16, 213, 0}}, {{240}}, {{77, 1, 1, 176}}};
     Search();
     EXPECT_EQ(view.Texts(), "Matrix Vek2.5|Relay 4 Vek4103.16|--------------|Matrix Vek2.5|");
-    EXPECT_EQ(view.Found[1]->State, PortState::OtherDevice);
+    EXPECT_EQ(view.States(), (PortStates{MatrixVek, OtherDevice, NotThere, MatrixVek}));
     EXPECT_EQ(view.Found[1]->Answer, (ByteVector{8, 9, 19, 7, 16, 213, 0}));
-    EXPECT_EQ(view.Found[2]->State, PortState::NotThere);
-    EXPECT_EQ(view.Found[3]->State, PortState::MatrixVek) << "found at the second attempt";
+    EXPECT_EQ(packets, "D R D R D D R ") << "the last one found at the second attempt";
     EXPECT_EQ(port.Story().find("0 open 1, 0 set 9600,n,8,2, 0 input, 0 send 44 69 52 65 43 74, 1 input, "
                                 "21 input, 21 send 52 FF FF AF, 22 input, 22 close, 22 open 2"),
               0U);
     EXPECT_FALSE(port.PortOpen());
-    EXPECT_EQ(view.Boxes, "");
 
     port.Present = {1, 2};
     replies = {{{77, 1, 1, 176}}, {{77, 1, 1, 176}}, {{39, 2, 5, 1}},
                std::nullopt,      std::nullopt,      std::nullopt};
     Search();
-    EXPECT_EQ(view.Found[0]->State, PortState::NotUnderstood);
+    EXPECT_EQ(view.States(), (PortStates{NotUnderstood, Silent, NotThere, NotThere}));
     EXPECT_EQ(view.Found[0]->Answer, (ByteVector{39, 2, 5, 1})) << "the last one";
-    EXPECT_EQ(view.Found[1]->State, PortState::Silent);
+    EXPECT_EQ(view.Boxes, "");
 }
 
-TEST_F(OnlineConnection, FindAttempts) {
+TEST_F(OnlineConnection, GoesOnlineWithAMatrixVekAndOffAgain) {
     const std::optional<ByteVector> unknown = ByteVector{1, 1, 1, 252};
-    const struct {
-        Replies replies;
-        int attempts;
-        bool found;
-    } cases[] = {
-        {{{{39, 2, 5, 208}}, {{39, 2, 5}}, {{39, 2, 5, 209}}}, 3, true},
-        {{std::nullopt, std::nullopt, std::nullopt}, 3, false},
-        {{unknown, unknown, unknown}, 3, false},
-        {{{{19, 1, 1, 234}}}, 1, false}, // known, but not the device to go online with
+    const std::tuple<std::size_t, Replies, const char*, bool> cases[] = {
+        {0, {{{39, 2, 5, 208}}, {{39, 2, 5}}, {{39, 2, 5, 209}}}, "D D D ", true},
+        {0, {std::nullopt, std::nullopt, std::nullopt}, "D D D ", false},
+        {0, {unknown, unknown, unknown}, "D D D ", false},
+        {0, {{{19, 1, 1, 234}}}, "D ", false}, // known, but not the device to go online with
+        {1, {}, "", false},                    // no port
     };
-    for (const auto& c : cases) {
+    for (const auto& [row, given, sent, found] : cases) {
         Forget();
-        replies = c.replies;
-        ChoosePort();
-        EXPECT_EQ(port.Count(findPacket), c.attempts);
-        EXPECT_EQ(session.IsOnline(), c.found);
-        EXPECT_EQ(view.Boxes, c.found ? "online;" : "");
-        EXPECT_EQ(port.PortOpen(), c.found);
+        view.shownOnline = !found;
+        replies = given;
+        ChoosePort(row);
+        EXPECT_EQ(packets, sent);
+        EXPECT_EQ(view.Boxes, found ? "online;" : "");
+        EXPECT_TRUE(session.IsOnline() == found && view.shownOnline == found && port.PortOpen() == found);
+        Forget();
         Disconnect();
+        Disconnect();
+        EXPECT_EQ(packets, found ? "R " : "") << "offline, there is nothing to restart";
+        EXPECT_FALSE(session.IsOnline() || view.shownOnline || port.PortOpen());
     }
     const long start = port.Now;
     const ByteVector pieces = {1, 2, 39, 2, 5, 209, 0}; // noise first
@@ -66,22 +60,6 @@ TEST_F(OnlineConnection, FindAttempts) {
     replies = {std::nullopt};
     GoOnline();
     EXPECT_EQ(port.Now - start, 9 + 20) << "from the fourth byte, time for the rest";
-}
-
-TEST_F(OnlineConnection, GoingOnlineAndOffline) {
-    port.Present = {3};
-    view.shownOnline = true;
-    ChoosePort(0);
-    EXPECT_FALSE(session.IsOnline() || view.shownOnline) << "the port is gone";
-    ChoosePort(2);
-    EXPECT_TRUE(session.IsOnline() && view.shownOnline);
-    EXPECT_EQ(port.Story("open"), "0 open 3");
-    Forget();
-
-    Disconnect();
-    Disconnect();
-    EXPECT_EQ(port.Sent, std::vector<std::string>{restartPacket}) << "offline, there is nothing to restart";
-    EXPECT_FALSE(session.IsOnline() || view.shownOnline || port.PortOpen());
 }
 
 TEST_F(OnlineConnection, RestartHasFourAttempts) {
@@ -95,7 +73,7 @@ TEST_F(OnlineConnection, RestartHasFourAttempts) {
         GoOnline();
         replies = given;
         Disconnect();
-        EXPECT_EQ(port.Count(restartPacket), 4);
+        EXPECT_EQ(packets, "R R R R ");
         EXPECT_EQ(view.Boxes, boxes);
         EXPECT_FALSE(port.PortOpen() || session.IsOnline());
     }

@@ -60,15 +60,13 @@ TEST_F(Searching, RepliesPassesAndRestarts) {
 }
 
 TEST_F(Searching, TellsWhatIsOnEachPortAndLeavesItClosed) {
+    using enum PortState;
     port.Present = {1, 2, 4};
     port.Refusal = OpenFailure::InUse;
     findReplies = {{{39, 2, 5, 209}}, {{19, 1, 39, 2, 5, 209, 0}}, {{19, 7, 16, 213, 0}}};
     Search();
     EXPECT_EQ(outcomes.Texts(), "Matrix Vek2.5|Matrix Vek2.5|--------------|Relay 4 Vek4103.16|");
-    const PortState states[] = {PortState::MatrixVek, PortState::MatrixVek, PortState::InUse,
-                                PortState::OtherDevice};
-    for (std::size_t row = 0; row < portCount; ++row)
-        EXPECT_EQ(outcomes.Found[row]->State, states[row]) << row;
+    EXPECT_EQ(outcomes.States(), (PortStates{MatrixVek, MatrixVek, InUse, OtherDevice}));
     EXPECT_EQ(outcomes.Found[1]->Answer, (ByteVector{19, 1, 39, 2, 5, 209, 0}));
     EXPECT_EQ(outcomes.Found[1]->Settings, "9600,n,8,2");
     EXPECT_FALSE(port.PortOpen());
@@ -81,14 +79,12 @@ TEST_F(Searching, TellsWhatIsOnEachPortAndLeavesItClosed) {
     port.Refusal = OpenFailure::NotPermitted;
     Search();
     EXPECT_EQ(outcomes.Texts(), "--------------4103.16|--------------|--------------|--------------|");
-    EXPECT_EQ(outcomes.Found[0]->State, PortState::NotUnderstood);
-    EXPECT_EQ(outcomes.Found[1]->State, PortState::NotPermitted);
-    EXPECT_EQ(outcomes.Found[2]->State, PortState::NotUnderstood);
+    EXPECT_EQ(outcomes.States(), (PortStates{NotUnderstood, NotPermitted, NotUnderstood, NotPermitted}));
     EXPECT_EQ(outcomes.Found[2]->Settings, rate);
     EXPECT_EQ(outcomes.Found[2]->Answer, *wrong);
     rate = "none";
     Search();
-    EXPECT_EQ(outcomes.Found[0]->State, PortState::Silent);
+    EXPECT_EQ(outcomes.Found[0]->State, Silent);
 }
 
 TEST_F(Searching, SendingIsWaitedForBeforeTheWaitsBegin) {
