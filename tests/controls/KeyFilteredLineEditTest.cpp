@@ -97,15 +97,6 @@ TEST_F(KeyFilteredLineEditTest, WhatASelectionReplacesCountsAsGone) {
     EXPECT_EQ(edit.text(), "123"_L1);
 }
 
-TEST_F(KeyFilteredLineEditTest, NavigationDeletionAndClipboardKeysWork) {
-    edit.setText(u"1234"_s);
-    for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Delete, Qt::Key_End, Qt::Key_Left, Qt::Key_Backspace})
-        QTest::keyClick(&edit, key);
-    QTest::keyClick(&edit, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(&edit, Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QApplication::clipboard()->text(), "24"_L1);
-}
-
 TEST_F(KeyFilteredLineEditTest, SelectsItsTextWhenEnteredByMouseUntilDragged) {
     QPoint at = EnterByMouse();
     QTest::mouseMove(&edit, at + QPoint(1, 0));

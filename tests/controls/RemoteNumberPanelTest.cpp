@@ -72,20 +72,6 @@ struct RemoteNumberPanelTest : testing::Test {
     QSignalSpy changes{&panel, &RemoteNumberPanel::Change};
 };
 
-TEST_F(RemoteNumberPanelTest, TypedListsKeepTheRules) {
-    const std::tuple<NumberList, const char*, const char*> cases[] = {{inputs, "9a121", "12"},
-                                                                      {inputs, "8765432100", "876543210"},
-                                                                      {volumes, "0gaA2b", "2ABG"},
-                                                                      {volumes, "43215", "1234"},
-                                                                      {selectors, "2 1-", "12"}};
-    for (const auto& [list, typed, contents] : cases) {
-        Start(list);
-        QTest::keyClicks(&edit, QLatin1StringView(typed));
-        EXPECT_EQ(panel.Contents(), QLatin1StringView(contents)) << typed;
-        EXPECT_EQ(changes.count(), panel.Contents().size()) << typed;
-    }
-}
-
 TEST_F(RemoteNumberPanelTest, ChangeComesBeforeTheListIsPutInOrder) {
     Start(volumes, u"2"_s);
     QStringList seen;

@@ -4,8 +4,6 @@
 #include "support/ScriptedDialogs.h"
 #include "support/Windows.h"
 
-#include <QPushButton>
-
 using namespace vek;
 using namespace Qt::StringLiterals;
 using test::ScriptedDialogs;
@@ -44,25 +42,6 @@ TEST_F(Messages, OpenInOrderAfterTheHandlerThatShowedThem) {
     story += "handler ";
     LetEventsRun();
     EXPECT_EQ(story, "handler one two three ");
-}
-
-TEST_F(Messages, WaitForAHeldMouseButton) {
-    auto* button = new QPushButton(u"Mute"_s, &window);
-    bool clicked = false;
-    QObject::connect(button, &QPushButton::pressed, &window,
-                     [&] { messages.Show(MessageIcon::None, u"A"_s, u"1"_s); });
-    QObject::connect(button, &QPushButton::clicked, &window, [&] { clicked = true; });
-    ShowActive(window);
-    const QPoint centre = button->mapTo(&window, button->rect().center());
-    QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, centre);
-    ASSERT_TRUE(button->isDown());
-    LetEventsRun();
-    QTest::qWait(30);
-    EXPECT_FALSE(dialogs.AnyOpen()) << "nothing is expected yet";
-    dialogs.ExpectMessage(u"A"_s, u"1"_s, MessageIcon::None,
-                          [&] { EXPECT_TRUE(clicked && !button->isDown()); });
-    QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, centre);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return dialogs.Done() && !dialogs.AnyOpen(); }));
 }
 
 TEST_F(Messages, AreAwaitedByConversations) {

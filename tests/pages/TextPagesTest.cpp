@@ -48,22 +48,17 @@ TEST_F(RemotePanelsPageTest, EachBoxIsNamedByItsOutputAndItsColumn) {
     }
 }
 
-TEST_F(RemotePanelsPageTest, TellsWhatTheUserDid) {
+TEST_F(RemotePanelsPageTest, TellsOfKeysAndWishesToLink) {
     std::string seen;
-    QObject::connect(&page, &RemotePanelsPage::ListEdited, [&] { seen += "list "; });
-    QObject::connect(&page, &RemotePanelsPage::RouteEdited, [&] { seen += "route "; });
     QObject::connect(&page, &RemotePanelsPage::KeyTyped, [&] { seen += "key "; });
     QObject::connect(&page, &RemotePanelsPage::LinkClicked, [&] { seen += "link "; });
-    for (std::size_t output = 0; output < outputCount; ++output) {
-        for (const auto& list : lists) {
-            QTest::keyClicks(&Text(list.Boxes[output]), u"3"_s);
-            Child<QAction>(*list.Boxes[output], "mnuLink").trigger();
+    for (const auto& list : lists)
+        for (RemoteNumberPanel* box : list.Boxes) {
+            QTest::keyClicks(&Text(box), u"3"_s);
+            Child<QAction>(*box, "mnuLink").trigger();
             EXPECT_EQ(std::exchange(seen, {}),
-                      list.List == NumberList::InputSequence ? "list link " : "key list link ");
+                      list.List == NumberList::InputSequence ? "link " : "key link ");
         }
-        QTest::keyClick(page.UsePreviousRouteCheck[output], Qt::Key_Space);
-        EXPECT_EQ(std::exchange(seen, {}), "route ");
-    }
 }
 
 TEST_F(RemotePanelsPageTest, RefusesThePanelsOfOtherOutputs) {
