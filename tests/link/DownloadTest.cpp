@@ -41,7 +41,6 @@ TEST_F(Download, BytesAndSettingsInOrder) {
               "1053 input, 1053 set 9600,o,8,1, 1053 send 33, 1063 set 9600,e,8,1, 1063 send FF, "
               "1064 input");
     EXPECT_EQ(outcomes.Percentages, "0.0% 33.3% 100% ");
-    EXPECT_EQ(outcomes.Tenths, (std::vector<int>{0, 333, 1000}));
 }
 
 TEST_F(Download, WholeImageTakesItsFixedWaits) {
@@ -56,52 +55,44 @@ TEST_F(Download, WholeImageTakesItsFixedWaits) {
     EXPECT_EQ(outcomes.Percentages, "100% ") << "of nothing";
 }
 
-TEST_F(Download, RestartRepliesAndRetries) {
-    const struct {
-        const char* replies;
-        int attempts;
-        std::string boxes;
-        long time;
-    } cases[] = {
-        {"+", 1, "", 11},
-        {".1-+", 4, "", 2 * 510 + 2 * 11},
-        {".-..", 4, noRestart, 3 * 510 + 11},
-        {"1111", 4, noRestart, 4 * 510},
-        {"...-", 4, "Error!|Reply fail to restart;", 3 * 510 + 11},
-    };
-    for (const auto& c : cases) {
-        OpenPort();
-        const long start = port.Now;
-        commandReplies = c.replies;
-        EXPECT_EQ(Run(link.restart_unit()), c.boxes.empty());
-        EXPECT_EQ(port.Count("33"), c.attempts);
-        EXPECT_EQ(outcomes.Boxes, c.boxes);
-        EXPECT_EQ(port.Now - start, c.time);
-    }
-}
-
 TEST_F(Download, OutcomesOfAnAttempt) {
     using enum ConfigureResult;
+    constexpr long found = 370, nextRate = 170; // at the first rate; of each further one
+    constexpr long silent = 510, answered = 11; // commands
     const struct {
         const char* rate; ///< empty: no port
         const char* replies;
         ConfigureResult result;
         std::string boxes;
+        int restarts;
+        long time;
     } cases[] = {
-        {"", "", PortNotOpen, "Error!|Port not open;"},
-        {"none", "", NotResponding, "Error!|Vek not responding;"},
-        {"4800,n,8,2", "+.-1.", DownloadFailed, "Error!  1|No reply to download;"},
-        {"9600,n,8,2", "...-", DownloadFailed, "Error!  0|Reply to download failed;"},
-        {"9600,n,8,2", "...+...+", Done, "another?;"},
-        {"9600,n,8,2", "+++....", RestartFailed, noRestart + programFailed},
+        {"", "", PortNotOpen, "Error!|Port not open;", 0, 0},
+        {"none", "", NotResponding, "Error!|Vek not responding;", 0, found + 7 * nextRate - 70},
+        {"4800,n,8,2", "+.-1.", DownloadFailed, "Error!  1|No reply to download;", 0,
+         found + 5 * nextRate + 2 * answered + 3 * silent},
+        {"9600,n,8,2", "...-", DownloadFailed, "Error!  0|Reply to download failed;", 0,
+         found + 3 * silent + answered},
+        {"9600,n,8,2", "...+...+", Done, "another?;", 1, found + 6 * silent + 4 * answered},
+        {"9600,n,8,2", "+++.1-+", Done, "another?;", 4, found + 2 * silent + 5 * answered},
+        {"9600,n,8,2", "+++1111", RestartFailed, noRestart + programFailed, 4,
+         found + 4 * silent + 3 * answered},
+        {"9600,n,8,2", "+++.-..", RestartFailed, noRestart + programFailed, 4,
+         found + 3 * silent + 4 * answered},
+        {"9600,n,8,2", "+++...-", RestartFailed, "Error!|Reply fail to restart;" + programFailed, 4,
+         found + 3 * silent + 4 * answered},
     };
     for (const auto& c : cases) {
         outcomes.Boxes.clear();
+        port.Forget();
         rate = c.rate;
         port.Present = {rate.empty() ? 2 : 1};
         commandReplies = c.replies;
+        const long start = port.Now;
         EXPECT_EQ(Run(link.ProgramVek(0, image, outcomes)), c.result) << c.boxes;
         EXPECT_EQ(outcomes.Boxes, c.boxes);
+        EXPECT_EQ(port.Count("33"), c.restarts) << c.replies;
+        EXPECT_EQ(port.Now - start, c.time) << c.replies;
         EXPECT_FALSE(port.PortOpen());
     }
 }

@@ -10,13 +10,9 @@ namespace vek::test {
 class LinkOutcomesOfTest : public RecordingOutcomes<LinkOutcomes>, public ProgrammingOutcomes {
   public:
     std::string Percentages; ///< each followed by a blank
-    std::vector<int> Tenths;
-    int YesAnswers = 0; ///< to questions to come
+    int YesAnswers = 0;      ///< to questions to come
 
-    void Progress(DownloadProgress progress) override {
-        Percentages += PercentText(progress) + ' ';
-        Tenths.push_back(TenthsOf(progress));
-    }
+    void Progress(DownloadProgress progress) override { Percentages += PercentText(progress) + ' '; }
     Task<bool> WantsAnother() override {
         Boxes += "another?;";
         co_return YesAnswers-- > 0;
