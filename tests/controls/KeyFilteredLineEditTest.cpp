@@ -1,14 +1,12 @@
 #include "controls/KeyFilteredLineEdit.h"
 
-#include "support/Windows.h"
+#include "controls/ControlTest.h"
 
 #include <QClipboard>
 #include <QDropEvent>
 #include <QInputMethodEvent>
 #include <QMenu>
 #include <QMimeData>
-#include <QSignalSpy>
-#include <QVBoxLayout>
 
 #include <memory>
 
@@ -18,14 +16,8 @@ using namespace Qt::StringLiterals;
 /// Takes digits, each only once.
 static bool TakesKey(QChar key, const QString& rest) { return key.isDigit() && !rest.contains(key); }
 
-struct KeyFilteredLineEditTest : testing::Test {
-    KeyFilteredLineEditTest() {
-        auto* column = new QVBoxLayout(&window);
-        column->addWidget(&other);
-        column->addWidget(&edit);
-        ShowActive(window);
-        edit.setFocus();
-    }
+struct KeyFilteredLineEditTest : ControlTest<KeyFilteredLineEdit> {
+    KeyFilteredLineEditTest() : ControlTest(TakesKey) { edit.setFocus(); }
 
     /// The box's answer to a text that is moved into it.
     Qt::DropAction Drop(const QString& text) {
@@ -56,9 +48,7 @@ struct KeyFilteredLineEditTest : testing::Test {
         return at;
     }
 
-    QWidget window;
-    QLineEdit other;
-    KeyFilteredLineEdit edit{TakesKey};
+    KeyFilteredLineEdit& edit = control;
 };
 
 TEST_F(KeyFilteredLineEditTest, EveryWayInPassesTheFilterCharacterByCharacter) {

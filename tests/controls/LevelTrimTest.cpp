@@ -1,11 +1,8 @@
 #include "controls/LevelTrim.h"
 
-#include "support/Windows.h"
+#include "controls/ControlTest.h"
 
 #include <QAccessible>
-#include <QLineEdit>
-#include <QSignalSpy>
-#include <QVBoxLayout>
 
 using namespace vek;
 using namespace Qt::StringLiterals;
@@ -39,37 +36,21 @@ TEST(LevelTrimGeometry, StaysOnTheTrackAndWithinTheLimits) {
     EXPECT_EQ(ScaleLevels({10.0F, -62.0F}), (std::array{10.0F, -14.0F, -38.0F, -62.0F}));
 }
 
-struct LevelTrimTest : testing::Test {
-    LevelTrimTest() {
-        auto* column = new QVBoxLayout(&window);
-        column->addWidget(&other);
-        column->addWidget(&fader);
-        window.resize(120, 300);
-        ShowActive(window);
-    }
+struct LevelTrimTest : LevelControlTest<LevelTrim> {
+    LevelTrimTest() : LevelControlTest("Text2") { window.resize(120, 300); }
 
     void Enter(const QString& text) {
-        readOut.setFocus();
-        readOut.selectAll();
-        QTest::keyClicks(&readOut, text);
+        Type(text);
         QTest::keyClick(&readOut, Qt::Key_Return);
     }
-
-    using State = std::pair<float, qsizetype>;
-    /// The level and the number of changes told.
-    State Now() const { return {fader.Level(), changes.count()}; }
-
     void RepeatDown() {
         QKeyEvent again(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier, {}, true);
         QApplication::sendEvent(&knob, &again);
     }
 
-    QWidget window;
-    QLineEdit other;
-    LevelTrim fader;
+    LevelTrim& fader = control;
     QWidget& knob = Child<QWidget>(fader, "Command1");
-    QLineEdit& readOut = Child<QLineEdit>(fader, "Text2");
-    QSignalSpy changes{&fader, &LevelTrim::Change};
+    QLineEdit& readOut = edit;
 };
 
 TEST_F(LevelTrimTest, PropertiesMoveTheKnobWithoutEvents) {

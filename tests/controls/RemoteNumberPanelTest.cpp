@@ -1,13 +1,10 @@
 #include "controls/RemoteNumberPanel.h"
 
-#include "support/Windows.h"
+#include "controls/ControlTest.h"
 
 #include <QAction>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
-#include <QSignalSpy>
-#include <QVBoxLayout>
 
 using namespace vek;
 using namespace Qt::StringLiterals;
@@ -46,15 +43,7 @@ TEST(NumberListRules, DecideOnEveryKeyAndOrder) {
     EXPECT_EQ(OrderedList(inputs, u"3102"), u"3102");
 }
 
-struct RemoteNumberPanelTest : testing::Test {
-    RemoteNumberPanelTest() {
-        auto* column = new QVBoxLayout(&window);
-        column->addWidget(&other);
-        column->addWidget(&panel);
-        ShowActive(window);
-        edit.setFocus();
-    }
-
+struct RemoteNumberPanelTest : ControlTest<RemoteNumberPanel> {
     void Start(NumberList list, const QString& contents = {}) {
         panel.SetMode(static_cast<int>(list));
         panel.SetContents(contents);
@@ -63,9 +52,7 @@ struct RemoteNumberPanelTest : testing::Test {
         changes.clear();
     }
 
-    QWidget window;
-    QLineEdit other;
-    RemoteNumberPanel panel;
+    RemoteNumberPanel& panel = control;
     QLineEdit& edit = Child<QLineEdit>(panel, "Text1");
     QLabel& label = Child<QLabel>(panel, "Label1");
     QMenu& menu = Child<QMenu>(panel, "mnuHidden");

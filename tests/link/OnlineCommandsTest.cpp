@@ -1,7 +1,5 @@
 #include "link/OnlineFixture.h"
 
-#include "base/Errors.h"
-
 #include <gmock/gmock.h>
 
 using namespace vek;
@@ -86,17 +84,6 @@ TEST_F(OnlineCommands, FailedRepliesAreToldAndTheNextOutputFollows) {
         EXPECT_EQ(port.Now - start, 500 + static_cast<long>(port.Sent.size()) - 1);
         Disconnect();
     }
-}
-
-TEST_F(OnlineCommands, AValueBeyondAByteStopsTheOperation) {
-    GoOnline();
-    view.source = LevelSource::OutputTrims;
-    view.outputTrims = {0, 22.5F, 0, 23, 0, 0, 0, 0};
-    port.At(2, [&] { Levels(); }); // dropped with the operation
-    EXPECT_THROW(Levels(), OverflowError);
-    view.outputTrims.fill(1);
-    Levels();
-    EXPECT_EQ(packets, "V0=210 V1=255 V2=210 " + Pass('V', 212)) << "the session goes on";
 }
 
 TEST_F(OnlineCommands, CallsDuringWaitsAreServedAfterwardsTogether) {
