@@ -35,6 +35,8 @@ TEST(Notes, AllCharactersOfTheCodePageAndNoOthers) {
             all += static_cast<char>(byte);
     box.SetBytes(all);
     EXPECT_EQ(box.Bytes(), all);
+    box.SetBytes("a\r\nb\rc\nd\n\r");
+    EXPECT_EQ(box.Bytes(), "a\r\nb\r\nc\r\nd\r\n\r\n");
 }
 
 TEST(Notes, NoMoreThanFits) {

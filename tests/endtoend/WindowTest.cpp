@@ -14,6 +14,7 @@
 #include "support/OnlinePackets.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestData.h"
+#include "support/Windows.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -71,17 +72,7 @@ class WindowOnDevice : public testing::Test {
     }
     QWidget* Knob(const char* fader) { return Find(fader)->findChild<QWidget*>(u"Command1"_s); }
     float Level(const char* fader) { return Find<LevelTrim>(fader)->Level(); }
-    /// Drags a knob so many pixels down, at most to the window's edge, and lets it go.
-    void Drag(const char* fader, int down) {
-        QWidget* knob = Knob(fader);
-        QWindow* handle = window->windowHandle();
-        const QPoint grip = InWindow(knob, knob->rect().center());
-        const QPoint goal(grip.x(), std::clamp(grip.y() + down, 0, window->height() - 1));
-        QTest::mousePress(handle, Qt::LeftButton, {}, grip);
-        QTest::mouseMove(handle, (grip + goal) / 2);
-        QTest::mouseMove(handle, goal);
-        QTest::mouseRelease(handle, Qt::LeftButton, {}, goal);
-    }
+    void Drag(const char* fader, int down) { DragBy(*Knob(fader), {0, down}); }
     void Type(const char* box, const char* text) {
         auto* edit = Find(box)->findChild<QLineEdit*>(u"Text1"_s);
         ClickOn(edit, edit->rect().center());

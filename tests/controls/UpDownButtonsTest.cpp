@@ -1,5 +1,3 @@
-// The step buttons and the conversion of texts, which other controls share.
-#include "controls/TextConversion.h"
 #include "controls/UpDownButtons.h"
 #include "support/Windows.h"
 
@@ -74,17 +72,4 @@ TEST_F(UpDownButtonsTest, APressThatEndsItselfMakesNoStep) {
     QApplication::processEvents();
     EXPECT_EQ(seen, "pressed released ");
     EXPECT_FALSE(timer.isActive());
-}
-
-TEST(TextConversion, LineEndsAndTheCodePage) {
-    const std::tuple<const char*, QString, const char*> cases[] = {
-        {"a\r\nb\rc\nd", u"a\nb\nc\nd"_s, "a\r\nb\r\nc\r\nd"},
-        {"\x80\xE9", u"\u20AC\u00E9"_s, "\x80\xE9"},
-        {"\n\r", u"\n\n"_s, "\r\n\r\n"}};
-    for (const auto& [bytes, lines, back] : cases) {
-        EXPECT_EQ(LinesFromBytes(bytes), lines);
-        EXPECT_EQ(LinesToBytes(lines), back);
-    }
-    EXPECT_EQ(LinesToBytes(u"a\r\nb\rc"_s), "a\r\nb\r\nc");
-    EXPECT_EQ(ToBytes(u"\u2192\U0001F600x"_s), "??x");
 }
