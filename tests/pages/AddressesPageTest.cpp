@@ -30,24 +30,18 @@ const struct {
     {Route, "VekNetLabelRoute", Numbered(u"Input %1"_s), 1096, 1160},
 };
 
-struct AddressesPageTest : testing::Test {
-    AddressesPageTest() {
-        page.resize(900, 600);
-        page.ShowAddresses({}, 1000, 2); // a label without a text would still be found
-        ShowActive(page);
-        QObject::connect(&page, &AddressesPage::MenuRequested,
-                         [this](AddressGroup group, std::size_t function, QPoint at) {
-                             EXPECT_EQ(at, wanted);
-                             menus.emplace_back(group, function);
-                         });
-    }
-
+TEST(AddressesPage, EachLabelHasItsNameItsAddressAndItsMenu) {
     AddressesPage page;
-    std::vector<std::pair<AddressGroup, std::size_t>> menus; ///< asked for
-    QPoint wanted;                                           ///< where a menu must open, global
-};
-
-TEST_F(AddressesPageTest, EachLabelHasItsNameItsAddressAndItsMenu) {
+    page.resize(900, 600);
+    page.ShowAddresses({}, 1000, 2); // a label without a text would still be found
+    ShowActive(page);
+    std::vector<std::pair<AddressGroup, std::size_t>> menus; // asked for
+    QPoint wanted;                                           // where a menu must open, global
+    QObject::connect(&page, &AddressesPage::MenuRequested,
+                     [&](AddressGroup group, std::size_t function, QPoint at) {
+                         EXPECT_EQ(at, wanted);
+                         menus.emplace_back(group, function);
+                     });
     for (const auto& group : groups) {
         const std::size_t rows = static_cast<std::size_t>(group.Captions.size());
         for (std::size_t function = 0; function < 2 * rows; ++function) {
