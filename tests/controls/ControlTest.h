@@ -3,9 +3,6 @@
 
 #include "support/Windows.h"
 
-#include <QLineEdit>
-#include <QVBoxLayout>
-
 #include <utility>
 
 namespace vek {

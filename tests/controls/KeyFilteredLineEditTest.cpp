@@ -2,12 +2,6 @@
 
 #include "controls/ControlTest.h"
 
-#include <QClipboard>
-#include <QDropEvent>
-#include <QInputMethodEvent>
-#include <QMenu>
-#include <QMimeData>
-
 #include <memory>
 
 using namespace vek;

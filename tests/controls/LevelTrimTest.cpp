@@ -2,8 +2,6 @@
 
 #include "controls/ControlTest.h"
 
-#include <QAccessible>
-
 using namespace vek;
 using namespace Qt::StringLiterals;
 

@@ -2,10 +2,6 @@
 
 #include "controls/ControlTest.h"
 
-#include <QAction>
-#include <QLabel>
-#include <QMenu>
-
 using namespace vek;
 using namespace Qt::StringLiterals;
 

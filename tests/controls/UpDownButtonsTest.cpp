@@ -1,9 +1,6 @@
 #include "controls/UpDownButtons.h"
 #include "support/Windows.h"
 
-#include <QAbstractButton>
-#include <QTimer>
-
 #include <functional>
 
 using namespace vek;

@@ -2,8 +2,6 @@
 
 #include "controls/ControlTest.h"
 
-#include <QTimer>
-
 using namespace vek;
 using namespace Qt::StringLiterals;
 

@@ -2,13 +2,6 @@
 
 #include "support/Windows.h"
 
-#include <QFile>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTemporaryDir>
-#include <QTimer>
-
 #include <functional>
 
 using namespace vek;

@@ -3,10 +3,6 @@
 #include "base/Errors.h"
 #include "support/Windows.h"
 
-#include <QFrame>
-#include <QLabel>
-#include <QPushButton>
-
 using namespace vek;
 using namespace Qt::StringLiterals;
 

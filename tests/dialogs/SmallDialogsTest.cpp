@@ -4,11 +4,6 @@
 #include "support/ScriptedDialogs.h"
 #include "support/Windows.h"
 
-#include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-
 using namespace vek;
 using namespace Qt::StringLiterals;
 

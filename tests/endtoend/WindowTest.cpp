@@ -16,17 +16,6 @@
 #include "support/TestData.h"
 #include "support/Windows.h"
 
-#include <QAbstractButton>
-#include <QAction>
-#include <QApplication>
-#include <QEventLoop>
-#include <QLineEdit>
-#include <QTabBar>
-#include <QTabWidget>
-#include <QTest>
-#include <QTimer>
-#include <QWindow>
-
 #include <gmock/gmock.h>
 
 #include <optional>

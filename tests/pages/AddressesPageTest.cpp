@@ -3,8 +3,6 @@
 #include "controls/AddressLabel.h"
 #include "pages/PageLayout.h"
 
-#include <QContextMenuEvent>
-
 using namespace vek;
 using namespace Qt::StringLiterals;
 using enum AddressGroup;

@@ -6,11 +6,6 @@
 #include "pages/Selectors.h"
 #include "pages/TrimPage.h"
 
-#include <QContextMenuEvent>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QSignalSpy>
-
 using namespace vek;
 using namespace Qt::StringLiterals;
 

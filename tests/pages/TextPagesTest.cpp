@@ -6,11 +6,6 @@
 #include "pages/RemotePanelsPage.h"
 #include "pages/Rs232Page.h"
 
-#include <QAction>
-#include <QCheckBox>
-#include <QLineEdit>
-#include <QToolTip>
-
 using namespace vek;
 using namespace Qt::StringLiterals;
 
