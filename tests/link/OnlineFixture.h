@@ -12,7 +12,6 @@ class OnlineWindow : public RecordingOutcomes<OnlineOutcomes>, public OnlineInpu
   public:
     bool shownOnline = false;
     std::string lines; ///< the diagnostic lines
-    std::function<void(const std::string& text)> OnLine = [](const std::string&) {};
     std::size_t input = 0, currentOutput = 0;
     std::array<bool, 8> muted = {};
     LevelSource source = LevelSource::InputTrims;
@@ -25,9 +24,9 @@ class OnlineWindow : public RecordingOutcomes<OnlineOutcomes>, public OnlineInpu
         co_return;
     }
     void Disconnected() override { shownOnline = false; }
-    void PassBegins() override { Line("\r\n"); }
-    void SendingVolume(int output, float sent) override { Line(VolumeLine(output, sent)); }
-    void SendingRoute(int output, int routed) override { Line(RouteLine(output, routed)); }
+    void PassBegins() override { lines += "\r\n"; }
+    void SendingVolume(int output, float sent) override { lines += VolumeLine(output, sent); }
+    void SendingRoute(int output, int routed) override { lines += RouteLine(output, routed); }
 
     std::size_t OnlineInput() const override { return input; }
     bool MutedOutput(std::size_t output) const override { return muted.at(output); }
@@ -37,12 +36,6 @@ class OnlineWindow : public RecordingOutcomes<OnlineOutcomes>, public OnlineInpu
     float InputLevelTrim(std::size_t trim) const override { return inputTrims.at(trim); }
     float OutputLevelTrim(std::size_t trim) const override { return outputTrims.at(trim); }
     float OnlineLevelOffset() const override { return offset; }
-
-  private:
-    void Line(const std::string& text) {
-        lines += text;
-        OnLine(text);
-    }
 };
 
 class OnlineFixture : public testing::Test {
