@@ -5,8 +5,6 @@ using namespace vek::test;
 
 using OnlineConnection = OnlineFixture;
 
-const std::string noRestart = "Error!|No reply to restart;";
-
 TEST_F(OnlineConnection, SearchTellsWhatIsOnEachPort) {
     using enum PortState;
     port.Present = {1, 2, 4};

@@ -23,6 +23,7 @@ inline std::optional<ByteVector> Next(Replies& replies, const ByteVector& whenUs
     return reply;
 }
 
+inline const std::string noRestart = "Error!|No reply to restart;";
 using PortStates = std::vector<PortState>;
 
 template <typename Outcomes>

@@ -74,16 +74,12 @@ TEST(SerialDevices, AreToldByTheirDriver) {
                                          "pty_master           /dev/ptm      128 0-1048575 pty:master\n"
                                          "ttyprintk            /dev/ttyprintk  5       3 console\n"
                                          "unknown              /dev/tty        4 1-63 console\n";
-    const struct {
-        unsigned Major;
-        unsigned Minor;
-        bool Serial;
-    } cases[] = {{188, 0, true}, {188, 511, true}, {188, 512, false}, {4, 64, true}, {4, 67, true},
-                 {4, 68, false}, {4, 1, false},    {4, 0, false},     {5, 0, false}, {5, 2, false},
-                 {5, 3, false},  {136, 300, true}, {128, 3, false},   {1, 3, false}};
-    for (const auto& device : cases)
-        EXPECT_EQ(IsSerialDriver(drivers, device.Major, device.Minor), device.Serial)
-            << device.Major << ":" << device.Minor;
+    const std::tuple<unsigned, unsigned, bool> cases[] = {
+        {188, 0, true}, {188, 511, true}, {188, 512, false}, {4, 64, true}, {4, 67, true},
+        {4, 68, false}, {4, 1, false},    {4, 0, false},     {5, 0, false}, {5, 2, false},
+        {5, 3, false},  {136, 300, true}, {128, 3, false},   {1, 3, false}};
+    for (const auto& [major, minor, serial] : cases)
+        EXPECT_EQ(IsSerialDriver(drivers, major, minor), serial) << major << ":" << minor;
 }
 
 TEST(SerialDevices, AreNeitherFilesNorOtherDevices) {

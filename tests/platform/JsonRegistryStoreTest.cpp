@@ -12,8 +12,6 @@ using Names = std::vector<std::string>;
 
 class JsonStoreTest : public testing::Test {
   protected:
-    void TearDown() override { ::unsetenv("VEK_STORE"); }
-
     test::TemporaryFolder folder;
     std::string path = folder.Path("new folder/registry.json");
 };
@@ -96,6 +94,7 @@ TEST_F(JsonStoreTest, InheritsUntilItHasAFileOfItsOwn) {
 TEST_F(JsonStoreTest, TheEnvironmentNamesTheFile) {
     ::setenv("VEK_STORE", path.c_str(), 1);
     JsonRegistryStore store = JsonRegistryStore::OfThisMachine();
+    ::unsetenv("VEK_STORE");
     store.CreateKey("Key");
     store.Flush();
     EXPECT_EQ(test::ReadText(path), "{\n    \"Key\": {}\n}\n");
