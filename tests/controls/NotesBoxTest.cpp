@@ -1,15 +1,7 @@
 #include "controls/NotesBox.h"
 
 #include "model/Config.h"
-
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QInputMethodEvent>
-#include <QKeyEvent>
-#include <QSignalSpy>
-#include <QTest>
-
-#include <gtest/gtest.h>
+#include "support/Windows.h"
 
 using namespace vek;
 using namespace Qt::StringLiterals;

@@ -62,13 +62,6 @@ class WindowOnDevice : public testing::Test {
     QWidget* Knob(const char* fader) { return Find(fader)->findChild<QWidget*>(u"Command1"_s); }
     float Level(const char* fader) { return Find<LevelTrim>(fader)->Level(); }
     void Drag(const char* fader, int down) { DragBy(*Knob(fader), {0, down}); }
-    void Type(const char* box, const char* text) {
-        auto* edit = Find(box)->findChild<QLineEdit*>(u"Text1"_s);
-        ClickOn(edit, edit->rect().center());
-        QTest::keySequence(edit, QKeySequence::SelectAll);
-        QTest::keyClicks(edit, QString::fromLatin1(text));
-        QTest::keyClick(edit, Qt::Key_Return);
-    }
 
     template <typename Condition>
     static void Await(Condition condition, const char* what) {
@@ -181,8 +174,6 @@ TEST_F(WindowOnDevice, ProgramsWhatWasEditedAndSaved) {
     Drag("LevelTrim1", -1000);
     Click("UseSliderToSet_0");
     expected.Modes[1].OutputLevels[2].MaximumLevel = 10.0F;
-    Type("RemoteStepLevel", "1.5");
-    expected.Modes[1].OutputLevels[2].StepLevel = 1.5F;
 
     boxes.ExpectSaveFile(example, saved);
     boxes.ExpectMessage(u"File Saved."_s, u"Configuration saved to mine.VMC"_s, MessageIcon::None);
