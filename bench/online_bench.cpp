@@ -8,6 +8,7 @@
 #include "platform/QtOneShotTimer.h"
 #include "platform/QtSerialControl.h"
 #include "simulator/RunningVek.h"
+#include "support/ForwardingControl.h"
 #include "support/MemoryStore.h"
 
 #include <QAbstractButton>
@@ -105,25 +106,16 @@ class BareLine {
     Descriptor port;
 };
 
-/// A serial control that counts the acknowledgements which the editor takes.
-class CountingControl final : public SerialControl {
+/// The real serial control; counts the acknowledgements which the editor takes.
+class CountingControl final : public test::ForwardingControl {
   public:
     CountingControl(QtSerialControl::DeviceLookup deviceOf, int& acknowledged)
-        : port_(std::move(deviceOf)), acknowledged_(acknowledged) {}
-    void SetCommPort(int number) override { port_.SetCommPort(number); }
-    void SetPortOpen(bool open) override { port_.SetPortOpen(open); }
-    bool PortOpen() const override { return port_.PortOpen(); }
-    OpenFailure WhyNotOpen() const override { return port_.WhyNotOpen(); }
-    void SetSettings(std::string_view settings) override { port_.SetSettings(settings); }
-    void Output(std::span<const std::uint8_t> bytes) override { port_.Output(bytes); }
-    bool Sending() const override { return port_.Sending(); }
+        : ForwardingControl(port_), port_(std::move(deviceOf)), acknowledged_(acknowledged) {}
     ByteVector Input() override {
         ByteVector input = port_.Input();
         acknowledged_ += static_cast<int>(std::ranges::count(input, acceptedReply));
         return input;
     }
-    std::size_t InBufferCount() const override { return port_.InBufferCount(); }
-    void SetListener(std::function<void()> listener) override { port_.SetListener(std::move(listener)); }
 
   private:
     QtSerialControl port_;

@@ -1,13 +1,17 @@
+// The durable file writer, also on disks that fail: every call that it makes, one after the other.
 #include "base/DurableFile.h"
-
 #include "base/Bytes.h"
 #include "base/Descriptor.h"
 #include "base/Errors.h"
 #include "base/FileOperations.h"
 #include "support/TestData.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <gmock/gmock.h>
+#include <optional>
 #include <sys/stat.h>
 
 using namespace vek;
@@ -15,18 +19,53 @@ using namespace vek::test;
 
 namespace {
 
-struct DurableFile : testing::Test {
+const std::string oldText = "the old content and its tail";
+const std::string newText = "THE NEW";
+const std::string mergedText = "THE NEW content and its tail";
+
+/// Writes with operations of the test's own and sees that all or nothing came of it.
+class DurableFile : public testing::Test {
+  protected:
+    /// The reason for which the file was refused, nothing when it was written.
+    std::optional<std::string> Refusal(const std::string& text = newText,
+                                       ExistingTail tail = ExistingTail::Keep, bool existed = true) {
+        std::filesystem::remove(path);
+        if (existed)
+            WriteText(path, oldText);
+        try {
+            WriteFileDurably(path, AsBytes(text), tail, files);
+        } catch (const FileError& error) {
+            EXPECT_EQ(folder.EntryCount(), existed ? 1U : 0U) << "nothing is left over";
+            EXPECT_EQ(existed ? ReadText(path) : oldText, oldText) << "the old file is as it was";
+            const std::string message = error.what();
+            return message.starts_with(path + ": ") ? message.substr(path.size() + 2) : "no path: " + message;
+        }
+        EXPECT_EQ(folder.EntryCount(), 1U) << "nothing is left over";
+        return std::nullopt;
+    }
+
     TemporaryFolder folder;
+    std::string path = folder.Path("a");
+    FileOperations files;
 };
 
 void Write(const std::string& path, const std::string& text, ExistingTail tail = ExistingTail::Keep) {
     WriteFileDurably(path, AsBytes(text), tail);
 }
 
+/// Makes call `nth` (from 1) of an operation fail. `nth` is 0 afterwards when it came to that.
+template <auto Operation>
+void Fail(FileOperations& files, int& nth, int error) {
+    files.*Operation = [real = files.*Operation, &nth, error](auto... args) {
+        if (nth > 0 && --nth == 0)
+            return errno = error, decltype(real(args...)){-1};
+        return real(args...);
+    };
+}
+
 } // namespace
 
 TEST_F(DurableFile, TakesOverTheModeOrUsesTheUsersMask) {
-    const std::string path = folder.Path("a");
     const auto mode = [&] { return static_cast<unsigned>(std::filesystem::status(path).permissions()); };
     const mode_t before = ::umask(027);
     Write(path, "new");
@@ -58,27 +97,151 @@ TEST_F(DurableFile, RefusesWhatIsNotARegularFile) {
                                                          {"", ""},
                                                          {folder.Path("no/such/folder"), "No such file"},
                                                          {folder.Path("loop"), "symbolic links"}};
-    for (const auto& [path, reason] : cases) {
+    for (const auto& [name, reason] : cases) {
         const auto refused = testing::ThrowsMessage<FileError>(
-            testing::AllOf(testing::StartsWith(path + ": "), testing::HasSubstr(reason)));
-        EXPECT_THAT([&] { Write(path, "x"); }, refused);
-        EXPECT_THAT([&] { ReadRegularFile(path, 10); }, refused);
-        EXPECT_THAT([&] { RequireWritable(path); }, refused);
+            testing::AllOf(testing::StartsWith(name + ": "), testing::HasSubstr(reason)));
+        EXPECT_THAT([&] { Write(name, "x"); }, refused);
+        EXPECT_THAT([&] { ReadRegularFile(name, 10); }, refused);
     }
-    RequireWritable(folder.Path("new"));
     EXPECT_EQ(folder.EntryCount(), 2U);
     EXPECT_THROW(ReadRegularFile("/dev/null", 10), FileError);
 }
 
 TEST_F(DurableFile, ReadsNoMoreThanAsked) {
-    WriteText(folder.Path("a"), "0123456789");
+    WriteText(path, "0123456789");
     for (const std::size_t limit : {4, 10, 40})
-        EXPECT_EQ(ReadRegularFile(folder.Path("a"), limit).size(), std::min<std::size_t>(limit, 10));
+        EXPECT_EQ(ReadRegularFile(path, limit).size(), std::min<std::size_t>(limit, 10));
+}
+
+TEST_F(DurableFile, EveryCallThatFailsLeavesTheOldFileOrTheNewOne) {
+    const struct {
+        const char* Name;
+        void (*Fail)(FileOperations&, int& nth, int error);
+        int Error;
+        // A letter for each call: x when its failure refuses the file, - when the new one is there all the
+        // same; when a file exists, and when there is none.
+        const char* Outcomes[2];
+    } cases[] = {
+        {"open file, open folder", Fail<&FileOperations::Open>, EACCES, {"x-", "x-"}},
+        {"status", Fail<&FileOperations::Status>, EIO, {"x", ""}},
+        {"access", Fail<&FileOperations::Access>, EROFS, {"x", ""}},
+        {"temporary", Fail<&FileOperations::OpenTemporary>, ENOSPC, {"x", "x"}},
+        {"write content, write tail", Fail<&FileOperations::Write>, ENOSPC, {"xx", "x"}},
+        {"seek to tail, to start, to tail", Fail<&FileOperations::Seek>, EIO, {"xxx", "x"}},
+        {"read tail; read back content, tail", Fail<&FileOperations::Read>, EIO, {"xxxxxxxx", "x"}},
+        {"owner", Fail<&FileOperations::ChangeOwner>, EPERM, {"-", ""}},
+        {"lock", Fail<&FileOperations::Lock>, ENOLCK, {"-", "-"}},
+        {"mode", Fail<&FileOperations::ChangeMode>, EPERM, {"x", "x"}},
+        {"sync file, sync folder", Fail<&FileOperations::Sync>, EIO, {"x-", "x-"}},
+        {"close", Fail<&FileOperations::Close>, EDQUOT, {"x", "x"}},
+        {"rename", Fail<&FileOperations::Rename>, EBUSY, {"x", "x"}},
+        {"remove", Fail<&FileOperations::Remove>, EIO, {"", ""}},
+    };
+    for (const auto& test : cases) {
+        for (const bool existing : {true, false}) {
+            std::string outcomes;
+            for (int call = 1;; ++call) {
+                SCOPED_TRACE(std::string(test.Name) + ", call " + std::to_string(call));
+                files = {};
+                int nth = call;
+                test.Fail(files, nth, test.Error);
+                const auto refusal = Refusal(newText, ExistingTail::Keep, existing);
+                if (nth > 0)
+                    break;
+                outcomes += refusal ? 'x' : '-';
+                if (refusal)
+                    EXPECT_EQ(*refusal, std::strerror(test.Error));
+                else
+                    EXPECT_EQ(ReadText(path), existing ? mergedText : newText);
+            }
+            EXPECT_EQ(outcomes, test.Outcomes[existing ? 0 : 1]) << test.Name;
+        }
+    }
+}
+
+// Never tried on a device itself: a writer that forgot to look would put a file in its place.
+TEST_F(DurableFile, DevicesAreNotReplaced) {
+    for (const mode_t type : {S_IFCHR, S_IFBLK, S_IFSOCK}) {
+        files.Status = [type](int, struct stat* status) { return status->st_mode = type | 0666, 0; };
+        EXPECT_EQ(Refusal(), "is not a regular file");
+    }
+}
+
+TEST_F(DurableFile, ADiskThatFillsUpIsToldEvenWhenTheRemainsCannotBeRemoved) {
+    files.Write = [](int file, const void* bytes, std::size_t size) -> ssize_t {
+        return size > 3 ? ::write(file, bytes, 3) : (errno = ENOSPC, -1);
+    };
+    files.Remove = [](const char* name) { return ::unlink(name), errno = EIO, -1; };
+    EXPECT_EQ(Refusal(), std::strerror(ENOSPC));
+    files.Write = [](int, const void*, std::size_t) { return ssize_t{0}; };
+    EXPECT_EQ(Refusal(), "no more could be written");
+}
+
+TEST_F(DurableFile, ShortAndInterruptedCallsAreGoneOnWith) {
+    int calls = 0;
+    const auto interrupted = [&calls] { return errno = EINTR, ++calls % 2 != 0; };
+    files.Read = [=](int file, void* space, std::size_t size) {
+        return interrupted() ? -1 : ::read(file, space, std::min<std::size_t>(size, 3));
+    };
+    files.Write = [=](int file, const void* bytes, std::size_t size) {
+        return interrupted() ? -1 : ::write(file, bytes, std::min<std::size_t>(size, 2));
+    };
+    EXPECT_EQ(Refusal(), std::nullopt);
+    EXPECT_EQ(ReadText(path), mergedText);
+    EXPECT_GT(calls, 40);
+}
+
+TEST_F(DurableFile, WhatDoesNotReadBackIsRefused) {
+    constexpr const char* refusal = "what was written does not read back";
+    const std::string large(150'000, 'x'); // more than is compared at once
+    std::size_t bad = 0;
+    files.Sync = [&](int file) { return ::pwrite(file, "#", 1, static_cast<off_t>(bad)) == 1 ? 0 : -1; };
+    for (const std::size_t offset : {std::size_t{0}, newText.size() - 1, newText.size(), oldText.size() - 1})
+        EXPECT_EQ((bad = offset, Refusal()), refusal) << offset;
+    for (const std::size_t offset : {std::size_t{65'536}, large.size() - 1})
+        EXPECT_EQ((bad = offset, Refusal(large, ExistingTail::Drop)), refusal) << offset;
+    files = {};
+    EXPECT_EQ(Refusal(large, ExistingTail::Drop), std::nullopt);
+    EXPECT_EQ(ReadText(path), large);
+    files.Write = [](int file, const void* bytes, std::size_t size) {
+        return ::write(file, bytes, size - 1) + 1;
+    };
+    EXPECT_EQ(Refusal(newText, ExistingTail::Drop), refusal) << "a byte less";
+}
+
+TEST_F(DurableFile, TheContentIsOnTheDiskBeforeItTakesItsPlace) {
+    std::string steps;
+    const auto log = [&steps](auto& operation, char letter) {
+        operation = [&steps, letter, real = operation](auto... args) {
+            steps += steps.ends_with(letter) ? "" : std::string(1, letter);
+            return real(args...);
+        };
+    };
+    log(files.Write, 'w'), log(files.ChangeMode, 'm'), log(files.Sync, 's');
+    log(files.Read, 'r'), log(files.Close, 'c'), log(files.Rename, 'n');
+    EXPECT_EQ(Refusal(newText, ExistingTail::Drop), std::nullopt);
+    EXPECT_EQ(steps, "wmsrcns") << "written, synced, read back, renamed, folder synced";
+}
+
+TEST_F(DurableFile, TheOwnerIsTakenOverAndTheTemporaryStandsBesideTheFile) {
+    files.Status = [](int file, struct stat* status) {
+        const int result = ::fstat(file, status);
+        return status->st_uid = 123, status->st_gid = 456, result;
+    };
+    std::pair<uid_t, gid_t> owner;
+    files.ChangeOwner = [&owner](int, uid_t user, gid_t group) { return owner = {user, group}, 0; };
+    EXPECT_EQ(Refusal(), std::nullopt);
+    EXPECT_EQ(owner, (std::pair<uid_t, gid_t>(123, 456)));
+
+    std::string temporary;
+    files.OpenTemporary = [&temporary](char* name, int) { return temporary = name, errno = EROFS, -1; };
+    EXPECT_EQ(Refusal(), std::strerror(EROFS));
+    EXPECT_EQ(temporary, folder.Path(".vorn-matrix-XXXXXX"));
+    EXPECT_THROW(WriteFileDurably("not-there.VMC", {}, ExistingTail::Keep, files), FileError);
+    EXPECT_EQ(temporary, "./.vorn-matrix-XXXXXX");
 }
 
 TEST_F(DurableFile, KeepsTheGroupOrTakesItsRights) {
-    const std::string path = folder.Path("a");
-    FileOperations files;
     files.Status = [](int file, struct stat* status) {
         const int result = ::fstat(file, status);
         return status->st_uid = 4001, status->st_gid = 5000, result;
@@ -125,10 +288,8 @@ TEST_F(DurableFile, RemovesWhatAKilledSaveLeftBehind) {
 }
 
 TEST_F(DurableFile, SignalsWaitUntilItIsThere) {
-    const std::string path = folder.Path("a");
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         WriteText(path, "old");
-        FileOperations files;
         files.Sync = [signal](int file) { return std::raise(signal), ::fsync(file); };
         EXPECT_EXIT(WriteFileDurably(path, AsBytes(std::string("new")), ExistingTail::Drop, files),
                     testing::KilledBySignal(signal), "");

@@ -1,15 +1,8 @@
 #include "controls/LevelTrim.h"
 
-#include "support/Windows.h"
+#include "controls/ControlTest.h"
 
-#include <QAccessible>
-#include <QLineEdit>
-#include <QSignalSpy>
-#include <QVBoxLayout>
-
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 
 constexpr FaderTrack track = {30.0F, 145.0F, 15.0F}; // 100 units of travel
@@ -41,37 +34,21 @@ TEST(LevelTrimGeometry, StaysOnTheTrackAndWithinTheLimits) {
     EXPECT_EQ(ScaleLevels({10.0F, -62.0F}), (std::array{10.0F, -14.0F, -38.0F, -62.0F}));
 }
 
-struct LevelTrimTest : testing::Test {
-    LevelTrimTest() {
-        auto* column = new QVBoxLayout(&window);
-        column->addWidget(&other);
-        column->addWidget(&fader);
-        window.resize(120, 300);
-        ShowActive(window);
-    }
+struct LevelTrimTest : LevelControlTest<LevelTrim> {
+    LevelTrimTest() : LevelControlTest("Text2") { window.resize(120, 300); }
 
     void Enter(const QString& text) {
-        readOut.setFocus();
-        readOut.selectAll();
-        QTest::keyClicks(&readOut, text);
+        Type(text);
         QTest::keyClick(&readOut, Qt::Key_Return);
     }
-
-    using State = std::pair<float, qsizetype>;
-    /// The level and the number of changes told.
-    State Now() const { return {fader.Level(), changes.count()}; }
-
     void RepeatDown() {
         QKeyEvent again(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier, {}, true);
         QApplication::sendEvent(&knob, &again);
     }
 
-    QWidget window;
-    QLineEdit other;
-    LevelTrim fader;
+    LevelTrim& fader = control;
     QWidget& knob = Child<QWidget>(fader, "Command1");
-    QLineEdit& readOut = Child<QLineEdit>(fader, "Text2");
-    QSignalSpy changes{&fader, &LevelTrim::Change};
+    QLineEdit& readOut = edit;
 };
 
 TEST_F(LevelTrimTest, PropertiesMoveTheKnobWithoutEvents) {
@@ -233,6 +210,3 @@ TEST_F(LevelTrimTest, TabReachesTheReadOutBeforeTheKnob) {
     Enter(u"3"_s);
     EXPECT_EQ(readOut.selectedText(), "+3dB"_L1) << "the next digit starts a new level";
 }
-
-} // namespace
-} // namespace vek

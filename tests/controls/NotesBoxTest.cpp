@@ -1,16 +1,9 @@
 #include "controls/NotesBox.h"
 
 #include "model/Config.h"
+#include "support/Windows.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QInputMethodEvent>
-#include <QKeyEvent>
-#include <QSignalSpy>
-#include <QTest>
 #include <QToolTip>
-
-#include <gtest/gtest.h>
 
 using namespace vek;
 using namespace Qt::StringLiterals;

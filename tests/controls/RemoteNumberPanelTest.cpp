@@ -1,17 +1,8 @@
 #include "controls/RemoteNumberPanel.h"
 
-#include "support/Windows.h"
+#include "controls/ControlTest.h"
 
-#include <QAction>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-#include <QSignalSpy>
-#include <QVBoxLayout>
-
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 
 constexpr auto volumes = NumberList::VolumePanels;
@@ -48,15 +39,7 @@ TEST(NumberListRules, DecideOnEveryKeyAndOrder) {
     EXPECT_EQ(OrderedList(inputs, u"3102"), u"3102");
 }
 
-struct RemoteNumberPanelTest : testing::Test {
-    RemoteNumberPanelTest() {
-        auto* column = new QVBoxLayout(&window);
-        column->addWidget(&other);
-        column->addWidget(&panel);
-        ShowActive(window);
-        edit.setFocus();
-    }
-
+struct RemoteNumberPanelTest : ControlTest<RemoteNumberPanel> {
     void Start(NumberList list, const QString& contents = {}) {
         panel.SetMode(static_cast<int>(list));
         panel.SetContents(contents);
@@ -65,28 +48,12 @@ struct RemoteNumberPanelTest : testing::Test {
         changes.clear();
     }
 
-    QWidget window;
-    QLineEdit other;
-    RemoteNumberPanel panel;
+    RemoteNumberPanel& panel = control;
     QLineEdit& edit = Child<QLineEdit>(panel, "Text1");
     QLabel& label = Child<QLabel>(panel, "Label1");
     QMenu& menu = Child<QMenu>(panel, "mnuHidden");
     QSignalSpy changes{&panel, &RemoteNumberPanel::Change};
 };
-
-TEST_F(RemoteNumberPanelTest, TypedListsKeepTheRules) {
-    const std::tuple<NumberList, const char*, const char*> cases[] = {{inputs, "9a121", "12"},
-                                                                      {inputs, "8765432100", "876543210"},
-                                                                      {volumes, "0gaA2b", "2ABG"},
-                                                                      {volumes, "43215", "1234"},
-                                                                      {selectors, "2 1-", "12"}};
-    for (const auto& [list, typed, contents] : cases) {
-        Start(list);
-        QTest::keyClicks(&edit, QLatin1StringView(typed));
-        EXPECT_EQ(panel.Contents(), QLatin1StringView(contents)) << typed;
-        EXPECT_EQ(changes.count(), panel.Contents().size()) << typed;
-    }
-}
 
 TEST_F(RemoteNumberPanelTest, ChangeComesBeforeTheListIsPutInOrder) {
     Start(volumes, u"2"_s);
@@ -165,6 +132,3 @@ TEST_F(RemoteNumberPanelTest, OnlyItsOwnMenuOpens) {
     EXPECT_EQ(links.count(), 4);
     EXPECT_EQ(changes.count(), 0);
 }
-
-} // namespace
-} // namespace vek

@@ -1,45 +1,20 @@
 #include "controls/dBText.h"
 
-#include "support/Windows.h"
+#include "controls/ControlTest.h"
 
-#include <QLineEdit>
-#include <QSignalSpy>
-#include <QTimer>
-#include <QVBoxLayout>
-
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 
-struct dBTextTest : testing::Test {
-    dBTextTest() {
-        auto* column = new QVBoxLayout(&window);
-        column->addWidget(&other);
-        column->addWidget(&box);
-        ShowActive(window);
+struct dBTextTest : LevelControlTest<dBText> {
+    dBTextTest() : LevelControlTest("Text1") {
         box.SetMaxLevel(6.0F);
         box.SetMinLevel(-18.0F);
     }
 
-    void Type(const QString& text) {
-        edit.setFocus();
-        edit.selectAll();
-        QTest::keyClicks(&edit, text);
-    }
-
-    using State = std::pair<float, qsizetype>;
-    /// The level and the number of changes told.
-    State Now() const { return {box.Level(), changes.count()}; }
-
-    QWidget window;
-    QLineEdit other;
-    dBText box;
-    QLineEdit& edit = Child<QLineEdit>(box, "Text1");
+    dBText& box = control;
     QWidget& up = Child<QWidget>(box, "Up");
     QWidget& down = Child<QWidget>(box, "Down");
     QTimer& timer = Child<QTimer>(box, "Timer1");
-    QSignalSpy changes{&box, &dBText::Change};
 };
 
 TEST_F(dBTextTest, PropertiesSnapLimitAndRaiseNothing) {
@@ -135,6 +110,3 @@ TEST_F(dBTextTest, ArrowKeysStepFromWhatWasTyped) {
     EXPECT_EQ(Now(), State(-2, 2));
     EXPECT_EQ(edit.selectedText(), edit.text()) << "the next digit starts a new level";
 }
-
-} // namespace
-} // namespace vek

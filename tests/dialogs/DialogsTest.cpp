@@ -2,22 +2,13 @@
 
 #include "support/Windows.h"
 
-#include <QFile>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTemporaryDir>
-#include <QTimer>
-
 #include <functional>
 
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 
 /// Acts on the dialogs that open one after the other.
-void WithDialogs(std::vector<std::function<void(QWidget&)>> acts) {
+static void WithDialogs(std::vector<std::function<void(QWidget&)>> acts) {
     if (acts.empty())
         return;
     QTimer::singleShot(0, qApp, [acts = std::move(acts)]() mutable {
@@ -29,7 +20,7 @@ void WithDialogs(std::vector<std::function<void(QWidget&)>> acts) {
 }
 
 /// Notes what a message box shows and presses a button, or closes it when there is none.
-std::function<void(QWidget&)> Press(QMessageBox::StandardButton button, QString* shown = nullptr) {
+static std::function<void(QWidget&)> Press(QMessageBox::StandardButton button, QString* shown = nullptr) {
     return [=](QWidget& dialog) {
         auto& box = dynamic_cast<QMessageBox&>(dialog);
         EXPECT_EQ(box.textFormat(), Qt::PlainText);
@@ -110,6 +101,3 @@ TEST_F(FileDialogsTest, AsksBeforeReplacingAFileAndOpensIt) {
     WithDialogs({Choose({})});
     EXPECT_EQ(ScreenDialogs().OpenFile(nullptr, {}, kind), std::nullopt);
 }
-
-} // namespace
-} // namespace vek

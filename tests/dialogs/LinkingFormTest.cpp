@@ -3,13 +3,7 @@
 #include "base/Errors.h"
 #include "support/Windows.h"
 
-#include <QFrame>
-#include <QLabel>
-#include <QPushButton>
-
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 
 const LinkGroups mixed = {0, 1, 3, 1, 0, 3, 0, 1};
@@ -129,6 +123,3 @@ TEST_F(LinkingFormTest, ADragShowsWhereItWouldDrop) {
     EXPECT_EQ(marked(), QString());
     EXPECT_EQ(form.Groups()[0], 2);
 }
-
-} // namespace
-} // namespace vek

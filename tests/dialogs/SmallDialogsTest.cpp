@@ -4,15 +4,7 @@
 #include "support/ScriptedDialogs.h"
 #include "support/Windows.h"
 
-#include <QCheckBox>
-#include <QClipboard>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 
 struct VekNetBaseFormTest : testing::Test {
@@ -83,16 +75,6 @@ TEST_F(VekNetBaseFormTest, ButtonsAndArrowKeysStepWithinTheLimits) {
     EXPECT_EQ(shown.Form.Address(), 2);
 }
 
-TEST_F(VekNetBaseFormTest, EscapeKeepsTheBaseAndPastingIsFiltered) {
-    Shown shown(dialogs, 512, "");
-    QApplication::clipboard()->setText(u"1, 2 and 3"_s);
-    QTest::keyClick(&shown.Text1, Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(shown.Text1.text(), "123"_L1);
-    QTest::keyClick(&shown.Text1, Qt::Key_Escape);
-    EXPECT_EQ(shown.Form.result(), QDialog::Rejected);
-    EXPECT_FALSE(shown.Form.Changed());
-}
-
 TEST_F(VekNetBaseFormTest, TellsWhichAddressesTheBaseTakes) {
     Shown shown(dialogs, 512, "");
     auto& block = Child<QLabel>(shown.Form, "Block");
@@ -108,6 +90,9 @@ TEST_F(VekNetBaseFormTest, TellsWhichAddressesTheBaseTakes) {
     EXPECT_EQ(shown.Text1.accessibleName(), "Base address"_L1);
     EXPECT_EQ(Child<QWidget>(shown.Form, "Down").accessibleName(), "Base address down"_L1);
     EXPECT_TRUE(shown.Text1.hasFocus());
+    QTest::keyClick(&shown.Text1, Qt::Key_Escape);
+    EXPECT_EQ(shown.Form.result(), QDialog::Rejected);
+    EXPECT_FALSE(shown.Form.Changed());
 }
 
 TEST(AboutForm, NamesTheVersion) {
@@ -160,6 +145,3 @@ TEST(PrintingOptionsForm, CancelKeepsTheOptionsAndAGreyBoxCountsAsUnchecked) {
     Child<QPushButton>(grey, "Done").click();
     EXPECT_EQ(grey.Options(), PrintingOptions());
 }
-
-} // namespace
-} // namespace vek

@@ -1,75 +1,90 @@
 // The job of a download from the command line: a real vekctl on a real serial layer against a simulated
 // device.
 #include "simulator/PseudoTerminal.h"
-#include "support/ChildProcess.h"
 #include "support/TestData.h"
 
+#include <QProcess>
+
+#include <csignal>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include <list>
+#include <thread>
 
-#include <memory>
-
-namespace vek {
+using namespace vek;
+using namespace vek::test;
+using testing::HasSubstr;
 
 namespace {
 
-using std::chrono::milliseconds;
-using test::ChildProcess;
-using test::DataPath;
-using test::ReadText;
-using testing::HasSubstr;
-using testing::Not;
-using Texts = std::vector<std::string>;
-
-const std::string sample = DataPath("03.VMC");
-
-void WaitForFile(const std::string& path) {
-    for (int i = 0; i < 2000 && !std::filesystem::exists(path); ++i)
-        std::this_thread::sleep_for(milliseconds(5));
+/// Until it holds, or for ten seconds.
+template <typename Condition>
+void Await(Condition condition) {
+    for (int i = 0; i < 2000 && !condition(); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
 }
 
-/// A simulated device as COM1, the only port, and vekctl in a world of its own.
+/// A simulated device as COM1, the only port, and vekctl in a world of its own. Both run in the folder of the
+/// samples.
 class Console {
   public:
     /// With options of "vekctl simulate".
-    explicit Console(const Texts& simulation) {
-        Texts arguments = {VEKCTL, "simulate", "--link", Com1(), "--image-out", folder.Path("image")};
-        arguments.insert(arguments.end(), simulation.begin(), simulation.end());
-        Simulator =
-            std::make_unique<ChildProcess>(arguments, Texts(), folder.Path("log"), folder.Path("log.err"));
-        WaitForFile(Com1());
+    explicit Console(const char* simulation) {
+        Start(Simulator,
+              "simulate --link " + Com1() + " --image-out " + folder.Path("image") + ' ' + simulation,
+              folder.Path("log"));
+        Await([this] { return std::filesystem::exists(Com1()); });
     }
     Console() = default;
-
-    ChildProcess Start(const Texts& arguments, const std::string& out = {}) {
-        Texts all = {VEKCTL};
-        all.insert(all.end(), arguments.begin(), arguments.end());
-        const Texts environment = {"VEK_COM1=" + Com1(),
-                                   "VEK_COM2=",
-                                   "VEK_COM3=",
-                                   "VEK_COM4=",
-                                   "VEK_STORE=" + folder.Path("store.json"),
-                                   "LC_ALL=C.UTF-8"};
-        return {all, environment, out.empty() ? folder.Path("out") : out, folder.Path("err")};
+    ~Console() {
+        Simulator.kill();
+        Simulator.waitForFinished();
     }
-    int Run(const Texts& arguments) { return Start(arguments).Wait(); }
+
+    void Start(const std::string& command) { Start(Program, command, folder.Path("out")); }
+    void Start(QProcess& process, const std::string& command, const std::string& out) {
+        QProcessEnvironment environment;
+        environment.insert("VEK_COM1", QString::fromStdString(Com1()));
+        for (const char* other : {"VEK_COM2", "VEK_COM3", "VEK_COM4"})
+            environment.insert(other, "");
+        environment.insert("VEK_STORE", QString::fromStdString(folder.Path("store.json")));
+        environment.insert("LC_ALL", "C.UTF-8");
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(VEK_TEST_DATA);
+        process.setStandardInputFile(QProcess::nullDevice());
+        process.setStandardOutputFile(QString::fromStdString(out));
+        const std::string name = std::filesystem::path(out).filename().string();
+        process.setStandardErrorFile(QString::fromStdString(folder.Path(name + ".err")));
+        process.startCommand(QString::fromStdString(VEKCTL " " + command));
+    }
+    /// The exit status; -1 when it does not end in time or a signal ended it.
+    static int Wait(QProcess& process, int patience = 60'000) {
+        return process.waitForFinished(patience) && process.exitStatus() == QProcess::NormalExit
+                   ? process.exitCode()
+                   : -1;
+    }
+    int Run(const std::string& command) {
+        Start(command);
+        return Wait(Program);
+    }
 
     std::string Com1() const { return folder.Path("COM1"); }
     std::string Out() const { return ReadText(folder.Path("out")); }
-    std::string Err() const { return ReadText(folder.Path("err")); }
+    std::string Err() const { return ReadText(folder.Path("out.err")); }
     std::string Log() const { return ReadText(folder.Path("log")); }
     /// What the device was programmed with; empty when it was not.
     std::string Image() const {
         return std::filesystem::exists(folder.Path("image")) ? ReadText(folder.Path("image")) : "";
     }
 
-    test::TemporaryFolder folder;
-    std::unique_ptr<ChildProcess> Simulator;
+    TemporaryFolder folder;
+    QProcess Simulator, Program;
 };
 
+} // namespace
+
 TEST(Console, ProgramsTheDeviceWithTheImageOfTheFile) {
-    Console console{Texts()};
-    EXPECT_EQ(console.Run({"program", sample, "--port", "COM1"}), 0);
+    Console console("");
+    EXPECT_EQ(console.Run("program 03.VMC --port COM1"), 0);
     EXPECT_EQ(console.Image(), ReadText(DataPath("03.image")));
     EXPECT_THAT(console.Out(), HasSubstr("Matrix Vek2.5 on COM1"));
     EXPECT_THAT(console.Out(), HasSubstr("\n100%\nProgrammed and restarted\n"));
@@ -83,11 +98,11 @@ TEST(Console, ProgramsTheDeviceWithTheImageOfTheFile) {
 }
 
 TEST(Console, ShowsABarOnATerminalAndTriesAgain) {
-    Console console({"--fault", "no-reply@block:1", "--fault", "late-reply:300@block:7", "--fault",
-                     "half-reply@block:272", "--fault", "wrong-reply@restart"});
+    Console console("--fault no-reply@block:1 --fault late-reply:300@block:7 --fault half-reply@block:272 "
+                    "--fault wrong-reply@restart");
     PseudoTerminal terminal;
-    ChildProcess program = console.Start({"program", sample, "--port", console.Com1()}, terminal.PortPath());
-    EXPECT_EQ(program.Wait(), 0);
+    console.Start(console.Program, "program 03.VMC --port " + console.Com1(), terminal.PortPath());
+    EXPECT_EQ(Console::Wait(console.Program), 0);
     std::string screen;
     for (auto bytes = terminal.Read(); !bytes.empty(); bytes = terminal.Read())
         screen.append(bytes.begin(), bytes.end());
@@ -98,107 +113,102 @@ TEST(Console, ShowsABarOnATerminalAndTriesAgain) {
 }
 
 TEST(Console, TellsWhyADeviceWasNotProgrammed) {
-    struct Case {
-        Texts Simulation;
-        std::string Error;
-    };
-    const Case cases[] = {
-        {{"--fault", "no-reply@block:0x4"}, "vekctl: No reply to download (block 0)\n"},
-        {{"--fault", "wrong-reply@block:11x4"}, "vekctl: Reply to download failed (block 11)\n"},
+    const std::pair<std::string, const char*> cases[] = {
+        {"--fault no-reply@block:0x4", "vekctl: No reply to download (block 0)\n"},
+        {"--fault wrong-reply@block:11x4", "vekctl: Reply to download failed (block 11)\n"},
         // Where in the flood an attempt looks for its reply depends on the machine, so the block is left
         // open.
-        {{"--fault", "flood:1000@block:3"}, "vekctl: Reply to download failed (block "},
-        {{"--fault", "hang-up@block:20"}, "vekctl: No reply to download (block 20)\n"},
-        {{"--fault", "hang-up@search"}, ": no device answers\n"},
-        {{"--fault", "no-reply@searchx*"}, ": no device answers\n"},
-        {{"--fault", "no-reply@search:2x*"}, "vekctl: Vek not responding\n"},
-        {{"--reply-code", "13"}, ": not a Matrix Vek but Wall Panel 8 Vek2.5\n"},
-        {{"--fault", "wrong-reply@restartx4"},
+        {"--fault flood:1000@block:3", "vekctl: Reply to download failed (block "},
+        {"--fault hang-up@block:20", "vekctl: No reply to download (block 20)\n"},
+        {"--fault hang-up@search", ": no device answers\n"},
+        {"--fault no-reply@searchx*", ": no device answers\n"},
+        {"--fault no-reply@search:2x*", "vekctl: Vek not responding\n"},
+        {"--reply-code 13", ": not a Matrix Vek but Wall Panel 8 Vek2.5\n"},
+        {"--fault wrong-reply@restartx4",
          "vekctl: Reply fail to restart\nvekctl: Program failed, Vekule will fail to operate correctly until "
          "reprogrammmed, Try powering the vek off/wait/on and reprogram again\n"},
     };
     // Side by side, because all of them mostly wait.
-    std::vector<std::unique_ptr<Console>> consoles;
-    std::vector<ChildProcess> programs;
-    for (const Case& failure : cases) {
-        consoles.push_back(std::make_unique<Console>(failure.Simulation));
-        programs.push_back(consoles.back()->Start({"program", sample, "--port", "COM1"}));
-    }
-    for (std::size_t i = 0; i < programs.size(); ++i) {
-        const std::string name = testing::PrintToString(cases[i].Simulation);
-        EXPECT_EQ(programs[i].Wait(), 1) << name;
-        EXPECT_THAT(consoles[i]->Err(), HasSubstr(cases[i].Error)) << name;
-        EXPECT_THAT(consoles[i]->Out(), Not(HasSubstr("Programmed"))) << name;
-        const bool restartFailed = i + 1 == programs.size();
-        EXPECT_EQ(consoles[i]->Image().empty(), !restartFailed) << name;
+    std::list<Console> consoles;
+    for (const auto& [simulation, error] : cases)
+        consoles.emplace_back(simulation.c_str()).Start("program 03.VMC --port COM1");
+    for (const auto& [simulation, error] : cases) {
+        Console& console = consoles.front();
+        EXPECT_EQ(Console::Wait(console.Program), 1) << simulation;
+        EXPECT_THAT(console.Err(), HasSubstr(error)) << simulation;
+        EXPECT_THAT(console.Out(), testing::Not(HasSubstr("Programmed"))) << simulation;
+        const bool restartFailed = simulation.ends_with("restartx4");
+        EXPECT_EQ(console.Image().empty(), !restartFailed) << simulation;
+        if (simulation.starts_with("--fault hang-up")) {
+            EXPECT_EQ(Console::Wait(console.Simulator), 0);
+        }
+        consoles.pop_front();
     }
 }
 
 TEST(Console, FindsDevicesAtEveryRateAndPace) {
     const struct {
-        Texts Simulation;
+        const char* Simulation;
         std::string Found;
         int Status;
     } cases[] = {
-        {{}, "Matrix Vek2.5", 0},
-        {{"--rate", "2400", "--firmware", "12.34"}, "Matrix Vek12.34", 0},
-        {{"--rate", "28800", "--paced", "--reply-length", "4"}, "Matrix Vek2.5", 0},
-        {{"--fault", "late-reply:60@search"}, "Matrix Vek2.5", 0},
-        {{"--fault", "wrong-reply@search"}, "Matrix Vek2.5", 0}, // in the second pass
-        {{"--no-wake", "--reply-code", "41"}, "Paging Station Vek2.5", 1},
+        {"", "Matrix Vek2.5", 0},
+        {"--rate 2400 --firmware 12.34", "Matrix Vek12.34", 0},
+        {"--rate 28800 --paced --reply-length 4", "Matrix Vek2.5", 0},
+        {"--fault late-reply:60@search", "Matrix Vek2.5", 0},
+        {"--fault wrong-reply@search", "Matrix Vek2.5", 0}, // in the second pass
+        {"--no-wake --reply-code 41", "Paging Station Vek2.5", 1},
     };
     for (const auto& device : cases) {
         Console console(device.Simulation);
-        EXPECT_EQ(console.Run({"find"}), device.Status) << console.Err();
+        EXPECT_EQ(console.Run("find"), device.Status) << console.Err();
         EXPECT_EQ(console.Out(), "COM1 (" + console.Com1() + "): " + device.Found + "\n");
-        console.Simulator->Signal(SIGTERM);
-        EXPECT_EQ(console.Simulator->Wait(), 0);
+        console.Simulator.terminate();
+        EXPECT_EQ(Console::Wait(console.Simulator), 0);
         EXPECT_FALSE(std::filesystem::is_symlink(console.Com1()));
     }
 }
 
 TEST(Console, CancelsInOrderAndKeepsOthersOut) {
-    Console console{Texts()};
-    ChildProcess program = console.Start({"program", sample, "--port", "COM1"});
-    for (int i = 0; i < 1000 && console.Log().find("block 5 ") == std::string::npos; ++i)
-        std::this_thread::sleep_for(milliseconds(10));
-    for (const Texts& second :
-         {Texts{"program", sample, "--port", "COM1"}, {"find", "--port", "COM1"}, {"find"}}) {
-        EXPECT_EQ(console.Run(second), 1);
-        EXPECT_THAT(console.Err(), HasSubstr("COM1 (" + console.Com1() + "): another program is using it"));
-        EXPECT_EQ(console.Err().starts_with("vekctl: Port not open\n"), second.front() == "program");
+    Console console("");
+    console.Start("program 03.VMC --port COM1");
+    Await([&] { return console.Log().find("block 5 ") != std::string::npos; });
+    for (const char* second : {"program 03.VMC --port COM1", "find --port COM1", "find"}) {
+        QProcess other;
+        console.Start(other, second, console.folder.Path("second"));
+        EXPECT_EQ(Console::Wait(other), 1);
+        const std::string error = ReadText(console.folder.Path("second.err"));
+        EXPECT_THAT(error, HasSubstr("COM1 (" + console.Com1() + "): another program is using it"));
+        EXPECT_EQ(error.starts_with("vekctl: Port not open\n"), second[0] == 'p');
     }
-    program.Signal(SIGINT);
-    EXPECT_EQ(program.Wait(milliseconds(2000)), 1);
+    ::kill(static_cast<pid_t>(console.Program.processId()), SIGINT);
+    EXPECT_EQ(Console::Wait(console.Program, 2000), 1);
     EXPECT_THAT(console.Err(), HasSubstr("cancelled"));
-    EXPECT_EQ(console.Run({"find", "--port", console.Com1()}), 0)
-        << "the port is free again: " << console.Err();
+    EXPECT_EQ(console.Run("find --port " + console.Com1()), 0) << "the port is free again: " << console.Err();
 }
 
 TEST(Console, NeedsNoDeviceToSayWhatIsWrong) {
     const struct {
-        Texts Arguments;
+        const char* Command;
         int Status;
-        std::string Error;
+        const char* Error;
     } cases[] = {
-        {{"program", sample}, 2, "--port is required"},
-        {{"program", "--port", "COM1"}, 2, "FILE.VMC is required"},
-        {{"find", "COM1"}, 2, "COM1"},
-        {{"program", "missing.VMC", "--port", "COM1"}, 1, "vekctl: missing.VMC: No such file or directory\n"},
-        {{"program", sample, "--port", "COM2"}, 1, "vekctl: COM2: there is no such port\n"},
-        {{"program", sample, "--port", "ttyNOWHERE"},
-         1,
-         "vekctl: /dev/ttyNOWHERE: No such file or directory\n"},
-        {{"program", sample, "--port", "/dev/null"}, 1, "vekctl: /dev/null: is not a serial port\n"},
-        {{"find"}, 1, "): there is no such port\nvekctl: no Matrix Vek was found\n"},
-        {{"image", DataPath("manifest.json"), "-o", "-"}, 1, "manifest.json: "},
-        {{"simulate", "--fault", "nonsense"}, 2, "no @EVENT in \"nonsense\""},
-        {{"simulate", "--rate", "9601"}, 2, "--rate"},
-        {{"simulate", "--link", DataPath("03.VMC")}, 1, "is there already and is not a link"},
+        {"program 03.VMC", 2, "--port is required"},
+        {"program --port COM1", 2, "FILE.VMC is required"},
+        {"find COM1", 2, "COM1"},
+        {"program missing.VMC --port COM1", 1, "vekctl: missing.VMC: No such file or directory\n"},
+        {"program 03.VMC --port COM2", 1, "vekctl: COM2: there is no such port\n"},
+        {"program 03.VMC --port ttyNOWHERE", 1, "vekctl: /dev/ttyNOWHERE: No such file or directory\n"},
+        {"program 03.VMC --port /dev/null", 1, "vekctl: /dev/null: is not a serial port\n"},
+        {"find", 1, "): there is no such port\nvekctl: no Matrix Vek was found\n"},
+        {"image manifest.json -o -", 1, "manifest.json: "},
+        {"simulate --fault nonsense", 2, "no @EVENT in \"nonsense\""},
+        {"simulate --rate 9601", 2, "--rate"},
+        {"simulate --link 03.VMC", 1, "is there already and is not a link"},
     };
     for (const auto& wrong : cases) {
         Console console;
-        EXPECT_EQ(console.Run(wrong.Arguments), wrong.Status) << testing::PrintToString(wrong.Arguments);
+        EXPECT_EQ(console.Run(wrong.Command), wrong.Status) << wrong.Command;
         EXPECT_THAT(console.Err(), HasSubstr(wrong.Error));
         EXPECT_EQ(console.Out(), "");
     }
@@ -216,14 +226,15 @@ TEST(Console, SimulatesOnlyWhereNothingIsLost) {
         {"dangling", "nowhere/image", "nowhere/image: No such file or directory\n"},
         {"dangling", "COM1.d", "COM1.d: is a folder\n"},
     };
+    const auto simulate = [](const Console& console, const std::string& imageOut) {
+        return "simulate --link " + console.Com1() + " --image-out " + console.folder.Path(imageOut);
+    };
     for (const auto& [target, imageOut, error] : refused) {
         Console console;
-        test::WriteText(console.folder.Path("kept"), "kept");
+        WriteText(console.folder.Path("kept"), "kept");
         std::filesystem::create_directory(console.folder.Path("COM1.d"));
         std::filesystem::create_symlink(target, console.Com1());
-        EXPECT_EQ(
-            console.Run({"simulate", "--link", console.Com1(), "--image-out", console.folder.Path(imageOut)}),
-            1);
+        EXPECT_EQ(console.Run(simulate(console, imageOut)), 1);
         EXPECT_EQ(console.Err(), "vekctl: " + console.folder.Path(error));
         EXPECT_EQ(std::filesystem::read_symlink(console.Com1()), target);
         EXPECT_EQ(ReadText(console.folder.Path("kept")), "kept");
@@ -231,32 +242,30 @@ TEST(Console, SimulatesOnlyWhereNothingIsLost) {
     const PseudoTerminal terminal;
     for (const std::string& target : {terminal.PortPath(), std::string("dangling")}) {
         Console console;
-        test::WriteText(console.folder.Path("kept"), "kept");
+        WriteText(console.folder.Path("kept"), "kept");
         std::filesystem::create_symlink(target, console.Com1());
-        ChildProcess simulator =
-            console.Start({"simulate", "--link", console.Com1(), "--image-out", console.folder.Path("kept")});
+        console.Start(console.Simulator, simulate(console, "kept"), console.folder.Path("log"));
         const auto replaced = [&] { return std::filesystem::read_symlink(console.Com1()) != target; };
-        for (int i = 0; i < 2000 && !replaced(); ++i)
-            std::this_thread::sleep_for(milliseconds(5));
+        Await(replaced);
         EXPECT_TRUE(replaced());
         EXPECT_EQ(ReadText(console.folder.Path("kept")), "kept");
     }
 }
 
-TEST(Console, ListsThePorts) {
-    Console console;
-    EXPECT_EQ(console.Run({"ports"}), 0);
-    EXPECT_EQ(console.Out(), "COM1  " + console.Com1() + "\n");
-}
-
-TEST(Console, WritesTheImageOfEverySample) {
-    for (const std::string& number : test::SampleNumbers()) {
-        Console console;
-        EXPECT_EQ(console.Run({"image", DataPath(number + ".VMC"), "-o", "-"}), 0);
-        EXPECT_EQ(console.Out(), ReadText(DataPath(number + ".image"))) << number;
+TEST(Console, TheEditorTellsItsVersionWithoutADisplay) {
+    QProcess editor;
+    editor.setProcessEnvironment({});
+    for (const char* option : {"--version", "--help"}) {
+        editor.startCommand(QString::fromStdString(EDITOR " ") + QString::fromLatin1(option));
+        EXPECT_EQ(Console::Wait(editor), 0);
+        EXPECT_FALSE(editor.readAllStandardOutput().isEmpty()) << option;
     }
 }
 
-} // namespace
-
-} // namespace vek
+TEST(Console, ListsThePortsAndWritesImages) {
+    Console console;
+    EXPECT_EQ(console.Run("ports"), 0);
+    EXPECT_EQ(console.Out(), "COM1  " + console.Com1() + "\n");
+    EXPECT_EQ(console.Run("image 03.VMC -o -"), 0);
+    EXPECT_EQ(console.Out(), ReadText(DataPath("03.image")));
+}

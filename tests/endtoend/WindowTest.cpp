@@ -11,23 +11,13 @@
 #include "platform/QtSerialControl.h"
 #include "simulator/RunningVek.h"
 #include "support/MemoryStore.h"
+#include "support/OnlinePackets.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestData.h"
-
-#include <QAbstractButton>
-#include <QAction>
-#include <QApplication>
-#include <QEventLoop>
-#include <QLineEdit>
-#include <QTabBar>
-#include <QTabWidget>
-#include <QTest>
-#include <QTimer>
-#include <QWindow>
+#include "support/Windows.h"
 
 #include <gmock/gmock.h>
 
-#include <map>
 #include <optional>
 #include <random>
 #include <sys/resource.h>
@@ -38,33 +28,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
-using Lines = std::vector<std::string>;
 
 constexpr int patience = 10'000; // milliseconds
 
 class WindowOnDevice : public testing::Test {
   protected:
-    void Start(const std::vector<std::string>& faults = {}) {
-        SimulatedVekOptions options;
-        for (const std::string& fault : faults)
-            options.Faults.push_back(ParseFault(fault));
-        vek.emplace(std::move(options));
-        services.emplace(EditorServices{.Boxes = boxes,
-                                        .Store = store,
-                                        .MakeSerialControl =
-                                            [this] {
-                                                return std::make_unique<QtSerialControl>(
-                                                    [this](int number) { return Device(number); });
-                                            },
-                                        .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
-                                        .PortNames = [] { return QStringList{u"pts"_s}; }});
-        window = std::make_unique<CorvaneForm>(*services, std::string());
+    void Start(const SimulatedVekOptions& options = {}) {
+        vek.emplace(options);
+        window = std::make_unique<CorvaneForm>(services, std::string());
         window->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     }
-    std::string Device(int number) { return number == 1 && vek ? (*vek)->PortPath() : std::string(); }
 
     template <typename Widget = QWidget>
     Widget* Find(const char* name) {
@@ -86,24 +61,7 @@ class WindowOnDevice : public testing::Test {
     }
     QWidget* Knob(const char* fader) { return Find(fader)->findChild<QWidget*>(u"Command1"_s); }
     float Level(const char* fader) { return Find<LevelTrim>(fader)->Level(); }
-    /// Drags a knob so many pixels down, at most to the window's edge, and lets it go.
-    void Drag(const char* fader, int down) {
-        QWidget* knob = Knob(fader);
-        QWindow* handle = window->windowHandle();
-        const QPoint grip = InWindow(knob, knob->rect().center());
-        const QPoint goal(grip.x(), std::clamp(grip.y() + down, 0, window->height() - 1));
-        QTest::mousePress(handle, Qt::LeftButton, {}, grip);
-        QTest::mouseMove(handle, (grip + goal) / 2);
-        QTest::mouseMove(handle, goal);
-        QTest::mouseRelease(handle, Qt::LeftButton, {}, goal);
-    }
-    void Type(const char* box, const char* text) {
-        auto* edit = Find(box)->findChild<QLineEdit*>(u"Text1"_s);
-        ClickOn(edit, edit->rect().center());
-        QTest::keySequence(edit, QKeySequence::SelectAll);
-        QTest::keyClicks(edit, QString::fromLatin1(text));
-        QTest::keyClick(edit, Qt::Key_Return);
-    }
+    void Drag(const char* fader, int down) { DragBy(*Knob(fader), {0, down}); }
 
     template <typename Condition>
     static void Await(Condition condition, const char* what) {
@@ -115,9 +73,16 @@ class WindowOnDevice : public testing::Test {
     void AwaitOffline() {
         Await([this] { return !IsOnline(); }, "offline");
     }
-    /// Until the device has been asked so often.
-    void AwaitRequests(std::size_t count) {
-        Await([&] { return (*vek)->Events().size() >= count; }, "requests");
+    /// What the device was asked and took.
+    std::string Requests() {
+        std::string requests;
+        for (const DeviceEvent& event : (*vek)->Events())
+            requests += event.Kind == DeviceEventKind::Refused ? event.Text : PacketText(event.Request);
+        return requests;
+    }
+    void AwaitRequests(const std::string& requests) {
+        Await([&] { return Requests() == requests; }, "requests");
+        EXPECT_EQ(Requests(), requests);
     }
 
     void GoOnline() {
@@ -131,67 +96,25 @@ class WindowOnDevice : public testing::Test {
         AwaitBoxes();
         ASSERT_TRUE(IsOnline());
     }
-    bool IsOnline() {
-        return Find<QAbstractButton>("OnlineCancel")->isVisibleTo(Find("OnlineCancel")->parentWidget());
-    }
-    void ExpectError(const char* text) { boxes.ExpectMessage(u"Error!"_s, QString::fromLatin1(text)); }
+    bool IsOnline() { return !Find("OnlineCancel")->isHidden(); }
 
     ScriptedDialogs boxes;
     MemoryStore store;
     std::optional<RunningVek> vek;
-    std::optional<EditorServices> services;
+    const QtSerialControl::DeviceLookup device = [this](int number) {
+        return number == 1 && vek ? (*vek)->PortPath() : std::string();
+    };
+    EditorServices services{boxes, store, [this] { return std::make_unique<QtSerialControl>(device); },
+                            [] { return std::make_unique<QtOneShotTimer>(); },
+                            [] { return QStringList{u"pts"_s}; }};
     std::unique_ptr<CorvaneForm> window;
 };
 
-std::string Hex(const std::vector<std::uint8_t>& bytes) {
-    std::string text;
-    char two[4];
-    for (const unsigned byte : bytes) {
-        std::snprintf(two, sizeof two, "%02X", byte);
-        text += two;
-    }
-    return text;
-}
-
-/// What the device was asked, byte for byte.
-Lines Requests(const std::vector<DeviceEvent>& events) {
-    Lines lines;
-    for (const DeviceEvent& event : events)
-        lines.push_back(Hex(event.Request));
-    return lines;
-}
-
-const std::string find = "446952654374";
-const std::string restart = "52FFFFAF";
-
-/// A packet of a letter, an output and a value.
-std::string Packet(char letter, int output, int value) {
-    const int sum = letter + output + value;
-    return Hex({static_cast<std::uint8_t>(letter), static_cast<std::uint8_t>(output),
-                static_cast<std::uint8_t>(value), static_cast<std::uint8_t>(255 - sum % 256)});
-}
-
-void AddEight(Lines& lines, char letter, const std::function<int(int output)>& valueOf) {
-    for (int output = 0; output < 8; ++output)
-        lines.push_back(Packet(letter, output, valueOf(output)));
-}
-
-auto Always(int value) {
-    return [value](int) { return value; };
-}
-
 /// Of this thread; the simulated device runs in another.
-struct Usage {
-    milliseconds Processor;
-    long Sleeps;
-};
-
-Usage UsageNow() {
+rusage Usage() {
     rusage usage = {};
     ::getrusage(RUSAGE_THREAD, &usage);
-    return {milliseconds((usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1000 +
-                         (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1000),
-            usage.ru_nvcsw};
+    return usage;
 }
 
 void ExpectIdle(milliseconds length) {
@@ -201,41 +124,39 @@ void ExpectIdle(milliseconds length) {
         events.exec();
     };
     run(milliseconds(200)); // what is still to be painted
-    const Usage before = UsageNow();
+    const rusage before = Usage();
     run(length);
-    const Usage after = UsageNow();
-    EXPECT_LT(after.Processor - before.Processor, length / 10);
-    EXPECT_LT(after.Sleeps - before.Sleeps, length.count() / 10) << "the window wakes up again and again";
+    const rusage after = Usage();
+    const auto used = [&](timeval rusage::*part) {
+        return std::chrono::seconds((after.*part).tv_sec - (before.*part).tv_sec) +
+               std::chrono::microseconds((after.*part).tv_usec - (before.*part).tv_usec);
+    };
+    EXPECT_LT(used(&rusage::ru_utime) + used(&rusage::ru_stime), length / 10);
+    EXPECT_LT(after.ru_nvcsw - before.ru_nvcsw, length.count() / 10) << "the window wakes up again and again";
 }
 
 TEST_F(WindowOnDevice, HearsExactlyWhatTheUserDoes) {
     Start();
     GoOnline();
-    Lines expected = {find, restart, find};
-    // Each step ends when the device has been asked what it says.
-    const auto served = [&](std::initializer_list<std::pair<char, std::function<int(int)>>> passes) {
-        for (const auto& [letter, valueOf] : passes)
-            AddEight(expected, letter, valueOf);
-        AwaitRequests(expected.size());
-    };
-    const auto exceptFive = [](int output) { return output == 5 ? 18 : 210; };
+    std::string expected = "D R D ";
+    const auto served = [&](const std::string& requests) { AwaitRequests(expected += requests); };
+    const std::string exceptFive = Pass('V', {210, 210, 210, 210, 210, 18, 210, 210});
     ShowTab(InputTrimsTab); // the levels once more after the routes
-    served({{'M', Always(0)}, {'V', Always(210)}, {'V', Always(210)}});
+    served(Pass('M', 0) + Pass('V', 210) + Pass('V', 210));
     Drag("InputLevelTrim_0", 1000);
     EXPECT_EQ(Level("InputLevelTrim_0"), -18.0F);
-    served({{'V', Always(210 - 2 * 18)}});
+    served(Pass('V', 210 - 2 * 18));
     ShowTab(OutputTrimsTab);
-    served({{'V', Always(210 - 2 * 18)}, {'V', Always(210 - 2 * 18)}});
+    served(Pass('V', 210 - 2 * 18) + Pass('V', 210 - 2 * 18));
     Click("RouteOption_4");
-    served({{'M', Always(4)}, {'V', Always(210)}});
+    served(Pass('M', 4) + Pass('V', 210));
     Click("OutPutSelectCheck_5");
-    served({{'V', exceptFive}});
+    served(exceptFive);
     ShowTab(OnlineTab);
-    served({{'V', exceptFive}});
+    served(exceptFive);
     Click("OnlineCancel");
-    expected.push_back(restart);
+    served("R ");
     AwaitOffline();
-    EXPECT_EQ(Requests((*vek)->Events()), expected);
 }
 
 TEST_F(WindowOnDevice, ProgramsWhatWasEditedAndSaved) {
@@ -253,12 +174,6 @@ TEST_F(WindowOnDevice, ProgramsWhatWasEditedAndSaved) {
     Drag("LevelTrim1", -1000);
     Click("UseSliderToSet_0");
     expected.Modes[1].OutputLevels[2].MaximumLevel = 10.0F;
-    Click("Modes_3");
-    Click("UsePanel_6");
-    Type("PanelMinimumLevel", "-55.5");
-    Type("RemoteStepLevel", "1.5");
-    expected.Modes[3].OutputLevels[6].MinimumLevel = -55.5F;
-    expected.Modes[3].OutputLevels[6].StepLevel = 1.5F;
 
     boxes.ExpectSaveFile(example, saved);
     boxes.ExpectMessage(u"File Saved."_s, u"Configuration saved to mine.VMC"_s, MessageIcon::None);
@@ -266,24 +181,17 @@ TEST_F(WindowOnDevice, ProgramsWhatWasEditedAndSaved) {
     const MatrixConfig written = LoadConfig(saved.toStdString());
     EXPECT_TRUE(EncodeRecord(written) == EncodeRecord(expected));
 
-    // The programming window is modal: the user is a timer meanwhile.
-    QTimer user;
-    bool pressed = false;
-    QObject::connect(&user, &QTimer::timeout, &user, [&] {
+    // The programming window is modal: the user acts in its event loop.
+    QTimer::singleShot(0, window.get(), [&] {
         auto* form = qobject_cast<VekComms*>(QApplication::activeModalWidget());
-        if (form == nullptr || pressed)
-            return;
-        auto* option = form->findChild<QAbstractButton*>(u"Option1_0"_s);
-        auto* search = form->findChild<QAbstractButton*>(u"Command1"_s);
-        if (!search->isEnabled())
-            return;
-        pressed = true;
-        EXPECT_EQ(form->findChild<QLineEdit*>(u"VekType_0"_s)->text(), u"Matrix Vek2.5"_s);
+        ASSERT_NE(form, nullptr);
+        auto* search = form->findChild<QWidget*>(u"Command1"_s);
+        auto* found = form->findChild<QLineEdit*>(u"VekType_0"_s);
+        Await([&] { return search->isEnabled() && found->text() == u"Matrix Vek2.5"_s; }, "a Matrix Vek");
         boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::No, Answer::No);
-        Click(option);
-        Click(form->findChild<QAbstractButton*>(u"ProgramVek"_s));
+        Click(form->findChild<QWidget*>(u"Option1_0"_s));
+        Click(form->findChild<QWidget*>(u"ProgramVek"_s));
     });
-    user.start(10);
     Find<QAction>("DOWNLOAD")->trigger();
     const auto image = (*vek)->Image();
     ASSERT_TRUE(image);
@@ -293,96 +201,48 @@ TEST_F(WindowOnDevice, ProgramsWhatWasEditedAndSaved) {
 }
 
 TEST_F(WindowOnDevice, TellsAPulledAdapterOnceAndRests) {
-    Start({"hang-up@volume:20"});
-    GoOnline();
-    ShowTab(InputTrimsTab);
-    ExpectError("Reply fail to Volume");
-    AwaitRequests(3 + 8 + 16);
-    Drag("InputLevelTrim_0", 20);
-    AwaitBoxes();
-    AwaitOffline();
-    ExpectIdle(milliseconds(1000));
-
-    // Pulled while nothing is sent, it is missed all the same.
-    vek.reset();
     Start();
     GoOnline();
-    ExpectError("No reply to restart");
-    vek.reset();
+    boxes.ExpectMessage(u"Error!"_s, u"No reply to restart"_s);
+    vek.reset(); // while nothing is sent
     AwaitOffline();
     AwaitBoxes();
     ExpectIdle(milliseconds(1000));
 }
 
 TEST_F(WindowOnDevice, ABurstEndsWithWhatIsShown) {
-    Start({"late-reply:8@volumex*", "late-reply:8@routex*"});
+    Start({.Faults = {ParseFault("late-reply:8@volumex*"), ParseFault("late-reply:8@routex*")}});
     GoOnline();
     ShowTab(OutputTrimsTab);
     std::mt19937 random(5);
     const char* faders[] = {"OutputLevelTrim_3", "OnlineLevelOffset", "OutputLevelTrim_6"};
     constexpr Qt::Key keys[] = {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown};
-    constexpr int lastMove = 50;
-    int moves = 0;
-    QTimer user;
-    QObject::connect(&user, &QTimer::timeout, &user, [&] {
-        if (++moves == lastMove)
-            user.stop();
-        if (moves % 9 == 0)
-            Find<QAbstractButton>(moves % 2 != 0 ? "RouteOption_1" : "RouteOption_0")->click();
+    constexpr int moves = 50;
+    for (int move = 1; move <= moves; ++move) {
+        if (move % 9 == 0)
+            Find<QAbstractButton>(move % 2 != 0 ? "RouteOption_1" : "RouteOption_0")->click();
         else
-            QTest::keyClick(Knob(faders[moves % 3]), keys[random() % 4]);
-    });
-    user.start(13);
-    Await([&] { return moves == lastMove; }, "moves");
-
-    const int input = Find<QAbstractButton>("RouteOption_1")->isChecked() ? 1 : 0;
-    std::map<int, int> shownVolumes;
-    std::map<int, int> shownRoutes;
-    for (int output = 0; output < 8; ++output) {
-        const std::string fader = "OutputLevelTrim_" + std::to_string(output);
-        const float level = Level(fader.c_str()) + Level("OnlineLevelOffset");
-        shownVolumes[output] = 210 + static_cast<int>(2 * level);
-        shownRoutes[output] = input;
+            QTest::keyClick(Knob(faders[move % 3]), keys[random() % 4]);
+        QTest::qWait(13);
     }
-    std::map<int, int> volumes;
-    std::map<int, int> routes;
-    const auto heard = [&] {
-        for (const DeviceEvent& event : (*vek)->Events()) {
-            if (event.Kind == DeviceEventKind::Volume)
-                volumes[event.Request[1]] = event.Request[2];
-            if (event.Kind == DeviceEventKind::Route)
-                routes[event.Request[1]] = event.Request[2];
-        }
-        return volumes == shownVolumes && routes == shownRoutes;
-    };
-    Await(heard, "what is shown is heard");
+    std::array<int, 8> volumes = {};
+    for (std::size_t output = 0; output < volumes.size(); ++output) {
+        const std::string fader = "OutputLevelTrim_" + std::to_string(output);
+        volumes.at(output) = 210 + static_cast<int>(2 * (Level(fader.c_str()) + Level("OnlineLevelOffset")));
+    }
+    const std::string shown = Pass('V', volumes);
+    Await([&] { return Requests().ends_with(shown); }, "what is shown is heard");
     ExpectIdle(milliseconds(600));
-    EXPECT_TRUE(heard()) << "and nothing else afterwards";
-    EXPECT_LT((*vek)->Events().size(), lastMove * 8U) << "moves during a pass share the next one";
-    for (const DeviceEvent& event : (*vek)->Events())
-        EXPECT_NE(event.Kind, DeviceEventKind::Refused) << event.Text;
+    EXPECT_TRUE(Requests().ends_with(shown)) << "and nothing else afterwards";
+    EXPECT_EQ(Requests().substr(Requests().rfind('M'), 5), "M7=1 ");
+    EXPECT_LT((*vek)->Events().size(), moves * 8U) << "moves during a pass share the next one";
 }
 
 TEST_F(WindowOnDevice, OpensTheFileOfTheCommandLine) {
     Start();
     const std::string path = DataPath("02.VMC");
-    const CorvaneForm named(*services, path);
+    const CorvaneForm named(services, path);
     Await([&] { return Config == LoadConfig(path); }, "the file");
-}
-
-TEST_F(WindowOnDevice, ClosesAlthoughTheDeviceNoLongerAnswers) {
-    Start({"no-reply@online-restart:2x*"});
-    GoOnline();
-    ExpectError("No reply to restart");
-    const auto start = Clock::now();
-    EXPECT_FALSE(window->close()) << "the unit is restarted first";
-    Await([this] { return !window->isVisible(); }, "closed");
-    EXPECT_LT(Clock::now() - start, milliseconds(4 * 500 + 1000));
-    EXPECT_EQ(Requests((*vek)->Events()), (Lines{find, restart, find, restart, restart, restart, restart}));
-
-    QtSerialControl other([&](int) { return (*vek)->PortPath(); });
-    other.SetPortOpen(true);
-    EXPECT_TRUE(other.PortOpen()) << "the window has let go of the port";
 }
 
 } // namespace

@@ -42,10 +42,9 @@ until_true() {
 # The windows of a process, menus included.
 windows_of() { xdotool search --all --onlyvisible --pid "$1" --name '.*' 2>/dev/null | sort -u; }
 shows_windows() { [[ $(windows_of "$1" | wc -l) -eq $2 ]]; }
-has_focus() { [[ $(xdotool getwindowfocus 2>/dev/null) == "$1" ]]; }
 focus() {
     xdotool windowfocus "$1" 2>/dev/null
-    has_focus "$1"
+    [[ $(xdotool getwindowfocus 2>/dev/null) == "$1" ]]
 }
 
 # start [FILE]: its process is $process then.
@@ -69,16 +68,13 @@ mode_menu() {
     until_true "the menu's end" shows_windows "$1" 1
 }
 
-clipboard() { xclip -o -selection clipboard -t UTF8_STRING 2>/dev/null; }
-clipboard_holds() { cmp -s "$1" <(clipboard); }
-copied() {
+# copies PROCESS: the mode that has the focus, to the file "copied".
+copies() {
     mode_menu "$1" 1
-    clipboard_holds "$2"
+    xclip -o -selection clipboard -t UTF8_STRING >"$work/copied" 2>/dev/null
 }
-copied_other() {
-    mode_menu "$1" 1
-    clipboard >"$work/other" && ! cmp -s "$2" "$work/other"
-}
+copies_the_mode() { copies "$1" && cmp -s "$work/mode" "$work/copied"; }
+copies_another() { copies "$1" && ! cmp -s "$work/mode" "$work/copied"; }
 
 # The sample's first mode and what copying it gives.
 iconv -f WINDOWS-1252 -t UTF-8 "$data/02.mode.txt" >"$work/mode"
@@ -91,16 +87,16 @@ second=$process
 # Tab goes to the modes; the arrows choose one.
 to_front "$first"
 xdotool key Tab
-until_true "the first editor's copy of mode 1" copied "$first" "$work/mode"
+until_true "the first editor's copy of mode 1" copies_the_mode "$first"
 
 to_front "$second"
 xdotool key Tab Down
 mode_menu "$second" 2
 # Its own first mode is a blank one; after that the clipboard has to get the text from what was pasted.
 xdotool key Up
-until_true "the second editor's copy of mode 1" copied_other "$second" "$work/mode"
+until_true "the second editor's copy of mode 1" copies_another "$second"
 xdotool key Down
-until_true "the second editor's copy of mode 2" copied "$second" "$work/mode"
+until_true "the second editor's copy of mode 2" copies_the_mode "$second"
 
 for process in "$second" "$first"; do
     to_front "$process"

@@ -3,6 +3,7 @@
 
 #include "link/OnlineSession.h"
 #include "link/RecordingOutcomes.h"
+#include "support/OnlinePackets.h"
 
 namespace vek::test {
 
@@ -11,7 +12,6 @@ class OnlineWindow : public RecordingOutcomes<OnlineOutcomes>, public OnlineInpu
   public:
     bool shownOnline = false;
     std::string lines; ///< the diagnostic lines
-    std::function<void(const std::string& text)> OnLine = [](const std::string&) {};
     std::size_t input = 0, currentOutput = 0;
     std::array<bool, 8> muted = {};
     LevelSource source = LevelSource::InputTrims;
@@ -24,9 +24,9 @@ class OnlineWindow : public RecordingOutcomes<OnlineOutcomes>, public OnlineInpu
         co_return;
     }
     void Disconnected() override { shownOnline = false; }
-    void PassBegins() override { Line("\r\n"); }
-    void SendingVolume(int output, float sent) override { Line(VolumeLine(output, sent)); }
-    void SendingRoute(int output, int routed) override { Line(RouteLine(output, routed)); }
+    void PassBegins() override { lines += "\r\n"; }
+    void SendingVolume(int output, float sent) override { lines += VolumeLine(output, sent); }
+    void SendingRoute(int output, int routed) override { lines += RouteLine(output, routed); }
 
     std::size_t OnlineInput() const override { return input; }
     bool MutedOutput(std::size_t output) const override { return muted.at(output); }
@@ -36,21 +36,14 @@ class OnlineWindow : public RecordingOutcomes<OnlineOutcomes>, public OnlineInpu
     float InputLevelTrim(std::size_t trim) const override { return inputTrims.at(trim); }
     float OutputLevelTrim(std::size_t trim) const override { return outputTrims.at(trim); }
     float OnlineLevelOffset() const override { return offset; }
-
-  private:
-    void Line(const std::string& text) {
-        lines += text;
-        OnLine(text);
-    }
 };
-
-using OutputValues = std::array<int, 8>;
 
 class OnlineFixture : public testing::Test {
   public:
     OnlineFixture() {
         port.Present = {1};
         port.OnOutput = [this](const ByteVector& packet) {
+            packets += PacketText(packet);
             const bool find = packet.size() == onlineFindRequest.size();
             const auto reply = Next(replies, find ? ByteVector{39, 2, 5, 209} : ByteVector{240});
             if (reply)
@@ -60,14 +53,11 @@ class OnlineFixture : public testing::Test {
 
     // What the user does. During a wait it is remembered, otherwise it is done when these return.
 
-    Task<> Searching() { return session.Online_search_for_vek(); }
-    Task<> Choosing() { return session.ChoosePort(0); }
     void Search() { port.Run(running, session.Online_search_for_vek()); }
     void ChoosePort(std::size_t row = 0) { port.Run(running, session.ChoosePort(row)); }
     void Levels() { Wish(&OnlineSession::WantLevels); }
     void Routes() { Wish(&OnlineSession::WantRoutes); }
     void Disconnect() { Wish(&OnlineSession::WantDisconnect); }
-    void Look() { Wish(&OnlineSession::LookForLostPort); }
     void Wish(void (OnlineSession::*wish)()) {
         (session.*wish)();
         if (!running.Running() && session.Wanting())
@@ -83,32 +73,8 @@ class OnlineFixture : public testing::Test {
     void Forget() {
         view.Boxes.clear();
         view.lines.clear();
+        packets.clear();
         port.Forget();
-    }
-    /// The packets sent from the nth on: "V0=210 M1=4 R ".
-    std::string Packets(std::size_t first = 0) const {
-        std::string text;
-        for (std::size_t i = first; i < port.Sent.size(); ++i) {
-            const auto byte = [&](std::size_t n) {
-                return std::stoi(port.Sent[i].substr(3 * n), nullptr, 16);
-            };
-            text += static_cast<char>(byte(0));
-            if (byte(0) != 'R')
-                text += std::to_string(byte(1)) + '=' + std::to_string(byte(2));
-            text += ' ';
-        }
-        return text;
-    }
-    std::string LastPackets(std::size_t count) const { return Packets(port.Sent.size() - count); }
-    /// The same for a pass over all outputs.
-    static std::string Pass(char letter, const OutputValues& values) {
-        std::string text;
-        for (std::size_t i = 0; i < values.size(); ++i)
-            text += letter + std::to_string(i) + '=' + std::to_string(values.at(i)) + ' ';
-        return text;
-    }
-    static std::string Pass(char letter, int value) {
-        return Pass(letter, {value, value, value, value, value, value, value, value});
     }
 
     ScriptedPort port;
@@ -117,8 +83,9 @@ class OnlineFixture : public testing::Test {
     OnlineSession session{port, port, types, view, view};
     RunningTask running;
 
-    long delay = 1;  ///< of each reply, ms
-    Replies replies; ///< when used up, a Matrix Vek that accepts everything
+    std::string packets; ///< sent since Forget()
+    long delay = 1;      ///< of each reply, ms
+    Replies replies;     ///< when used up, a Matrix Vek that accepts everything
 };
 
 } // namespace vek::test

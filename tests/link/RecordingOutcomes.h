@@ -23,6 +23,9 @@ inline std::optional<ByteVector> Next(Replies& replies, const ByteVector& whenUs
     return reply;
 }
 
+inline const std::string noRestart = "Error!|No reply to restart;";
+using PortStates = std::vector<PortState>;
+
 template <typename Outcomes>
 class RecordingOutcomes : public Outcomes {
   public:
@@ -34,6 +37,13 @@ class RecordingOutcomes : public Outcomes {
         const MessageText message = TextOf(failure);
         Boxes += message.Title + '|' + message.Text + ';';
         co_return;
+    }
+    /// Of the four rows, all searched.
+    PortStates States() const {
+        PortStates states;
+        for (const auto& finding : Found)
+            states.push_back(finding.value().State);
+        return states;
     }
     /// "Matrix Vek2.5|dashes|..." of the rows searched so far.
     std::string Texts() const {

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 #include <set>
 #include <string>
-#include <vector>
 
 using namespace vek;
 
@@ -37,66 +36,58 @@ AddressEnables AllSetTo(bool value) {
 constexpr std::size_t currentOutput = 5;
 constexpr std::size_t clickedFunction = 4;
 
-/// Whether the words of an entry speak of a function: "this function", "all", "all inputs" or "all outputs".
-bool Means(std::string_view words, std::string_view name, std::size_t function, AddressGroup group) {
-    const std::size_t firstOutputFunction = FunctionCount(group) / 2;
-    if (name == "mnuHiddenOuputDeSelectOutputs")
-        return function + 1 >= firstOutputFunction; // with the last input function, as installers know it
-    if (words == "this function")
-        return function == clickedFunction;
-    if (words == "all inputs")
-        return function < firstOutputFunction;
-    if (words == "all outputs")
-        return function >= firstOutputFunction;
-    return words == "all" || name == "mnuHiddenOuputSelectAll";
-}
-
-void ExpectEntryDoesWhatItSays(const EnableMenu& menu, const EnableSubmenu& submenu,
-                               const EnableMenuEntry& entry, std::string_view words, bool enable) {
-    AddressEnables expected = AllSetTo(!enable);
-    for (std::size_t output = 0; output < outputCount; ++output) {
-        if (submenu.Caption == "This Output Only" && output != currentOutput)
-            continue;
-        for (std::size_t function = 0; function < FunctionCount(menu.Group); ++function) {
-            if (Means(words, entry.Name, function, menu.Group))
-                AddressFlag(expected, menu.Group, function, output) = ToFlag(enable);
-        }
-    }
-    AddressEnables enables = AllSetTo(!enable);
-    ApplyMenuEntry(enables, menu.Group, entry, currentOutput, clickedFunction);
-    EXPECT_EQ(enables, expected) << entry.Name;
+/// The functions that the caption of an entry speaks of, first and last.
+std::pair<std::size_t, std::size_t> Meant(const EnableMenuEntry& entry, AddressGroup group) {
+    const std::size_t last = FunctionCount(group) - 1;
+    const std::size_t lastInput = last / 2;
+    if (entry.Name == "mnuHiddenOuputDeSelectOutputs")
+        return {lastInput, last}; // with the last input function, as installers know it
+    if (entry.Caption.ends_with("this function"))
+        return {clickedFunction, clickedFunction};
+    if (entry.Caption.ends_with("inputs"))
+        return {0, lastInput};
+    return {entry.Caption.ends_with("outputs") ? lastInput + 1 : 0, last};
 }
 
 } // namespace
 
 TEST(EnableMenus, EveryEntryDoesWhatItsCaptionSays) {
-    const std::vector<std::string> withoutClick = {"all", "all inputs", "all outputs"};
-    const std::vector<std::string> withClick = {"this function", "all", "all inputs", "all outputs"};
     std::set<std::string_view> names;
-    std::string separators;
-    std::string captions;
+    std::string captions, separators;
     for (const EnableMenu& menu : EnableMenus()) {
         for (const EnableSubmenu& submenu : menu.Submenus) {
-            captions += std::string(submenu.Caption) + ',';
-            const auto& words = submenu.Caption == "All Outputs" ? withClick : withoutClick;
-            ASSERT_EQ(submenu.Entries.size(), 2 * words.size()) << submenu.Name;
-            for (std::size_t i = 0; i < submenu.Entries.size(); ++i) {
-                const EnableMenuEntry& entry = submenu.Entries[i];
-                const bool enable = i % 2 == 0;
-                const bool bigAll = entry.Name == "mnuHiddenOuputSelectAll";
-                EXPECT_EQ(entry.Caption, (enable ? "Enable " : "Disable ") + (bigAll ? "All" : words[i / 2]));
-                ExpectEntryDoesWhatItSays(menu, submenu, entry, words[i / 2], enable);
+            (captions += submenu.Caption) += ": ";
+            for (const EnableMenuEntry& entry : submenu.Entries) {
+                (captions += entry.Caption) += ", ";
                 names.insert(entry.Name);
+                const bool enable = entry.Caption.starts_with("Enable ");
+                AddressEnables expected = AllSetTo(!enable);
+                const auto [first, last] = Meant(entry, menu.Group);
+                for (std::size_t output = 0; output < outputCount; ++output) {
+                    if (submenu.Caption == "This Output Only" && output != currentOutput)
+                        continue;
+                    for (std::size_t function = first; function <= last; ++function)
+                        AddressFlag(expected, menu.Group, function, output) = ToFlag(enable);
+                }
+                AddressEnables enables = AllSetTo(!enable);
+                ApplyMenuEntry(enables, menu.Group, entry, currentOutput, clickedFunction);
+                EXPECT_EQ(enables, expected) << entry.Name;
             }
-            EXPECT_EQ(submenu.SeparatorNames.size(), words.size() - 1) << submenu.Name;
             for (const std::string_view name : submenu.SeparatorNames)
-                separators += name.substr(std::string_view("mnuspace").size()), separators += ' ';
+                (separators += name) += ' ';
         }
     }
     EXPECT_EQ(names.size(), 48U);
-    EXPECT_EQ(captions,
-              ",All Outputs,This Output Only,All Outputs,This Output Only,All Outputs,This Output Only,");
-    EXPECT_EQ(separators, "1 2 3 4 5 6 7 10 11 12 13 20 30 31 32 33 34 ");
+    const std::string disableAllAndSoOn = "Disable all, Enable all inputs, Disable all inputs, "
+                                          "Enable all outputs, Disable all outputs, ";
+    const std::string mode = ": Enable all, " + disableAllAndSoOn;
+    const std::string allOutputs = "All Outputs: Enable this function, Disable this function, Enable all, ";
+    const std::string both = allOutputs + disableAllAndSoOn + "This Output Only" + mode;
+    EXPECT_EQ(captions, mode + both + both + allOutputs + disableAllAndSoOn +
+                            "This Output Only: Enable All, " + disableAllAndSoOn);
+    EXPECT_EQ(separators, "mnuspace1 mnuspace2 mnuspace3 mnuspace4 mnuspace5 mnuspace6 mnuspace7 mnuspace10 "
+                          "mnuspace11 mnuspace12 mnuspace13 mnuspace20 mnuspace30 mnuspace31 mnuspace32 "
+                          "mnuspace33 mnuspace34 ");
 }
 
 TEST(EnableMenus, AFunctionOutsideTheGroupIsRefused) {

@@ -7,25 +7,6 @@
 
 using namespace vek;
 
-namespace {
-
-const bool changedAtStart = ConfigChanged;
-
-} // namespace
-
-TEST(Configuration, NewConfigurationIsSavedAndNameless) {
-    EXPECT_FALSE(changedAtStart);
-    Config.VekNetBase = 3;
-    SavedConfig.VekNetBase = 4;
-    ConfigChanged = true;
-    CurrentFileName = "x";
-    NewConfiguration();
-    EXPECT_FALSE(ConfigDiffers());
-    EXPECT_FALSE(ConfigChanged);
-    EXPECT_TRUE(CurrentFileName.empty());
-    EXPECT_EQ(Config.VekNetBase, 512);
-}
-
 TEST(Configuration, LevelsAreComparedByValue) {
     NewConfiguration();
     Config.InputTrim[0] = -0.0F;

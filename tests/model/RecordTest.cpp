@@ -41,34 +41,6 @@ TEST(Record, RandomRecordsRoundTrip) {
     }
 }
 
-TEST(Record, FieldsStandAtTheirOffsets) {
-    MatrixConfig config;
-    config.VekNetBase = 0x0102;
-    config.Modes[7].OutputLevels[6].StepLevel = 20.0F;
-    config.Modes[3].OutputPanels[5].PanelSelects = "G";
-    config.Modes[3].OutputPanels[5].UsePreviousRoute = flagTrue;
-    config.Modes[1].LinkGroup[7] = 4;
-    config.OutputTrim[7] = 6.0F;
-    config.Notes = "n";
-    config.Addresses.ModeAddressEnable[15] = flagTrue;
-    config.Addresses.VolumeAddressEnable[5][3] = flagTrue;
-    config.Addresses.RouteControlAddressEnable[2][5] = flagTrue;
-    config.Addresses.RouteAddressEnable[7][1] = flagTrue;
-    const std::string bytes = AsText(EncodeRecord(config));
-    const auto at = [&](std::size_t offset) { return static_cast<unsigned char>(bytes[offset]); };
-    EXPECT_EQ(at(0), 0x02);
-    EXPECT_EQ(at(1), 0x01);
-    EXPECT_EQ(bytes.substr(2 + 520 * 7 + 20 * 6 + 14, 4), std::string("\x00\x00\xA0\x41", 4));
-    EXPECT_EQ(at(2 + 520 * 3 + 160 + 43 * 5 + 25), 'G');
-    EXPECT_EQ(at(2 + 520 * 3 + 160 + 43 * 5 + 41), 0xFF);
-    EXPECT_EQ(at(2 + 520 * 1 + 504 + 2 * 7), 4);
-    EXPECT_EQ(bytes.substr(4194 + 4 * 7, 4), std::string("\x00\x00\xC0\x40", 4));
-    EXPECT_EQ(at(4226), 'n');
-    for (const std::size_t flag :
-         {5726 + 2 * 15, 5758 + 2 * (3 + 8 * 5), 5886 + 2 * (5 + 6 * 2), 5982 + 2 * (1 + 16 * 7)})
-        EXPECT_EQ(at(flag), 0xFF) << flag;
-}
-
 TEST(Record, RefusesBadRecordsWhole) {
     const std::string good = ReadText(DataPath("04.VMC"));
     std::vector<std::string> bad = {"", good.substr(0, 1), good.substr(0, 4226), good.substr(0, 6237)};

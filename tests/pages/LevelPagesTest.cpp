@@ -6,14 +6,7 @@
 #include "pages/Selectors.h"
 #include "pages/TrimPage.h"
 
-#include <QContextMenuEvent>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QSignalSpy>
-
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 
 TEST(LevelsPage, EachRowHasItsCaptionItsLimitsAndItsButton) {
@@ -76,56 +69,43 @@ TEST(TrimPage, EachFaderHasItsNumberAndTheRangeOfTrimsAndTellsItsEdits) {
         }
 }
 
-struct SelectorsTest : testing::Test {
-    SelectorsTest() {
-        ShowActive(selectors);
-        QObject::connect(&selectors, &Selectors::ModeChosen, [this] { seen += "mode "_L1; });
-        QObject::connect(&selectors, &Selectors::OutputChosen, [this] { seen += "output "_L1; });
-        const auto menu = [this](const QString& told) {
-            return [this, told](std::size_t i, QPoint at) { seen += told.arg(i).arg(at == wanted); };
-        };
-        QObject::connect(&selectors, &Selectors::ModeMenuRequested, menu(u"mode menu %1 at %2"_s));
-        QObject::connect(&selectors, &Selectors::OutputMenuRequested, menu(u"output menu %1 at %2"_s));
-    }
-
-    /// What was raised since the last call.
-    QString Seen() { return std::exchange(seen, QString()).trimmed(); }
-
+TEST(Selectors, TellTheOneChosenAndOpenItsMenu) {
     Selectors selectors;
-    const struct {
-        std::array<QRadioButton*, 8>& Options;
-        QString Title;
-    } frames[2] = {{selectors.Modes, u"Mode"_s}, {selectors.UsePanel, u"Output"_s}};
-    QPoint wanted; ///< where a menu must open, global
-    QString seen;
-};
+    ShowActive(selectors);
+    QString told;
+    QPoint wanted; // where a menu must open, global
+    const auto menu = [&](const QString& text) {
+        return [&, text](std::size_t i, QPoint at) { told += text.arg(i).arg(at == wanted); };
+    };
+    QObject::connect(&selectors, &Selectors::ModeChosen, [&] { told += "mode"_L1; });
+    QObject::connect(&selectors, &Selectors::OutputChosen, [&] { told += "output"_L1; });
+    QObject::connect(&selectors, &Selectors::ModeMenuRequested, menu(u"mode menu %1 at %2"_s));
+    QObject::connect(&selectors, &Selectors::OutputMenuRequested, menu(u"output menu %1 at %2"_s));
 
-TEST_F(SelectorsTest, TellTheOneChosenAndOpenItsMenu) {
     EXPECT_TRUE(selectors.Modes[0]->isChecked() && selectors.UsePanel[0]->isChecked());
-    for (const auto& frame : frames)
+    for (const auto& [options, title] :
+         {std::pair(selectors.Modes, u"Mode"_s), std::pair(selectors.UsePanel, u"Output"_s)})
         for (const std::size_t i : {7U, 6U, 5U, 4U, 3U, 2U, 1U, 0U}) {
-            QRadioButton& option = *frame.Options[i];
+            QRadioButton& option = *options[i];
             EXPECT_EQ(option.text(), QString::number(i + 1));
-            EXPECT_EQ(option.accessibleName(), u"%1 %2"_s.arg(frame.Title).arg(i + 1));
+            EXPECT_EQ(option.accessibleName(), u"%1 %2"_s.arg(title).arg(i + 1));
             QTest::mouseClick(&option, Qt::LeftButton, {}, {8, option.height() / 2});
             EXPECT_TRUE(option.isChecked());
-            EXPECT_EQ(Seen(), frame.Title.toLower()) << "once, and not for the one left";
+            EXPECT_EQ(std::exchange(told, {}), title.toLower()) << "once, and not for the one left";
 
-            QRadioButton& other = *frame.Options[7 - i];
+            QRadioButton& other = *options[7 - i];
             const QPoint at(5, 5);
             wanted = other.mapToGlobal(at);
             QTest::mousePress(&other, Qt::RightButton, {}, at);
             QContextMenuEvent byMouse(QContextMenuEvent::Mouse, at, wanted);
             QApplication::sendEvent(&other, &byMouse);
-            EXPECT_EQ(Seen(), u"%1 menu %2 at 1"_s.arg(frame.Title.toLower()).arg(7 - i)) << "once";
+            EXPECT_EQ(std::exchange(told, {}), u"%1 menu %2 at 1"_s.arg(title.toLower()).arg(7 - i))
+                << "once";
             EXPECT_TRUE(option.isChecked()) << "a menu chooses nothing";
         }
     selectors.Modes[0]->setFocus();
     QTest::keyClick(selectors.Modes[0], Qt::Key_Down);
     EXPECT_TRUE(selectors.Modes[1]->isChecked());
     EXPECT_TRUE(selectors.UsePanel[0]->isChecked());
-    EXPECT_EQ(Seen(), "mode"_L1);
+    EXPECT_EQ(told, "mode"_L1);
 }
-
-} // namespace
-} // namespace vek

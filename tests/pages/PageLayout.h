@@ -3,8 +3,6 @@
 
 #include "support/Windows.h"
 
-#include <QLabel>
-
 #include <limits>
 
 namespace vek {

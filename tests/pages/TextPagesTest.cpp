@@ -6,14 +6,7 @@
 #include "pages/RemotePanelsPage.h"
 #include "pages/Rs232Page.h"
 
-#include <QAction>
-#include <QCheckBox>
-#include <QLineEdit>
-#include <QToolTip>
-
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 
 struct RemotePanelsPageTest : testing::Test {
@@ -50,22 +43,17 @@ TEST_F(RemotePanelsPageTest, EachBoxIsNamedByItsOutputAndItsColumn) {
     }
 }
 
-TEST_F(RemotePanelsPageTest, TellsWhatTheUserDid) {
+TEST_F(RemotePanelsPageTest, TellsOfKeysAndWishesToLink) {
     std::string seen;
-    QObject::connect(&page, &RemotePanelsPage::ListEdited, [&] { seen += "list "; });
-    QObject::connect(&page, &RemotePanelsPage::RouteEdited, [&] { seen += "route "; });
     QObject::connect(&page, &RemotePanelsPage::KeyTyped, [&] { seen += "key "; });
     QObject::connect(&page, &RemotePanelsPage::LinkClicked, [&] { seen += "link "; });
-    for (std::size_t output = 0; output < outputCount; ++output) {
-        for (const auto& list : lists) {
-            QTest::keyClicks(&Text(list.Boxes[output]), u"3"_s);
-            Child<QAction>(*list.Boxes[output], "mnuLink").trigger();
+    for (const auto& list : lists)
+        for (RemoteNumberPanel* box : list.Boxes) {
+            QTest::keyClicks(&Text(box), u"3"_s);
+            Child<QAction>(*box, "mnuLink").trigger();
             EXPECT_EQ(std::exchange(seen, {}),
-                      list.List == NumberList::InputSequence ? "list link " : "key list link ");
+                      list.List == NumberList::InputSequence ? "link " : "key link ");
         }
-        QTest::keyClick(page.UsePreviousRouteCheck[output], Qt::Key_Space);
-        EXPECT_EQ(std::exchange(seen, {}), "route ");
-    }
 }
 
 TEST_F(RemotePanelsPageTest, RefusesThePanelsOfOtherOutputs) {
@@ -112,6 +100,3 @@ TEST(NotesPage, TellsHowMuchRoomIsLeft) {
     QTest::keyClicks(page.Text1, u"xy"_s);
     EXPECT_EQ(remaining->text(), "1493 of 1500 characters left"_L1);
 }
-
-} // namespace
-} // namespace vek

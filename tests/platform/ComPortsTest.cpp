@@ -7,9 +7,7 @@
 
 #include <cstdlib>
 
-namespace vek {
-
-namespace {
+using namespace vek;
 
 using Names = std::vector<std::string>;
 
@@ -24,7 +22,7 @@ TEST(SerialDevices, AreSortedUsbFirstAndNaturally) {
     EXPECT_EQ(order, "ttyACM0 ttyUSB2 ttyUSB10 ttyAMA0 ttyS0 ttyS1 ttyS10 ");
 }
 
-std::string Assigned(const NamedComPorts& named, const Names& existing) {
+static std::string Assigned(const NamedComPorts& named, const Names& existing) {
     std::vector<SerialDevice> devices;
     for (const std::string& path : existing)
         devices.push_back({path, true});
@@ -76,16 +74,12 @@ TEST(SerialDevices, AreToldByTheirDriver) {
                                          "pty_master           /dev/ptm      128 0-1048575 pty:master\n"
                                          "ttyprintk            /dev/ttyprintk  5       3 console\n"
                                          "unknown              /dev/tty        4 1-63 console\n";
-    const struct {
-        unsigned Major;
-        unsigned Minor;
-        bool Serial;
-    } cases[] = {{188, 0, true}, {188, 511, true}, {188, 512, false}, {4, 64, true}, {4, 67, true},
-                 {4, 68, false}, {4, 1, false},    {4, 0, false},     {5, 0, false}, {5, 2, false},
-                 {5, 3, false},  {136, 300, true}, {128, 3, false},   {1, 3, false}};
-    for (const auto& device : cases)
-        EXPECT_EQ(IsSerialDriver(drivers, device.Major, device.Minor), device.Serial)
-            << device.Major << ":" << device.Minor;
+    const std::tuple<unsigned, unsigned, bool> cases[] = {
+        {188, 0, true}, {188, 511, true}, {188, 512, false}, {4, 64, true}, {4, 67, true},
+        {4, 68, false}, {4, 1, false},    {4, 0, false},     {5, 0, false}, {5, 2, false},
+        {5, 3, false},  {136, 300, true}, {128, 3, false},   {1, 3, false}};
+    for (const auto& [major, minor, serial] : cases)
+        EXPECT_EQ(IsSerialDriver(drivers, major, minor), serial) << major << ":" << minor;
 }
 
 TEST(SerialDevices, AreNeitherFilesNorOtherDevices) {
@@ -102,7 +96,3 @@ TEST(SerialDevices, AreNeitherFilesNorOtherDevices) {
     EXPECT_TRUE(IsSerialDevice(line.PortPath()));
     EXPECT_TRUE(IsSerialDevice(folder.Path("port")));
 }
-
-} // namespace
-
-} // namespace vek

@@ -6,16 +6,12 @@
 
 #include <cstdlib>
 
-namespace vek {
-
-namespace {
+using namespace vek;
 
 using Names = std::vector<std::string>;
 
 class JsonStoreTest : public testing::Test {
   protected:
-    void TearDown() override { ::unsetenv("VEK_STORE"); }
-
     test::TemporaryFolder folder;
     std::string path = folder.Path("new folder/registry.json");
 };
@@ -111,11 +107,8 @@ TEST_F(JsonStoreTest, InheritsUntilItHasAFileOfItsOwn) {
 TEST_F(JsonStoreTest, TheEnvironmentNamesTheFile) {
     ::setenv("VEK_STORE", path.c_str(), 1);
     JsonRegistryStore store = JsonRegistryStore::OfThisMachine();
+    ::unsetenv("VEK_STORE");
     store.CreateKey("Key");
     store.Flush();
     EXPECT_EQ(test::ReadText(path), "{\n    \"Key\": {}\n}\n");
 }
-
-} // namespace
-
-} // namespace vek

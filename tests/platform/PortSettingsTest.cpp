@@ -8,9 +8,7 @@
 #include <fcntl.h>
 #include <termios.h>
 
-namespace vek {
-
-namespace {
+using namespace vek;
 
 TEST(PortSettings, AreReadOrRefusedAsAWhole) {
     EXPECT_EQ(ParsePortSettings("9600,n,8,2"), (PortSettings{9600, 'n', 8, 2}));
@@ -46,7 +44,3 @@ TEST(PortSettings, RatesAgreeWithinTheToleranceOfALine) {
     EXPECT_FALSE(RatesAgree(0, 110));
     EXPECT_FALSE(RatesAgree(115, 110));
 }
-
-} // namespace
-
-} // namespace vek

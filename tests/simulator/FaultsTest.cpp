@@ -1,25 +1,17 @@
-#include "simulator/Faults.h"
+// Faults of the simulated device and when its bytes go out.
+#include "simulator/ReplySchedule.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <stdexcept>
 
-namespace vek {
+using namespace vek;
 
 namespace {
 
 using Kind = DeviceEventKind;
 using std::chrono::milliseconds;
-
-/// Which of a row of events the fault changes, as a text: "-" unchanged, "x" changed.
-std::string Changed(std::string_view fault, const std::vector<std::pair<Kind, int>>& events) {
-    FaultPlan plan({ParseFault(fault)});
-    std::string result;
-    for (const auto& [kind, number] : events)
-        result += plan.DeliveryOf({kind, number, {}, {240}, {}}).Note.empty() ? '-' : 'x';
-    return result;
-}
 
 TEST(Faults, HitTheirEventAsOftenAsAsked) {
     const std::vector<std::pair<Kind, int>> searches = {
@@ -29,8 +21,13 @@ TEST(Faults, HitTheirEventAsOftenAsAsked) {
     const std::pair<std::string, const char*> cases[] = {
         {"search", "x----"},  {"searchx2", "xx---"}, {"search:2x2", "-x-x-"}, {"search:3x*", "---xx"},
         {"any:2x2", "-x-x-"}, {"volume", "-----"},   {"block:1x2", "-xx--"},  {"block:0x9", "x----"}};
-    for (const auto& [event, changed] : cases)
-        EXPECT_EQ(Changed("no-reply@" + event, event.starts_with("block") ? blocks : searches), changed);
+    for (const auto& [event, hits] : cases) {
+        FaultPlan plan({ParseFault("no-reply@" + event)});
+        std::string hit; // a letter for each event
+        for (const auto& [kind, number] : event.starts_with("block") ? blocks : searches)
+            hit += plan.DeliveryOf({kind, number, {}, {240}, {}}).Note.empty() ? '-' : 'x';
+        EXPECT_EQ(hit, hits) << event;
+    }
 }
 
 TEST(Faults, ChangeTheReply) {
@@ -72,6 +69,23 @@ TEST(Faults, RefuseWhatTheyDoNotKnow) {
                     testing::ThrowsMessage<std::invalid_argument>(testing::StrEq(message)));
 }
 
-} // namespace
+TEST(ReplySchedule, GivesBytesWhenTheyAreDue) {
+    const auto played = [](const std::vector<Delivery>& deliveries, int byteTime) {
+        ReplySchedule schedule;
+        for (const Delivery& delivery : deliveries)
+            schedule.Add(delivery, DeviceTime(), milliseconds(byteTime));
+        std::string given;
+        while (const auto next = schedule.NextTime()) {
+            const auto due = schedule.Due(*next);
+            given += std::to_string(next->time_since_epoch() / milliseconds(1)) + ':' +
+                     std::string(due.begin(), due.end()) + ' ';
+            schedule.Sent(due.size());
+        }
+        return given;
+    };
+    EXPECT_EQ(played({{{'a', 'b'}}}, 0), "0:ab ");
+    EXPECT_EQ(played({{{'a', 'b'}}}, 2), "2:a 4:b ");
+    EXPECT_EQ(played({{{'a', 'b'}, milliseconds(9)}, {{'c'}}}, 0), "0:c 9:ab ");
+}
 
-} // namespace vek
+} // namespace

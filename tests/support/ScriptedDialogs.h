@@ -3,6 +3,7 @@
 
 #include "dialogs/Dialogs.h"
 
+#include <QPointer>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -72,11 +73,11 @@ class ScriptedDialogs final : public Dialogs {
     }
     std::unique_ptr<OpenBox> OpenMessage(QWidget*, MessageIcon icon, const QString& title,
                                          const QString& text, BoxClosed closed) override {
-        return Open(MessageBox(icon, title, text), std::move(closed));
+        return Open(MessageBox(icon, title, text), closed);
     }
     std::unique_ptr<OpenBox> OpenYesNo(QWidget*, const QString& title, const QString& text,
                                        Answer defaultAnswer, BoxClosed closed) override {
-        return Open(YesNoBox(title, text, defaultAnswer), std::move(closed));
+        return Open(YesNoBox(title, text, defaultAnswer), closed);
     }
     /// True while a box is open that its caller does not wait for.
     bool AnyOpen() const { return open > 0; }
@@ -109,32 +110,23 @@ class ScriptedDialogs final : public Dialogs {
     /// A box that the user closes as soon as events run.
     class ScriptedBox final : public OpenBox {
       public:
-        ScriptedBox(ScriptedDialogs& dialogs, Expected expected, BoxClosed closed) : dialogs_(dialogs) {
-            ++dialogs_.open;
-            closing_.setSingleShot(true);
-            QObject::connect(
-                &closing_, &QTimer::timeout, &closing_,
-                [expected = std::move(expected), closed = std::move(closed), withdrawn = withdrawn_] {
-                    if (expected.WhileOpen)
-                        expected.WhileOpen();
-                    if (!*withdrawn)
-                        closed(expected.Given);
-                });
-            closing_.start(0);
+        ScriptedBox(int& open, const Expected& expected, const BoxClosed& closed) : open_(open) {
+            ++open_;
+            QTimer::singleShot(0, &self_, [expected, closed, self = QPointer(&self_)] {
+                if (expected.WhileOpen)
+                    expected.WhileOpen();
+                if (self)
+                    closed(expected.Given);
+            });
         }
-        ~ScriptedBox() override {
-            *withdrawn_ = true;
-            --dialogs_.open;
-        }
+        ~ScriptedBox() override { --open_; }
 
       private:
-        ScriptedDialogs& dialogs_;
-        QTimer closing_;
-        std::shared_ptr<bool> withdrawn_ = std::make_shared<bool>(false);
+        int& open_;
+        QObject self_;
     };
-    std::unique_ptr<OpenBox> Open(const QString& box, BoxClosed closed) {
-        Expected next = Take(box);
-        return std::make_unique<ScriptedBox>(*this, std::move(next), std::move(closed));
+    std::unique_ptr<OpenBox> Open(const QString& box, const BoxClosed& closed) {
+        return std::make_unique<ScriptedBox>(open, Take(box), closed);
     }
 
     Expected Next(const QString& box) {

@@ -1,9 +1,8 @@
 // Putting widgets under test on the screen.
 #pragma once
 
-#include <QApplication>
-#include <QWidget>
 #include <QtTest>
+#include <QtWidgets>
 
 #include <gtest/gtest.h>
 

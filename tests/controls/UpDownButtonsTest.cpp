@@ -1,16 +1,9 @@
-// The step buttons and the conversion of texts, which other controls share.
-#include "controls/TextConversion.h"
 #include "controls/UpDownButtons.h"
 #include "support/Windows.h"
 
-#include <QAbstractButton>
-#include <QTimer>
-
 #include <functional>
 
-namespace vek {
-namespace {
-
+using namespace vek;
 using namespace Qt::StringLiterals;
 
 struct UpDownButtonsTest : testing::Test {
@@ -77,19 +70,3 @@ TEST_F(UpDownButtonsTest, APressThatEndsItselfMakesNoStep) {
     EXPECT_EQ(seen, "pressed released ");
     EXPECT_FALSE(timer.isActive());
 }
-
-TEST(TextConversion, LineEndsAndTheCodePage) {
-    const std::tuple<const char*, QString, const char*> cases[] = {
-        {"a\r\nb\rc\nd", u"a\nb\nc\nd"_s, "a\r\nb\r\nc\r\nd"},
-        {"\x80\xE9", u"\u20AC\u00E9"_s, "\x80\xE9"},
-        {"\n\r", u"\n\n"_s, "\r\n\r\n"}};
-    for (const auto& [bytes, lines, back] : cases) {
-        EXPECT_EQ(LinesFromBytes(bytes), lines);
-        EXPECT_EQ(LinesToBytes(lines), back);
-    }
-    EXPECT_EQ(LinesToBytes(u"a\r\nb\rc"_s), "a\r\nb\r\nc");
-    EXPECT_EQ(ToBytes(u"\u2192\U0001F600x"_s), "??x");
-}
-
-} // namespace
-} // namespace vek
