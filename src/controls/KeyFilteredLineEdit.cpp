@@ -1,7 +1,10 @@
 #include "controls/KeyFilteredLineEdit.h"
 
+#include "controls/EditBoxMenus.h"
+
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
@@ -73,6 +76,18 @@ void KeyFilteredLineEdit::InsertFiltered(const QString& arriving) {
 void KeyFilteredLineEdit::paste() {
     Q_EMIT KeyTyped();
     InsertFiltered(QGuiApplication::clipboard()->text());
+}
+
+bool KeyFilteredLineEdit::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && IsUndoKey(*static_cast<QKeyEvent*>(event))) {
+        event->ignore();
+        return false;
+    }
+    return QLineEdit::event(event);
+}
+
+void KeyFilteredLineEdit::contextMenuEvent(QContextMenuEvent* event) {
+    PopUpWithoutUndo(*createStandardContextMenu(), !isReadOnly(), event->globalPos());
 }
 
 void KeyFilteredLineEdit::keyPressEvent(QKeyEvent* event) {

@@ -9,8 +9,8 @@ namespace vek {
 
 /// Typed keys, pasted text, dropped text and text from an input method pass one filter, character by
 /// character; a refused character is left out, the others go in. Text set from code is not filtered. Getting
-/// the focus selects the whole text, by mouse too. Navigation, deletion, undo and the clipboard keys work as
-/// in any line of text.
+/// the focus selects the whole text, by mouse too. Navigation, deletion and the clipboard keys work as in
+/// any line of text; the undo keys are the window's where it has some.
 class KeyFilteredLineEdit : public QLineEdit {
     Q_OBJECT
 
@@ -45,6 +45,8 @@ class KeyFilteredLineEdit : public QLineEdit {
     void MousePressed();
 
   protected:
+    bool event(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     void dropEvent(QDropEvent* event) override;

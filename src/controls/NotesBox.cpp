@@ -1,10 +1,12 @@
 #include "controls/NotesBox.h"
 
 #include "base/Windows1252.h"
+#include "controls/EditBoxMenus.h"
 #include "controls/TextConversion.h"
 #include "model/Config.h"
 #include "model/NotesText.h"
 
+#include <QContextMenuEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
@@ -39,6 +41,7 @@ QString Storable(const QString& text) {
 
 NotesBox::NotesBox(QWidget* parent) : QPlainTextEdit(parent) {
     setTabChangesFocus(true);
+    setUndoRedoEnabled(false);
     connect(this, &QPlainTextEdit::textChanged, this, &NotesBox::TextChanged);
 }
 
@@ -68,6 +71,18 @@ bool NotesBox::Fits(const QString& text) {
 
 void NotesBox::Hint(const QString& text) {
     QToolTip::showText(viewport()->mapToGlobal(cursorRect().bottomLeft()), text, this);
+}
+
+bool NotesBox::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && IsUndoKey(*static_cast<QKeyEvent*>(event))) {
+        event->ignore();
+        return false;
+    }
+    return QPlainTextEdit::event(event);
+}
+
+void NotesBox::contextMenuEvent(QContextMenuEvent* event) {
+    PopUpWithoutUndo(*createStandardContextMenu(), true, event->globalPos());
 }
 
 void NotesBox::keyPressEvent(QKeyEvent* event) {

@@ -10,7 +10,7 @@ namespace vek {
 
 /// Takes only characters that Windows-1252 has (pasted others become "?") and no more than `notesLength`
 /// bytes, line ends included. What does not fit is refused whole, when typed as when pasted, and a hint says
-/// why. Lines that are not edited keep their stored line ends.
+/// why. Lines that are not edited keep their stored line ends. Undo is the window's.
 class NotesBox : public QPlainTextEdit {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ class NotesBox : public QPlainTextEdit {
 
     /// The text as the configuration stores it: Windows-1252, new lines separated by CR LF.
     const std::string& Bytes() const { return bytes_; }
-    /// Shows another text; what was there before cannot be brought back by undo.
+    /// Shows another text.
     void SetBytes(std::string_view bytes);
 
     /// Bytes left of `notesLength`.
@@ -30,6 +30,8 @@ class NotesBox : public QPlainTextEdit {
     void Edited();
 
   protected:
+    bool event(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     void insertFromMimeData(const QMimeData* source) override;

@@ -157,17 +157,6 @@ void RemoteNumberPanel::Tidy() {
     suppress_ = false;
 }
 
-void RemoteNumberPanel::Undo(bool redo) {
-    suppress_ = true;
-    // Passes over the moments between an edit and its putting in order.
-    do
-        redo ? Text1_->redo() : Text1_->undo();
-    while ((redo ? Text1_->isRedoAvailable() : Text1_->isUndoAvailable()) &&
-           Ordered(list_, Text1_->text()) != Text1_->text());
-    suppress_ = false;
-    NoteEdit();
-}
-
 bool RemoteNumberPanel::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress) {
         const auto* press = static_cast<QMouseEvent*>(event);
@@ -184,14 +173,6 @@ bool RemoteNumberPanel::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::ContextMenu) {
         contextMenuEvent(static_cast<QContextMenuEvent*>(event));
         return true;
-    }
-    if (event->type() == QEvent::KeyPress) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        const bool redo = key->matches(QKeySequence::Redo);
-        if (redo || key->matches(QKeySequence::Undo)) {
-            Undo(redo);
-            return true;
-        }
     }
     return QWidget::eventFilter(watched, event);
 }

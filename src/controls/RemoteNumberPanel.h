@@ -59,7 +59,6 @@ class RemoteNumberPanel : public QWidget {
     void ShowTaken(QChar panel);
     void NoteEdit();
     void Tidy();
-    void Undo(bool redo);
 
     NumberList list_ = NumberList::VolumePanels;
     TakenMarks taken_;

@@ -12,6 +12,7 @@
 #include "editor/FileCommands.h"
 #include "editor/LevelLimits.h"
 #include "editor/OnlineControl.h"
+#include "editor/UndoActions.h"
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"
 #include "pages/AddressesPage.h"
@@ -26,6 +27,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QHBoxLayout>
+#include <QMenuBar>
 #include <QRadioButton>
 
 namespace vek {
@@ -43,8 +45,8 @@ constexpr QSize usualSize(1040, 700);
 CorvaneForm::CorvaneForm(const EditorServices& services, std::string commandLine, QWidget* parent)
     : QMainWindow(parent), services_(services), commandLine_(std::move(commandLine)),
       messages_(*this, services.Boxes), toolBar_(new EditorToolBar(this)), SSTab1_(new PageTabs(this)),
-      pages_(MakeEditorPages(*SSTab1_, services.PortNames)), strip_(new OnlineStrip(this)), view_(pages_),
-      files_(new FileCommands(*this, view_, services.Boxes)),
+      pages_(MakeEditorPages(*SSTab1_, services.PortNames)), strip_(new OnlineStrip(this)),
+      view_(pages_, history_), files_(new FileCommands(*this, view_, services.Boxes)),
       exports_(new ExportCommands(*this, view_, services.Boxes)),
       dispatch_(*this, view_, *files_, *exports_, services, turns_, types_, messages_),
       status_(new EditorStatusBar(this)) {
@@ -60,6 +62,7 @@ CorvaneForm::CorvaneForm(const EditorServices& services, std::string commandLine
     NewConfiguration();
     view_.ReadSelectors();
     view_.ShowAll();
+    history_.Clear();
     MakeCommands();
     ConnectPages();
     ShowOnline();
@@ -90,6 +93,14 @@ void CorvaneForm::MakeCommands() {
     quit->setShortcut(QKeySequence(tr("Ctrl+Q")));
     connect(quit, &QAction::triggered, this, &QWidget::close);
     addAction(quit);
+
+    auto* edit = menuBar()->addMenu(tr("&Edit"));
+    edit->setToolTipsVisible(true);
+    undo_ = new UndoActions(view_, pages_, *SSTab1_, *edit, *this);
+    connect(undo_, &UndoActions::Taken, this, [this](FieldKind kind) {
+        if (kind == FieldKind::InputTrims || kind == FieldKind::OutputTrims)
+            online_->LevelsChanged();
+    });
 
     const auto showFailure = [this](const QString& why) { status_->showMessage(why, messageMilliseconds); };
     connect(files_, &FileCommands::Failed, this, showFailure);
@@ -140,6 +151,7 @@ void CorvaneForm::ConnectPages() {
 void CorvaneForm::SelectionChanged() {
     Guarded(messages_, [this] {
         view_.StoreView();
+        history_.EndVisit();
         view_.ReadSelectors();
         view_.ShowMode();
     });
@@ -179,6 +191,7 @@ void CorvaneForm::Dispatch(std::string_view key) {
 
 void CorvaneForm::ShowOnline() {
     toolBar_->SetOnline(online_->IsOnline());
+    undo_->Refresh();
     Timer1_Tick();
 }
 

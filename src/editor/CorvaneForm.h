@@ -3,6 +3,7 @@
 
 #include "dialogs/WindowMessages.h"
 #include "editor/CommandDispatch.h"
+#include "editor/EditHistory.h"
 #include "editor/EditorServices.h"
 #include "editor/ModelView.h"
 #include "editor/PortTurns.h"
@@ -25,6 +26,7 @@ class ExportCommands;
 class FileCommands;
 class OnlineControl;
 class OnlineStrip;
+class UndoActions;
 
 /// Wires the pages, commands and timers together. The configuration itself is the program-wide Config, which
 /// the window replaces by a new one when it is made.
@@ -70,7 +72,9 @@ class CorvaneForm : public QMainWindow {
     QTabWidget* SSTab1_;
     EditorPages pages_;
     OnlineStrip* strip_;
+    EditHistory history_;
     ModelView view_;
+    UndoActions* undo_;
     FileCommands* files_;
     ExportCommands* exports_;
     CommandDispatch dispatch_;

@@ -2,6 +2,7 @@
 
 #include "base/Errors.h"
 #include "dialogs/Dialogs.h"
+#include "editor/EditHistory.h"
 #include "editor/ModelView.h"
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"
@@ -45,6 +46,7 @@ void FileCommands::NewCommand() {
         return;
     Forget();
     view_.ShowAll();
+    view_.History().Clear();
     ConfigChanged = false;
 }
 
@@ -95,6 +97,7 @@ void FileCommands::Read(const std::string& path, const std::string& nameAfterwar
         FileFailed(error.what());
     }
     view_.ShowAll();
+    view_.History().Clear();
     ConfigChanged = false;
 }
 
@@ -125,6 +128,7 @@ void FileCommands::Write(const std::string& path) {
     readFrom_.clear();
     ConfigChanged = false;
     SavedConfig = Config;
+    view_.History().SetSaved();
     dialogs_.Message(&window_, MessageIcon::None, tr("File Saved."),
                      tr("Configuration saved to ") + QString::fromStdString(FileNameOf(CurrentFileName)));
 }

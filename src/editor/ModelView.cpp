@@ -6,6 +6,7 @@
 #include "controls/RemoteNumberPanel.h"
 #include "controls/TextConversion.h"
 #include "controls/dBText.h"
+#include "editor/EditHistory.h"
 #include "model/ProgramState.h"
 #include "pages/AddressesPage.h"
 #include "pages/LevelsPage.h"
@@ -90,6 +91,30 @@ void ModelView::Edit(Change change) {
     change(Config);
 }
 
+/// What the user does is a step of the history, also when it takes several edits.
+template <typename Change>
+void ModelView::Step(const QString& name, Change change) {
+    if (inStep_) {
+        change();
+        return;
+    }
+    const MatrixConfig before = Config;
+    const auto end = [&] {
+        inStep_ = false;
+        // What linking makes of followers belongs to the linking; it would come back at once.
+        if (Config != before && !DifferInFollowersOnly(before, Config))
+            history_.Enter(before, Config, name);
+    };
+    inStep_ = true;
+    try {
+        change();
+    } catch (...) {
+        end();
+        throw;
+    }
+    end();
+}
+
 std::size_t ModelView::ModeIndex() const { return CheckedIndex(currentMode_, modeCount); }
 
 const ModeRecord& ModelView::Mode() const { return Config.Modes[ModeIndex()]; }
@@ -104,12 +129,14 @@ void ModelView::ReadSelectors() {
 }
 
 void ModelView::StoreView() {
-    Edit([this](MatrixConfig& config) {
-        ModeRecord& mode = config.Modes[ModeIndex()];
-        Store(config.Addresses, addresses_);
-        StoreMode(mode);
-        StoreLevels(mode.OutputLevels[Output()]);
-        StoreGlobalFields(config);
+    Step({}, [this] {
+        Edit([this](MatrixConfig& config) {
+            ModeRecord& mode = config.Modes[ModeIndex()];
+            Store(config.Addresses, addresses_);
+            StoreMode(mode);
+            StoreLevels(mode.OutputLevels[Output()]);
+            StoreGlobalFields(config);
+        });
     });
 }
 
@@ -207,51 +234,74 @@ void ModelView::ShowAll() {
 }
 
 void ModelView::ResetMode() {
-    Edit([this](MatrixConfig& config) { config.Modes[ModeIndex()] = DefaultMode(); });
-    ShowMode();
+    Step(QObject::tr("reset Mode %1 to default").arg(ModeIndex() + 1), [this] {
+        Edit([this](MatrixConfig& config) { config.Modes[ModeIndex()] = DefaultMode(); });
+        ShowMode();
+    });
 }
 
 void ModelView::PasteMode(std::size_t mode, const ModeRecord& pasted) {
     // The controls of another mode still hold edits; those of this one would overwrite what was pasted.
     if (mode != ModeIndex())
         StoreView();
-    Edit([&](MatrixConfig& config) { config.Modes[mode] = pasted; });
-    ShowMode();
+    Step(QObject::tr("paste Mode %1").arg(mode + 1), [&] {
+        Edit([&](MatrixConfig& config) { config.Modes[mode] = pasted; });
+        ShowMode();
+    });
 }
 
 void ModelView::PasteOutput(std::size_t output, const OutputLevelRecord& pasted) {
-    Edit([&](MatrixConfig& config) { config.Modes[ModeIndex()].OutputLevels[output] = pasted; });
-    ShowMode();
+    Step(QObject::tr("paste Mode %1, Output %2").arg(ModeIndex() + 1).arg(output + 1), [&] {
+        Edit([&](MatrixConfig& config) { config.Modes[ModeIndex()].OutputLevels[output] = pasted; });
+        ShowMode();
+    });
 }
 
 void ModelView::SetBase(std::int16_t base) {
-    Edit([base](MatrixConfig& config) { Store(config.VekNetBase, base); });
-    ShowMode();
+    Step({}, [&] {
+        Edit([base](MatrixConfig& config) { Store(config.VekNetBase, base); });
+        ShowMode();
+    });
 }
 
 void ModelView::SetLinkGroups(const std::array<std::int16_t, outputCount>& groups) {
-    linkGroups_ = groups;
-    StoreView();
-    ShowMode();
+    Step(QObject::tr("link outputs of Mode %1").arg(ModeIndex() + 1), [&] {
+        linkGroups_ = groups;
+        StoreView();
+        ShowMode();
+        StoreView(); // what linking has made of the followers
+    });
 }
 
 void ModelView::ToggleAddress(AddressGroup group, std::size_t function) {
-    Flag& flag = AddressFlag(addresses_, group, function, Output());
-    flag = ToFlag(!IsSet(flag));
-    StoreView();
-    ShowMode();
+    Step({}, [&] {
+        Flag& flag = AddressFlag(addresses_, group, function, Output());
+        flag = ToFlag(!IsSet(flag));
+        StoreView();
+        ShowMode();
+    });
 }
 
 void ModelView::ApplyAddressMenu(AddressGroup group, const EnableMenuEntry& entry, std::size_t remembered) {
-    ApplyMenuEntry(addresses_, group, entry, Output(), remembered);
-    ConfigChanged = true;
-    StoreView();
-    ShowMode();
+    Step(FromConstant(entry.Caption), [&] {
+        ApplyMenuEntry(addresses_, group, entry, Output(), remembered);
+        ConfigChanged = true;
+        StoreView();
+        ShowMode();
+    });
 }
 
 void ModelView::TakeClamped(const MatrixConfig& clamped) {
-    Edit([&](MatrixConfig& config) { config = clamped; });
-    ShowMode();
+    Step(QObject::tr("limit levels to what the device has"), [&] {
+        Edit([&](MatrixConfig& config) { config = clamped; });
+        ShowMode();
+    });
+}
+
+void ModelView::Restore(const MatrixConfig& config) {
+    Edit([&](MatrixConfig& present) { present = config; });
+    ConfigChanged = ConfigDiffers();
+    ShowAll();
 }
 
 void ModelView::TakeStartLevels() {

@@ -5,11 +5,15 @@
 #include "model/EnableMenus.h"
 #include "pages/EditorPages.h"
 
+#include <QString>
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
 
 namespace vek {
+
+class EditHistory;
 
 /// Shows one mode and one output of Config and takes over what the user does with it. Besides the commands
 /// that replace the whole configuration (new, open), nothing but this class writes Config.
@@ -18,7 +22,8 @@ namespace vek {
 /// menus; whether there is anything to save is for ConfigDiffers() to tell.
 class ModelView {
   public:
-    explicit ModelView(const EditorPages& pages) : pages_(pages) {}
+    /// The history must outlive this object.
+    ModelView(const EditorPages& pages, EditHistory& history) : pages_(pages), history_(history) {}
 
     // The slice that is shown.
 
@@ -65,6 +70,11 @@ class ModelView {
     void ApplyAddressMenu(AddressGroup group, const EnableMenuEntry& entry, std::size_t remembered);
     /// Takes over the levels that the download image had to limit.
     void TakeClamped(const MatrixConfig& clamped);
+    /// Makes an earlier or later state the configuration, and shows it; no edit of its own.
+    void Restore(const MatrixConfig& config);
+
+    /// What the edits can be taken back with.
+    EditHistory& History() const { return history_; }
 
     // The slider's levels, dB, by mode and output; not part of the configuration.
 
@@ -79,6 +89,8 @@ class ModelView {
   private:
     template <typename Change>
     void Edit(Change change);
+    template <typename Change>
+    void Step(const QString& name, Change change);
     std::size_t ModeIndex() const;
     void StoreMode(ModeRecord& mode);
     void StoreLevels(OutputLevelRecord& levels);
@@ -87,6 +99,8 @@ class ModelView {
     void ShowLevels(const OutputLevelRecord& levels);
 
     EditorPages pages_;
+    EditHistory& history_;
+    bool inStep_ = false;
     int currentMode_ = 0;
     int currentOutput_ = 0;
     // Working copies: what the page of the addresses shows, and the groups of the current mode.

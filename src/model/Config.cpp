@@ -45,6 +45,22 @@ bool IsFollower(const ModeRecord& mode, std::size_t output) {
     return group != 0 && LinkLeader(mode, group) != output;
 }
 
+bool DifferInFollowersOnly(const MatrixConfig& a, const MatrixConfig& b) {
+    MatrixConfig alike = a;
+    for (std::size_t mode = 0; mode < modeCount; ++mode) {
+        for (std::size_t output = 0; output < outputCount; ++output) {
+            if (!IsFollower(b.Modes[mode], output))
+                continue;
+            PanelRecord& panels = alike.Modes[mode].OutputPanels[output];
+            const PanelRecord& others = b.Modes[mode].OutputPanels[output];
+            panels.PanelInputs = others.PanelInputs;
+            panels.PanelSelects = others.PanelSelects;
+            panels.UsePreviousRoute = others.UsePreviousRoute;
+        }
+    }
+    return alike == b;
+}
+
 std::optional<std::size_t> OutputUsingPanel(const ModeRecord& mode, NumberList list, std::size_t panel,
                                             std::size_t output) {
     for (std::size_t other = 0; other < outputCount; ++other) {

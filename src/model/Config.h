@@ -107,6 +107,10 @@ std::size_t LinkLeader(const ModeRecord& mode, std::int16_t group);
 /// True when the output (0 … 7) is linked to another one before it.
 bool IsFollower(const ModeRecord& mode, std::size_t output);
 
+/// True when nothing differs but what linking makes of followers: their inputs, selector panels and start
+/// route, which their leader's have taken the place of.
+bool DifferInFollowersOnly(const MatrixConfig& a, const MatrixConfig& b);
+
 /// The output (0 … 7) other than `output` whose list of panels in this mode names the panel (index 0 … 15),
 /// the lowest first. Selector panels of a follower do not count: its leader's are used.
 std::optional<std::size_t> OutputUsingPanel(const ModeRecord& mode, NumberList list, std::size_t panel,

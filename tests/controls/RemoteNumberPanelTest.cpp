@@ -67,23 +67,6 @@ TEST_F(RemoteNumberPanelTest, ChangeComesBeforeTheListIsPutInOrder) {
     EXPECT_EQ(seen.size(), 3);
 }
 
-TEST_F(RemoteNumberPanelTest, UndoPassesOverTheOrdering) {
-    Start(volumes, u"ca"_s); // a file may hold this
-    QTest::keyClicks(&edit, u"b"_s);
-    EXPECT_EQ(panel.Contents(), "ABC"_L1);
-    changes.clear();
-    QTest::keyClick(&edit, Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(panel.Contents(), "ca"_L1);
-    EXPECT_EQ(changes.count(), 1);
-    edit.redo();
-    QTest::keyClick(&edit, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(panel.Contents(), "ABC"_L1);
-    edit.end(false);
-    QTest::keyClicks(&edit, u"1"_s);
-    QTest::keyClick(&edit, Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(panel.Contents(), "ABC"_L1) << "one edit at a time";
-}
-
 TEST_F(RemoteNumberPanelTest, ContentsFromCodeAreShownAsTheyAre) {
     Start(volumes);
     panel.setProperty("Contents", u"  gba1234567890  "_s);

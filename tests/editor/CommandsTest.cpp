@@ -282,7 +282,7 @@ TEST(StartUp, OpensTheNamedFileUnnamed) {
     ScriptedDialogs boxes;
     MemoryStore store;
     ScriptedPort port;
-    const EditorServices services = {boxes, store, [&] { return std::make_unique<BorrowedPort>(port); },
+    const EditorServices services = {boxes, store, [&] { return std::make_unique<ForwardingControl>(port); },
                                      [&] { return std::make_unique<BorrowedTimer>(port); },
                                      [] { return QStringList(); }};
     const std::string path = DataPath("07.VMC");

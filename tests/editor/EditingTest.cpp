@@ -115,19 +115,6 @@ TEST_F(Editing, ALevelEnteredAsItIsDisplayedIsStored) {
     EXPECT_EQ(Levels().MaximumLevel, 10.0F);
 }
 
-TEST_F(Editing, UndoInABoxEndsWhereAnotherModeBegins) {
-    Click(u"Modes_1"_s);
-    Type(u"RemotePaneInputs_0"_s, u"12"_s);
-    Click(u"Modes_0"_s);
-    Type(u"RemotePaneInputs_0"_s, u"1"_s);
-    auto* list = Part<QLineEdit>(u"RemotePaneInputs_0"_s, u"Text1"_s);
-    QTest::keyClicks(list, u"2"_s);
-    Click(u"Modes_1"_s);
-    EXPECT_EQ(list->text(), u"12"_s);
-    QTest::keyClick(list, Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(list->text(), u"12"_s) << "the lists are the same, but not their past";
-}
-
 TEST_F(Editing, TheSlidersLevelIsKeptByModeAndOutput) {
     const auto slider = [this] { return Find(u"LevelTrim1"_s)->property("Level").toFloat(); };
     PressKnob(u"LevelTrim1"_s, Qt::Key_PageDown);

@@ -4,6 +4,7 @@
 #include "editor/CorvaneForm.h"
 #include "model/ProgramState.h"
 #include "model/RecordLayout.h"
+#include "support/ForwardingControl.h"
 #include "support/MemoryStore.h"
 #include "support/ScriptedDialogs.h"
 #include "support/ScriptedPort.h"
@@ -23,25 +24,7 @@ namespace vek::test {
 
 using namespace Qt::StringLiterals;
 
-/// The port and the clock of a test outlive the windows that use them.
-class BorrowedPort : public SerialControl {
-  public:
-    explicit BorrowedPort(ScriptedPort& port) : port_(port) {}
-    void SetCommPort(int number) override { port_.SetCommPort(number); }
-    void SetPortOpen(bool open) override { port_.SetPortOpen(open); }
-    bool PortOpen() const override { return port_.PortOpen(); }
-    OpenFailure WhyNotOpen() const override { return port_.WhyNotOpen(); }
-    void SetSettings(std::string_view settings) override { port_.SetSettings(settings); }
-    void Output(std::span<const std::uint8_t> bytes) override { port_.Output(bytes); }
-    bool Sending() const override { return port_.Sending(); }
-    ByteVector Input() override { return port_.Input(); }
-    std::size_t InBufferCount() const override { return port_.InBufferCount(); }
-    void SetListener(std::function<void()> listener) override { port_.SetListener(std::move(listener)); }
-
-  private:
-    ScriptedPort& port_;
-};
-
+/// The clock of a test outlives the windows that use it.
 class BorrowedTimer : public OneShotTimer {
   public:
     explicit BorrowedTimer(ScriptedPort& clock) : clock_(clock) {}
@@ -59,7 +42,7 @@ class EditorTest : public testing::Test {
     EditorTest()
         : services{.Boxes = boxes,
                    .Store = store,
-                   .MakeSerialControl = [this] { return std::make_unique<BorrowedPort>(port); },
+                   .MakeSerialControl = [this] { return std::make_unique<ForwardingControl>(port); },
                    .MakeTimer = [this] { return std::make_unique<BorrowedTimer>(port); },
                    .PortNames = [this] { return ++looksForPorts, QStringList{u"ttyUSB0"_s}; }} {
         window = std::make_unique<CorvaneForm>(services, std::string());

@@ -154,6 +154,7 @@ TEST_F(EveryField, ChangesAloneAndBack) {
     ASSERT_EQ(fields.size(), 4U * 8 + 6 + 16 + 46 + 3);
     for (const Field& field : fields) {
         SCOPED_TRACE(field.name);
+        Click(Element("UsePanel", output)); // undo goes to the output of a list
         ConfigChanged = false;
         field.change();
         const auto [first, last] = Difference(before, Bytes());
@@ -162,6 +163,12 @@ TEST_F(EveryField, ChangesAloneAndBack) {
         EXPECT_LT(last, field.offset + field.size);
         EXPECT_TRUE(ConfigDiffers());
         EXPECT_TRUE(ConfigChanged);
+        const std::string changed = Bytes();
+        Trigger(u"EditUndo"_s);
+        EXPECT_EQ(Differing(Bytes(), before), "");
+        EXPECT_FALSE(ConfigDiffers());
+        Trigger(u"EditRedo"_s);
+        EXPECT_EQ(Differing(Bytes(), changed), "");
         field.changeBack();
         EXPECT_EQ(Differing(Bytes(), before), "");
         EXPECT_FALSE(ConfigDiffers());

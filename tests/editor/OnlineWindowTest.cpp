@@ -105,7 +105,7 @@ TEST_F(OnlineWindow, GoingOnlineAndOff) {
 
 TEST_F(OnlineWindow, ASearchAndADownloadTakeTurns) {
     ScriptedPort others; // of the programming window
-    services.MakeSerialControl = [&] { return std::make_unique<BorrowedPort>(others); };
+    services.MakeSerialControl = [&] { return std::make_unique<ForwardingControl>(others); };
     services.MakeTimer = [&] { return std::make_unique<BorrowedTimer>(others); };
     ShowTab(OnlineTab);
     Activate();

@@ -1,0 +1,102 @@
+#include "editor/EditHistory.h"
+
+#include <QUndoCommand>
+
+#include <memory>
+#include <vector>
+
+namespace vek {
+
+namespace {
+
+constexpr std::size_t mostMemory = std::size_t{16} * 1024 * 1024;
+constexpr int stepId = 1;
+
+bool SameField(const FieldDifference& a, const FieldDifference& b) {
+    // The lines of the notes are edited as one text.
+    return a.Field == b.Field || (a.Kind == FieldKind::Notes && b.Kind == FieldKind::Notes);
+}
+
+/// All differences are in one field.
+bool IsOneField(const std::vector<FieldDifference>& differences) {
+    for (const FieldDifference& difference : differences) {
+        if (!SameField(difference, differences.front()))
+            return false;
+    }
+    return !differences.empty();
+}
+
+class EditStep final : public QUndoCommand {
+  public:
+    EditStep(EditHistory& history, const MatrixConfig& before, const MatrixConfig& after, QString name,
+             int visit)
+        : history_(history), before_(before), after_(after), name_(std::move(name)), visit_(visit) {
+        Describe();
+    }
+
+    const EditPlace& Place() const { return place_; }
+
+    void undo() override { Q_EMIT history_.Restored(before_); }
+    void redo() override {
+        if (made_)
+            Q_EMIT history_.Restored(after_);
+        made_ = true; // the edit has been made before it is entered
+    }
+    int id() const override { return stepId; }
+    bool mergeWith(const QUndoCommand* other) override {
+        const auto& next = static_cast<const EditStep&>(*other);
+        if (visit_ != next.visit_ || field_.empty() || next.field_ != field_ || !name_.isEmpty() ||
+            !next.name_.isEmpty())
+            return false;
+        after_ = next.after_;
+        setObsolete(before_ == after_);
+        Describe();
+        return true;
+    }
+
+  private:
+    void Describe() {
+        const auto differences = FieldDifferences({before_, {}}, {after_, {}});
+        if (differences.empty())
+            return;
+        const FieldDifference& first = differences.front();
+        place_ = {first.Kind, first.Mode, first.Output};
+        const bool oneField = IsOneField(differences);
+        if (field_.empty() && oneField)
+            field_ = first.Kind == FieldKind::Notes ? "Notes" : first.Field;
+        const QString what = name_.isEmpty() ? QString::fromStdString(first.Line()) : name_;
+        const auto count = differences.size();
+        if (name_.isEmpty() && count == 1)
+            setText(what);
+        else
+            setText(count == 1 ? EditHistory::tr("%1 (1 change)").arg(what)
+                               : EditHistory::tr("%1 (%2 changes)").arg(what).arg(count));
+    }
+
+    EditHistory& history_;
+    MatrixConfig before_;
+    MatrixConfig after_;
+    QString name_;
+    int visit_;
+    EditPlace place_ = {};
+    std::string field_; ///< empty when several were edited
+    bool made_ = false;
+};
+
+} // namespace
+
+EditHistory::EditHistory(QObject* parent) : QObject(parent) {
+    stack_.setUndoLimit(static_cast<int>(mostMemory / sizeof(EditStep)));
+    connect(&stack_, &QUndoStack::indexChanged, this, &EditHistory::Changed);
+}
+
+void EditHistory::Enter(const MatrixConfig& before, const MatrixConfig& after, const QString& name) {
+    stack_.push(new EditStep(*this, before, after, name, visit_));
+}
+
+std::optional<EditPlace> EditHistory::PlaceOf(int step) const {
+    const auto* found = static_cast<const EditStep*>(stack_.command(step));
+    return found == nullptr ? std::nullopt : std::optional(found->Place());
+}
+
+} // namespace vek

@@ -1,0 +1,175 @@
+// One undo for everything that edits the configuration.
+#include "editor/EditorFixture.h"
+
+#include "model/ClipboardText.h"
+#include "pages/EditorPages.h"
+
+#include <QClipboard>
+#include <QDialog>
+#include <QGuiApplication>
+#include <QPlainTextEdit>
+#include <QTabWidget>
+#include <QTimer>
+
+using namespace vek;
+using namespace vek::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Undo : public EditorTest {
+  protected:
+    QString Text(const char* action) { return Find<QAction>(QString::fromLatin1(action))->text(); }
+    QTabWidget& Tabs() { return *Find<QTabWidget>(u"SSTab1"_s); }
+    void ShowTab(int tab) {
+        Tabs().setCurrentIndex(tab);
+        Settle();
+    }
+    bool Chosen(const char* option) {
+        return Find<QAbstractButton>(QString::fromLatin1(option))->isChecked();
+    }
+};
+
+} // namespace
+
+TEST_F(Undo, NamesItsStepsAndGoesToThem) {
+    EXPECT_EQ(Text("EditUndo"), u"&Undo"_s);
+    EXPECT_FALSE(Find<QAction>(u"EditUndo"_s)->isEnabled());
+    ShowTab(LevelsTab);
+    Click(u"Modes_1"_s);
+    Click(u"UsePanel_2"_s);
+    Type(u"PanelMaximumLevel"_s, u"3"_s);
+    EXPECT_EQ(Text("EditUndo"), u"&Undo: Mode 2, Output 3: Maximum level +6dB -> +3dB"_s);
+    Click(u"Modes_7"_s);
+    Click(u"UsePanel_7"_s);
+    ShowTab(NotesTab);
+    Trigger(u"EditUndo"_s);
+    EXPECT_EQ(Config, MatrixConfig());
+    EXPECT_TRUE(Chosen("Modes_1") && Chosen("UsePanel_2"));
+    EXPECT_EQ(Tabs().currentIndex(), LevelsTab);
+    EXPECT_EQ(Part<QLineEdit>(u"PanelMaximumLevel"_s, u"Text1"_s)->text(), u"+6dB"_s);
+    EXPECT_EQ(Text("EditRedo"), u"&Redo: Mode 2, Output 3: Maximum level +6dB -> +3dB"_s);
+    EXPECT_FALSE(Find<QAction>(u"EditUndo"_s)->isEnabled());
+    Trigger(u"EditRedo"_s);
+    EXPECT_EQ(Config.Modes[1].OutputLevels[2].MaximumLevel, 3.0F);
+
+    QGuiApplication::clipboard()->setText(QString::fromStdString(CopyModeText(DefaultMode())));
+    Trigger(u"mnuHiddenModePaste"_s);
+    EXPECT_EQ(Text("EditUndo"), u"&Undo: paste Mode 1 (24 changes)"_s);
+    Trigger(u"EditUndo"_s);
+    EXPECT_EQ(Tabs().currentIndex(), RemotePanelsTab);
+    EXPECT_EQ(Config.Modes[0], ModeRecord());
+}
+
+TEST_F(Undo, EditsOfOneFieldAreOneStepUntilItIsLeft) {
+    Activate();
+    ShowTab(NotesTab);
+    auto* notes = Find<QPlainTextEdit>(u"Text1"_s);
+    notes->setFocus();
+    QTest::keyClicks(notes, u"one"_s);
+    QTest::keyClick(notes, Qt::Key_Return);
+    QTest::keyClicks(notes, u"two"_s);
+    Find(u"Modes_0"_s)->setFocus();
+    notes->setFocus();
+    QTest::keyClicks(notes, u"!"_s);
+    // The keys are the window's, also in the box.
+    QTest::keyClick(notes, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(notes->toPlainText(), u"one\ntwo"_s);
+    QTest::keyClick(notes, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(notes->toPlainText(), QString());
+    QTest::keyClick(notes, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    QTest::keyClick(notes, Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(notes->toPlainText(), u"one\ntwo!"_s);
+
+    ShowTab(OutputTrimsTab);
+    for (int i = 0; i < 3; ++i)
+        PressKnob(u"OutputLevelTrim_1"_s, Qt::Key_Down);
+    PressKnob(u"OutputLevelTrim_2"_s, Qt::Key_Down);
+    EXPECT_EQ(Text("EditUndo"), u"&Undo: Output trim 3 0dB -> -1dB"_s);
+    Trigger(u"EditUndo"_s);
+    EXPECT_EQ(Text("EditUndo"), u"&Undo: Output trim 2 0dB -> -3dB"_s);
+    PressKnob(u"OutputLevelTrim_2"_s, Qt::Key_Down);
+    PressKnob(u"OutputLevelTrim_2"_s, Qt::Key_Up);
+    EXPECT_EQ(Text("EditUndo"), u"&Undo: Output trim 2 0dB -> -3dB"_s) << "nothing came of it";
+}
+
+TEST_F(Undo, WhatIsTypedIsTakenBackFirst) {
+    Activate();
+    ShowTab(LevelsTab);
+    Type(u"PanelMaximumLevel"_s, u"3"_s);
+    auto* box = Part<QLineEdit>(u"PanelMaximumLevel"_s, u"Text1"_s);
+    box->setFocus();
+    QTest::keyClicks(box, u"5"_s);
+    QTest::keyClick(box, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Config.Modes[0].OutputLevels[0].MaximumLevel, 3.0F);
+    EXPECT_EQ(box->text(), u"+3dB"_s);
+    // A level that is refused goes back by that alone.
+    box->selectAll();
+    QTest::keyClicks(box, u"-50"_s);
+    boxes.ExpectMessage(
+        u"Max Level error"_s,
+        u"The Maximum level you set is below the minimum level set\r\nRestoring original value"_s);
+    QTest::keyClick(box, Qt::Key_Z, Qt::ControlModifier);
+    Settle();
+    EXPECT_EQ(box->text(), u"+3dB"_s);
+}
+
+TEST_F(Undo, LinkedListsComeBack) {
+    Type(u"RemotePaneInputs_3"_s, u"35"_s);
+    Type(u"RemotePanelSelects_3"_s, u"7"_s);
+    const std::string before = Bytes();
+    QTimer::singleShot(0, window.get(), [this] {
+        auto* dialog = window->findChild<QDialog*>();
+        for (const char* output : {"Label1_0", "Label1_3"})
+            QTest::keyClick(dialog->findChild<QWidget*>(QString::fromLatin1(output)), Qt::Key_1);
+        dialog->findChild<QAbstractButton*>(u"Done"_s)->click();
+    });
+    Trigger(u"LINK"_s);
+    EXPECT_EQ(Text("EditUndo"), u"&Undo: link outputs of Mode 1 (4 changes)"_s);
+    Click(u"Modes_2"_s);
+    EXPECT_EQ(Config.Modes[0].OutputPanels[3].PanelInputs.Trimmed(), "");
+    Trigger(u"EditUndo"_s);
+    EXPECT_EQ(Differing(Bytes(), before), "");
+    EXPECT_EQ(Part<QLineEdit>(u"RemotePaneInputs_3"_s, u"Text1"_s)->text(), u"35"_s);
+    Click(u"Modes_2"_s);
+    EXPECT_EQ(Differing(Bytes(), before), "");
+    Trigger(u"EditRedo"_s);
+    EXPECT_EQ(Config.Modes[0].LinkGroup[3], 1);
+}
+
+TEST_F(Undo, EndsWhereAConfigurationBegins) {
+    const TemporaryFolder folder;
+    Type(u"RemotePaneInputs_0"_s, u"1"_s);
+    boxes.ExpectSaveFile(QString(), QString::fromStdString(folder.Path("a.VMC")));
+    boxes.ExpectMessage(u"File Saved."_s, u"Configuration saved to a.VMC"_s, MessageIcon::None);
+    Trigger(u"SAVEAS"_s);
+    Type(u"RemotePaneInputs_0"_s, u"12"_s);
+    EXPECT_TRUE(Status().contains(u"|Unsaved changes|"_s));
+    Trigger(u"EditUndo"_s);
+    EXPECT_TRUE(Status().contains(u"|No unsaved changes|"_s)) << "the state that was saved";
+    EXPECT_TRUE(Find<QAction>(u"EditUndo"_s)->isEnabled());
+    Trigger(u"NEW"_s);
+    EXPECT_FALSE(Find<QAction>(u"EditUndo"_s)->isEnabled() || Find<QAction>(u"EditRedo"_s)->isEnabled());
+}
+
+TEST_F(Undo, IsHeardOnlineAndStopsAtADisabledPage) {
+    port.Present = {1};
+    port.OnOutput = [this](const ByteVector& bytes) {
+        port.Reply(1, bytes.size() == 6 ? ByteVector{39, 1, 0, 255 - 39 - 1} : ByteVector{240});
+    };
+    Type(u"RemotePaneInputs_0"_s, u"1"_s);
+    ShowTab(OnlineTab);
+    Click(u"OnlineSearch"_s);
+    boxes.ExpectMessage(u"Online"_s, u"Matrix Vek is now online."_s, MessageIcon::None);
+    Click(u"OnlinePort_0"_s);
+    EXPECT_FALSE(Find<QAction>(u"EditUndo"_s)->isEnabled());
+    EXPECT_EQ(Text("EditUndo"),
+              u"&Undo: Mode 1, Output 1: Input sequence none -> 1 (its page is disabled while online)"_s);
+    ShowTab(OutputTrimsTab);
+    PressKnob(u"OutputLevelTrim_2"_s, Qt::Key_Down);
+    port.Sent.clear();
+    Trigger(u"EditUndo"_s);
+    ASSERT_EQ(port.Sent.size(), 8U);
+    EXPECT_EQ(port.Sent[2], "56 02 D2 D5") << "0 dB again";
+    EXPECT_FALSE(Find<QAction>(u"EditUndo"_s)->isEnabled());
+}
