@@ -13,6 +13,9 @@ TEST(Configuration, LevelsAreComparedByValue) {
     EXPECT_FALSE(ConfigDiffers());
     Config.InputTrim[0] = 0.5F;
     EXPECT_TRUE(ConfigDiffers());
+    NewConfiguration();
+    EXPECT_EQ(Config, MatrixConfig());
+    EXPECT_FALSE(ConfigDiffers());
 }
 
 TEST(Configuration, BlankAndDefaultModes) {

@@ -139,7 +139,7 @@ TEST_F(SerialControlTest, AFloodTakesNoMemory) {
 }
 
 TEST(SerialControlFlood, InputReturnsWhileTheDeviceNeverStops) {
-    RunningVek vek({.Faults = {ParseFault("flood:60000@find")}});
+    RunningVek vek({.Faults = {ParseFault("flood:60000@find"), ParseFault("hang-up@find:2")}});
     QtSerialControl port([&](int) { return vek->PortPath(); });
     port.SetPortOpen(true);
     port.SetSettings("9600,n,8,2");
@@ -156,6 +156,9 @@ TEST(SerialControlFlood, InputReturnsWhileTheDeviceNeverStops) {
     }
     EXPECT_GE(total, 1'000'000U);
     EXPECT_TRUE(find(2)) << "the device listens on";
+    for (const auto end = Clock::now() + milliseconds(2000); port.PortOpen() && Clock::now() < end;)
+        QCoreApplication::processEvents();
+    EXPECT_FALSE(port.PortOpen()) << "it hangs up";
 }
 
 TEST_F(SerialControlTest, ClosesWhenTheDeviceVanishesWithoutSpinning) {
