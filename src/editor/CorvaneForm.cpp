@@ -95,6 +95,7 @@ void CorvaneForm::MakeCommands() {
     addAction(quit);
 
     auto* edit = menuBar()->addMenu(tr("&Edit"));
+    edit->setObjectName(u"EditMenu"_s);
     edit->setToolTipsVisible(true);
     undo_ = new UndoActions(view_, pages_, *SSTab1_, *edit, *this);
     connect(undo_, &UndoActions::Taken, this, [this](FieldKind kind) {

@@ -2,8 +2,8 @@
 
 #include <QUndoCommand>
 
-#include <memory>
-#include <vector>
+#include <chrono>
+#include <utility>
 
 namespace vek {
 
@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::size_t mostMemory = std::size_t{16} * 1024 * 1024;
 constexpr int stepId = 1;
+constexpr std::chrono::milliseconds lookDelay(20);
 
 bool SameField(const FieldDifference& a, const FieldDifference& b) {
     // The lines of the notes are edited as one text.
@@ -50,7 +51,12 @@ class EditStep final : public QUndoCommand {
             return false;
         after_ = next.after_;
         setObsolete(before_ == after_);
-        Describe();
+        if (place_.Kind == FieldKind::Notes) {
+            Describe();
+        } else {
+            first_.After = next.first_.After;
+            setText(QString::fromStdString(first_.Line()));
+        }
         return true;
     }
 
@@ -59,12 +65,11 @@ class EditStep final : public QUndoCommand {
         const auto differences = FieldDifferences({before_, {}}, {after_, {}});
         if (differences.empty())
             return;
-        const FieldDifference& first = differences.front();
-        place_ = {first.Kind, first.Mode, first.Output};
-        const bool oneField = IsOneField(differences);
-        if (field_.empty() && oneField)
-            field_ = first.Kind == FieldKind::Notes ? "Notes" : first.Field;
-        const QString what = name_.isEmpty() ? QString::fromStdString(first.Line()) : name_;
+        first_ = differences.front();
+        place_ = {first_.Kind, first_.Mode, first_.Output};
+        if (field_.empty() && IsOneField(differences))
+            field_ = first_.Kind == FieldKind::Notes ? "Notes" : first_.Field;
+        const QString what = name_.isEmpty() ? QString::fromStdString(first_.Line()) : name_;
         const auto count = differences.size();
         if (name_.isEmpty() && count == 1)
             setText(what);
@@ -79,6 +84,7 @@ class EditStep final : public QUndoCommand {
     QString name_;
     int visit_;
     EditPlace place_ = {};
+    FieldDifference first_ = {};
     std::string field_; ///< empty when several were edited
     bool made_ = false;
 };
@@ -88,10 +94,32 @@ class EditStep final : public QUndoCommand {
 EditHistory::EditHistory(QObject* parent) : QObject(parent) {
     stack_.setUndoLimit(static_cast<int>(mostMemory / sizeof(EditStep)));
     connect(&stack_, &QUndoStack::indexChanged, this, &EditHistory::Changed);
+    look_.setSingleShot(true);
+    look_.setInterval(lookDelay);
+    connect(&look_, &QTimer::timeout, this, [this] { Steps(); });
 }
 
+// A stack that ends tells that it is empty, which nobody wants to know any more.
+EditHistory::~EditHistory() { stack_.disconnect(); }
+
 void EditHistory::Enter(const MatrixConfig& before, const MatrixConfig& after, const QString& name) {
-    stack_.push(new EditStep(*this, before, after, name, visit_));
+    edits_.push_back({before, after, name, visit_});
+    look_.start();
+    Q_EMIT Entered();
+}
+
+void EditHistory::Clear() {
+    edits_.clear();
+    stack_.clear();
+}
+
+void EditHistory::SetSaved() { Steps().setClean(); }
+
+QUndoStack& EditHistory::Steps() {
+    // Who is told of a step asks for the others.
+    for (const Edit& edit : std::exchange(edits_, {}))
+        stack_.push(new EditStep(*this, edit.Before, edit.After, edit.Name, edit.Visit));
+    return stack_;
 }
 
 std::optional<EditPlace> EditHistory::PlaceOf(int step) const {

@@ -6,9 +6,11 @@
 
 #include <QObject>
 #include <QString>
+#include <QTimer>
 #include <QUndoStack>
 
 #include <optional>
+#include <vector>
 
 namespace vek {
 
@@ -26,39 +28,54 @@ class EditHistory : public QObject {
 
   public:
     explicit EditHistory(QObject* parent = nullptr);
+    ~EditHistory() override;
 
     /// Enters an edit that has been made. `name` says what it was ("paste Mode 2"), or is empty for what the
-    /// difference itself tells best.
+    /// difference itself tells best. It is looked at a little later, or when somebody asks: what the edit
+    /// sends to a device goes first.
     void Enter(const MatrixConfig& before, const MatrixConfig& after, const QString& name);
     /// The user leaves the field that was edited last: the next edit is a step of its own.
     void EndVisit() { ++visit_; }
     /// Forgets all steps: another configuration.
-    void Clear() { stack_.clear(); }
+    void Clear();
     /// The present state has been saved.
-    void SetSaved() { stack_.setClean(); }
+    void SetSaved();
 
     // What Undo and Redo would do, nothing when there is no such step.
 
-    std::optional<EditPlace> UndoPlace() const { return PlaceOf(stack_.index() - 1); }
-    std::optional<EditPlace> RedoPlace() const { return PlaceOf(stack_.index()); }
+    std::optional<EditPlace> UndoPlace() { return PlaceOf(Steps().index() - 1); }
+    std::optional<EditPlace> RedoPlace() { return PlaceOf(Steps().index()); }
     /// How many steps can be taken back.
-    int Depth() const { return stack_.index(); }
-    QString UndoText() const { return stack_.undoText(); }
-    QString RedoText() const { return stack_.redoText(); }
+    int Depth() { return Steps().index(); }
+    QString UndoText() { return Steps().undoText(); }
+    QString RedoText() { return Steps().redoText(); }
 
     /// Takes the last step back, or makes it again: Restored() tells.
-    void Undo() { stack_.undo(); }
-    void Redo() { stack_.redo(); }
+    void Undo() { Steps().undo(); }
+    void Redo() { Steps().redo(); }
 
   Q_SIGNALS:
     void Restored(const vek::MatrixConfig& config);
+    /// An edit has been entered; Changed() follows.
+    void Entered();
     /// What Undo and Redo would do has changed.
     void Changed();
 
   private:
+    struct Edit {
+        MatrixConfig Before;
+        MatrixConfig After;
+        QString Name;
+        int Visit;
+    };
+
+    /// The steps, with every edit entered.
+    QUndoStack& Steps();
     std::optional<EditPlace> PlaceOf(int step) const;
 
     QUndoStack stack_;
+    std::vector<Edit> edits_; ///< not looked at yet
+    QTimer look_;
     int visit_ = 0;
 };
 

@@ -49,6 +49,9 @@ UndoActions::UndoActions(ModelView& view, const EditorPages& pages, QTabWidget& 
     for (const Direction* direction : {&undo_, &redo_})
         connect(direction->Action, &QAction::triggered, this, [this, direction] { Take(*direction); });
     connect(&view.History(), &EditHistory::Changed, this, [this] { Refresh(); });
+    connect(&menu, &QMenu::aboutToShow, this, [this] { Refresh(); });
+    // The next key may be the one that takes the edit back.
+    connect(&view.History(), &EditHistory::Entered, this, [this] { undo_.Action->setEnabled(true); });
     connect(&view.History(), &EditHistory::Restored, this,
             [this](const MatrixConfig& config) { view_.Restore(config); });
     // Whatever takes the focus ends the visit of the field that had it.

@@ -36,8 +36,8 @@ class UndoActions : public QObject {
     struct Direction {
         QAction* Action;
         QString Verb; ///< "Undo"
-        std::optional<EditPlace> (EditHistory::*Place)() const;
-        QString (EditHistory::*Text)() const;
+        std::optional<EditPlace> (EditHistory::*Place)();
+        QString (EditHistory::*Text)();
         void (EditHistory::*Take)();
     };
 

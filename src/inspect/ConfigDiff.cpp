@@ -4,11 +4,13 @@
 #include "inspect/NamedFields.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace vek {
 
 namespace {
 
+constexpr std::size_t usualFields = 1024; // a little more than there are
 constexpr const char* tailWords = "Data after the record";
 
 struct ListedField {
@@ -42,30 +44,98 @@ constexpr NamedKind namedKinds[] = {
     {"enabledAddresses", FieldKind::Addresses},
 };
 
-/// Lists all fields but the notes, in the same order for every configuration.
+/// The stored values of all fields but the notes, in the order of FieldLister; quick to make and to compare.
+class ValueLister {
+  public:
+    void Integer(const FieldName&, std::int16_t value) { Add(value); }
+    void LinkGroup(const FieldName&, std::int16_t value) { Add(value); }
+    void Level(const FieldName&, float value) { Values.emplace_back(std::bit_cast<std::int32_t>(value), ""); }
+    void Switch(const FieldName&, Flag value) { Add(value); }
+    void Enable(const FieldName&, Flag value) { Add(value); }
+    void Levels(const FieldName& name, std::span<const float> levels) {
+        for (const float level : levels)
+            Level(name, level);
+    }
+    void Enables(const FieldName&, std::string_view, std::span<const Flag> flags) {
+        for (const Flag flag : flags)
+            Add(flag);
+    }
+    template <std::size_t N>
+    void List(const FieldName&, const FixedText<N>& text, const NumberCharacters&) {
+        Values.emplace_back(0, text.Padded());
+    }
+    template <std::size_t N>
+    void Notes(const FieldName&, const FixedText<N>&) {}
+    template <typename Body>
+    void Object(const FieldName&, Body body) {
+        body();
+    }
+    template <typename Body>
+    void Array(const FieldName&, std::size_t size, Body body) {
+        for (std::size_t i = 0; i < size; ++i)
+            body(i);
+    }
+
+    std::vector<std::pair<std::int32_t, std::string_view>> Values;
+
+  private:
+    void Add(std::int16_t value) { Values.emplace_back(value, ""); }
+};
+
+/// Which fields differ.
+std::vector<bool> DifferingFields(const MatrixConfig& before, const MatrixConfig& after) {
+    ValueLister old;
+    ValueLister now;
+    old.Values.reserve(usualFields);
+    VisitNamedFields(before, old);
+    now.Values.reserve(old.Values.size());
+    VisitNamedFields(after, now);
+    std::vector<bool> differing;
+    differing.reserve(old.Values.size());
+    for (std::size_t i = 0; i < old.Values.size(); ++i)
+        differing.push_back(old.Values[i] != now.Values[i]);
+    return differing;
+}
+
+/// Lists fields, all but the notes or the wanted ones, in the same order for every configuration.
 class FieldLister {
   public:
-    void Integer(const FieldName& name, std::int16_t value) { Add(name, std::to_string(value)); }
-    void LinkGroup(const FieldName& name, std::int16_t value) { Add(name, LinkGroupText(value)); }
-    void Level(const FieldName& name, float value) { Add(name, ExactLevelText(value)); }
-    void Switch(const FieldName& name, Flag value) { Add(name, FlagText(value, "yes", "no")); }
-    void Enable(const FieldName& name, Flag value) { Add(name, FlagText(value, "on", "off")); }
+    /// `wanted` must outlive this object; null for all.
+    explicit FieldLister(const std::vector<bool>* wanted) : wanted_(wanted) {}
+
+    void Integer(const FieldName& name, std::int16_t value) {
+        Add(name, [=] { return std::to_string(value); });
+    }
+    void LinkGroup(const FieldName& name, std::int16_t value) {
+        Add(name, [=] { return LinkGroupText(value); });
+    }
+    void Level(const FieldName& name, float value) {
+        Add(name, [=] { return ExactLevelText(value); });
+    }
+    void Switch(const FieldName& name, Flag value) {
+        Add(name, [=] { return FlagText(value, "yes", "no"); });
+    }
+    void Enable(const FieldName& name, Flag value) {
+        Add(name, [=] { return FlagText(value, "on", "off"); });
+    }
 
     void Levels(const FieldName& name, std::span<const float> levels) {
-        for (std::size_t i = 0; i < levels.size(); ++i)
-            Level({name.Json, Numbered(name.Caption, i)}, levels[i]);
+        for (number_ = 0; number_ < levels.size(); ++*number_)
+            Level(name, levels[*number_]);
+        number_.reset();
     }
 
     void Enables(const FieldName& name, std::string_view numbered, std::span<const Flag> flags) {
         Object(name, [&] {
-            for (std::size_t i = 0; i < flags.size(); ++i)
-                Enable({"", Numbered(numbered, i)}, flags[i]);
+            for (number_ = 0; number_ < flags.size(); ++*number_)
+                Enable({"", numbered}, flags[*number_]);
+            number_.reset();
         });
     }
 
     template <std::size_t N>
     void List(const FieldName& name, const FixedText<N>& text, const NumberCharacters& numbers) {
-        Add(name, ListText(text.Padded(), numbers));
+        Add(name, [&] { return ListText(text.Padded(), numbers); });
     }
 
     template <std::size_t N>
@@ -113,22 +183,28 @@ class FieldLister {
         return found == std::end(namedKinds) ? kind_ : found->Kind;
     }
 
-    void Add(const FieldName& name, std::string text) {
+    template <typename MakeText>
+    void Add(const FieldName& name, MakeText text) {
+        if (wanted_ != nullptr && !(*wanted_)[next_++])
+            return;
         std::string words = where_.empty() ? "" : where_ + ": ";
         words += words_;
-        words += name.Caption;
-        Fields.push_back({std::move(words), std::move(text), KindOf(name), mode_, output_});
+        words += number_ ? Numbered(name.Caption, *number_) : std::string(name.Caption);
+        Fields.push_back({std::move(words), text(), KindOf(name), mode_, output_});
     }
 
+    const std::vector<bool>* wanted_;
+    std::size_t next_ = 0;
     std::string where_; ///< "Mode 2, Output 3"
     std::string words_;
+    std::optional<std::size_t> number_; ///< of one of several fields of a name
     FieldKind kind_ = FieldKind::Base;
     std::optional<std::size_t> mode_;
     std::optional<std::size_t> output_;
 };
 
-std::vector<ListedField> ListFields(const MatrixConfig& config) {
-    FieldLister lister;
+std::vector<ListedField> ListFields(const MatrixConfig& config, const std::vector<bool>* wanted = nullptr) {
+    FieldLister lister(wanted);
     VisitNamedFields(config, lister);
     return std::move(lister.Fields);
 }
@@ -154,6 +230,8 @@ std::vector<std::string> NoteLines(const MatrixConfig& config) {
 /// by line.
 void AppendNoteDifferences(std::vector<FieldDifference>& differences, const MatrixConfig& before,
                            const MatrixConfig& after) {
+    if (before.Notes == after.Notes)
+        return;
     const auto old = NoteLines(before);
     const auto now = NoteLines(after);
     const std::size_t shorter = std::min(old.size(), now.size());
@@ -184,13 +262,12 @@ void AppendTailDifference(std::vector<FieldDifference>& differences, const std::
 
 std::vector<FieldDifference> FieldDifferences(const StoredConfig& before, const StoredConfig& after) {
     std::vector<FieldDifference> differences;
-    const auto old = ListFields(before.Config);
-    const auto now = ListFields(after.Config);
-    for (std::size_t i = 0; i < old.size(); ++i) {
-        if (old[i].Text != now[i].Text)
-            differences.push_back(
-                {old[i].Words, old[i].Text, now[i].Text, old[i].Kind, old[i].Mode, old[i].Output});
-    }
+    const std::vector<bool> differing = DifferingFields(before.Config, after.Config);
+    const auto old = ListFields(before.Config, &differing);
+    const auto now = ListFields(after.Config, &differing);
+    for (std::size_t i = 0; i < old.size(); ++i)
+        differences.push_back(
+            {old[i].Words, old[i].Text, now[i].Text, old[i].Kind, old[i].Mode, old[i].Output});
     AppendNoteDifferences(differences, before.Config, after.Config);
     AppendTailDifference(differences, before.Tail, after.Tail);
     return differences;

@@ -7,6 +7,7 @@
 #include <QClipboard>
 #include <QDialog>
 #include <QGuiApplication>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QTabWidget>
 #include <QTimer>
@@ -19,7 +20,10 @@ namespace {
 
 class Undo : public EditorTest {
   protected:
-    QString Text(const char* action) { return Find<QAction>(QString::fromLatin1(action))->text(); }
+    QString Text(const char* action) {
+        Q_EMIT Find<QMenu>(u"EditMenu"_s)->aboutToShow();
+        return Find<QAction>(QString::fromLatin1(action))->text();
+    }
     QTabWidget& Tabs() { return *Find<QTabWidget>(u"SSTab1"_s); }
     void ShowTab(int tab) {
         Tabs().setCurrentIndex(tab);
