@@ -97,8 +97,8 @@ void CorvaneForm::MakeCommands() {
     auto* edit = menuBar()->addMenu(tr("&Edit"));
     edit->setObjectName(u"EditMenu"_s);
     edit->setToolTipsVisible(true);
-    undo_ = new UndoActions(view_, pages_, *SSTab1_, *edit, *this);
-    connect(undo_, &UndoActions::Taken, this, [this](FieldKind kind) {
+    undo_ = std::make_unique<UndoActions>(view_, pages_, *SSTab1_, *edit, *this);
+    connect(undo_.get(), &UndoActions::Taken, this, [this](FieldKind kind) {
         if (kind == FieldKind::InputTrims || kind == FieldKind::OutputTrims)
             online_->LevelsChanged();
     });

@@ -74,7 +74,8 @@ class CorvaneForm : public QMainWindow {
     OnlineStrip* strip_;
     EditHistory history_;
     ModelView view_;
-    UndoActions* undo_;
+    std::unique_ptr<UndoActions>
+        undo_; ///< hears of the focus, also while the window ends: before what it uses
     FileCommands* files_;
     ExportCommands* exports_;
     CommandDispatch dispatch_;

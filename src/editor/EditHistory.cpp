@@ -99,9 +99,6 @@ EditHistory::EditHistory(QObject* parent) : QObject(parent) {
     connect(&look_, &QTimer::timeout, this, [this] { Steps(); });
 }
 
-// A stack that ends tells that it is empty, which nobody wants to know any more.
-EditHistory::~EditHistory() { stack_.disconnect(); }
-
 void EditHistory::Enter(const MatrixConfig& before, const MatrixConfig& after, const QString& name) {
     edits_.push_back({before, after, name, visit_});
     look_.start();

@@ -28,7 +28,6 @@ class EditHistory : public QObject {
 
   public:
     explicit EditHistory(QObject* parent = nullptr);
-    ~EditHistory() override;
 
     /// Enters an edit that has been made. `name` says what it was ("paste Mode 2"), or is empty for what the
     /// difference itself tells best. It is looked at a little later, or when somebody asks: what the edit

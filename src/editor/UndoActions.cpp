@@ -40,7 +40,7 @@ int PageOf(FieldKind kind) {
 
 UndoActions::UndoActions(ModelView& view, const EditorPages& pages, QTabWidget& tabs, QMenu& menu,
                          QWidget& window)
-    : QObject(&window), view_(view), pages_(pages), tabs_(tabs),
+    : view_(view), pages_(pages), tabs_(tabs),
       window_(window), undo_{MakeAction("EditUndo", menu, window, {QKeySequence(tr("Ctrl+Z"))}), tr("&Undo"),
                              &EditHistory::UndoPlace, &EditHistory::UndoText, &EditHistory::Undo},
       redo_{MakeAction("EditRedo", menu, window,
