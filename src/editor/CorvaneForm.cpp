@@ -62,7 +62,7 @@ CorvaneForm::CorvaneForm(const EditorServices& services, std::string commandLine
     NewConfiguration();
     view_.ReadSelectors();
     view_.ShowAll();
-    history_.Clear();
+    history_.Begin(Config);
     MakeCommands();
     ConnectPages();
     ShowOnline();

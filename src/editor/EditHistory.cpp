@@ -29,18 +29,19 @@ bool IsOneField(const std::vector<FieldDifference>& differences) {
 
 class EditStep final : public QUndoCommand {
   public:
-    EditStep(EditHistory& history, const MatrixConfig& before, const MatrixConfig& after, QString name,
-             int visit)
-        : history_(history), before_(before), after_(after), name_(std::move(name)), visit_(visit) {
-        Describe();
+    /// `start` is what the step goes back to, `before` what the edit began with.
+    EditStep(EditHistory& history, const MatrixConfig& start, const MatrixConfig& before,
+             const MatrixConfig& after, QString name, int visit)
+        : history_(history), start_(start), after_(after), name_(std::move(name)), visit_(visit) {
+        Describe(FieldDifferences({before, {}}, {after, {}}));
     }
 
     const EditPlace& Place() const { return place_; }
 
-    void undo() override { Q_EMIT history_.Restored(before_); }
+    void undo() override { history_.Restore(start_); }
     void redo() override {
         if (made_)
-            Q_EMIT history_.Restored(after_);
+            history_.Restore(after_);
         made_ = true; // the edit has been made before it is entered
     }
     int id() const override { return stepId; }
@@ -50,9 +51,11 @@ class EditStep final : public QUndoCommand {
             !next.name_.isEmpty())
             return false;
         after_ = next.after_;
-        setObsolete(before_ == after_);
+        setObsolete(start_ == after_);
         if (place_.Kind == FieldKind::Notes) {
-            Describe();
+            auto differences = FieldDifferences({start_, {}}, {after_, {}});
+            std::erase_if(differences, [](const auto& found) { return found.Kind != FieldKind::Notes; });
+            Describe(differences);
         } else {
             first_.After = next.first_.After;
             setText(QString::fromStdString(first_.Line()));
@@ -61,8 +64,7 @@ class EditStep final : public QUndoCommand {
     }
 
   private:
-    void Describe() {
-        const auto differences = FieldDifferences({before_, {}}, {after_, {}});
+    void Describe(const std::vector<FieldDifference>& differences) {
         if (differences.empty())
             return;
         first_ = differences.front();
@@ -79,7 +81,7 @@ class EditStep final : public QUndoCommand {
     }
 
     EditHistory& history_;
-    MatrixConfig before_;
+    MatrixConfig start_;
     MatrixConfig after_;
     QString name_;
     int visit_;
@@ -100,14 +102,21 @@ EditHistory::EditHistory(QObject* parent) : QObject(parent) {
 }
 
 void EditHistory::Enter(const MatrixConfig& before, const MatrixConfig& after, const QString& name) {
-    edits_.push_back({before, after, name, visit_});
+    edits_.push_back({present_, before, after, name, visit_});
+    present_ = after;
     look_.start();
     Q_EMIT Entered();
 }
 
-void EditHistory::Clear() {
+void EditHistory::Begin(const MatrixConfig& config) {
+    present_ = config;
     edits_.clear();
     stack_.clear();
+}
+
+void EditHistory::Restore(const MatrixConfig& config) {
+    present_ = config;
+    Q_EMIT Restored(config);
 }
 
 void EditHistory::SetSaved() { Steps().setClean(); }
@@ -115,7 +124,7 @@ void EditHistory::SetSaved() { Steps().setClean(); }
 QUndoStack& EditHistory::Steps() {
     // Who is told of a step asks for the others.
     for (const Edit& edit : std::exchange(edits_, {}))
-        stack_.push(new EditStep(*this, edit.Before, edit.After, edit.Name, edit.Visit));
+        stack_.push(new EditStep(*this, edit.Start, edit.Before, edit.After, edit.Name, edit.Visit));
     return stack_;
 }
 

@@ -36,7 +36,7 @@ class EditHistory : public QObject {
     /// The user leaves the field that was edited last: the next edit is a step of its own.
     void EndVisit() { ++visit_; }
     /// Forgets all steps: another configuration.
-    void Clear();
+    void Begin(const MatrixConfig& config);
     /// The present state has been saved.
     void SetSaved();
 
@@ -53,6 +53,9 @@ class EditHistory : public QObject {
     void Undo() { Steps().undo(); }
     void Redo() { Steps().redo(); }
 
+    /// For the steps: makes an earlier or later state the present one.
+    void Restore(const MatrixConfig& config);
+
   Q_SIGNALS:
     void Restored(const vek::MatrixConfig& config);
     /// An edit has been entered; Changed() follows.
@@ -62,6 +65,7 @@ class EditHistory : public QObject {
 
   private:
     struct Edit {
+        MatrixConfig Start;
         MatrixConfig Before;
         MatrixConfig After;
         QString Name;
@@ -75,6 +79,9 @@ class EditHistory : public QObject {
     QUndoStack stack_;
     std::vector<Edit> edits_; ///< not looked at yet
     QTimer look_;
+    /// The configuration after the last step. What linking makes of followers, and trimmed notes, come on top
+    /// of it without a step of their own; the next step takes them back too.
+    MatrixConfig present_;
     int visit_ = 0;
 };
 

@@ -46,7 +46,7 @@ void FileCommands::NewCommand() {
         return;
     Forget();
     view_.ShowAll();
-    view_.History().Clear();
+    view_.History().Begin(Config);
     ConfigChanged = false;
 }
 
@@ -97,7 +97,7 @@ void FileCommands::Read(const std::string& path, const std::string& nameAfterwar
         FileFailed(error.what());
     }
     view_.ShowAll();
-    view_.History().Clear();
+    view_.History().Begin(Config);
     ConfigChanged = false;
 }
 

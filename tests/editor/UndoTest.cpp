@@ -2,6 +2,7 @@
 #include "editor/EditorFixture.h"
 
 #include "model/ClipboardText.h"
+#include "model/ConfigFile.h"
 #include "pages/EditorPages.h"
 
 #include <QClipboard>
@@ -11,6 +12,8 @@
 #include <QPlainTextEdit>
 #include <QTabWidget>
 #include <QTimer>
+
+#include <random>
 
 using namespace vek;
 using namespace vek::test;
@@ -176,4 +179,78 @@ TEST_F(Undo, IsHeardOnlineAndStopsAtADisabledPage) {
     ASSERT_EQ(port.Sent.size(), 8U);
     EXPECT_EQ(port.Sent[2], "56 02 D2 D5") << "0 dB again";
     EXPECT_FALSE(Find<QAction>(u"EditUndo"_s)->isEnabled());
+}
+
+TEST_F(Undo, AllStepsBackAndForthGiveTheStartAndTheEnd) {
+    const QStringList clicked = {u"UsePreviousRouteCheck_2"_s,
+                                 u"RemoteMuteOnMin"_s,
+                                 u"VekNetLabel2_4"_s,
+                                 u"VolumeVekNetLabel_3"_s,
+                                 u"RemotePreviousNotSetStartLevel_1"_s,
+                                 u"RemotePreviousNotSetStartLevel_0"_s};
+    const QStringList triggered = {u"mnuHiddenGlobalSelectsAllEnableOne"_s,
+                                   u"mnuHiddenOuputSelectAll"_s,
+                                   u"mnuHiddenOuputDeSelectOutputs"_s,
+                                   u"mnuHiddenModePaste"_s,
+                                   u"EditUndo"_s,
+                                   u"EditUndo"_s,
+                                   u"EditRedo"_s,
+                                   u"EXPORT"_s};
+    std::mt19937 random(7);
+    const auto below = [&](std::size_t count) { return random() % count; };
+    const auto any = [&](const QStringList& names) {
+        return names[static_cast<qsizetype>(below(names.size()))];
+    };
+    // Files with linked outputs, whose own lists go without a step of their own.
+    for (const char* sample : {"03.VMC", "08.VMC"}) {
+        const QString path = QString::fromStdString(DataPath(sample));
+        if (ConfigDiffers())
+            boxes.ExpectYesNoCancel(u"Config Changed!"_s,
+                                    u"Current cofiguration has changed,\r\nDo you wish to save changes?"_s,
+                                    Answer::No);
+        boxes.ExpectOpenFile(QString::fromStdString(CurrentFileName), path);
+        Trigger(u"OPEN"_s);
+        QGuiApplication::clipboard()->setText(QString::fromStdString(CopyModeText(DefaultMode())));
+        const std::string start = Bytes();
+        const bool differed = ConfigDiffers(); // followers are shown with their leader's start route
+        for (int action = 0; action < 300; ++action) {
+            switch (below(6)) {
+            case 0:
+                Click(Element(below(2) != 0 ? "Modes" : "UsePanel", below(8)));
+                break;
+            case 1:
+                Click(any(clicked));
+                break;
+            case 2:
+                if (const QString name = any(triggered); name == u"EXPORT"_s) {
+                    boxes.ExpectSaveFile(path.chopped(3) + u"VEX"_s, std::nullopt);
+                    Trigger(name);
+                } else {
+                    Trigger(name);
+                }
+                break;
+            case 3:
+                Type(u"RemoteStepLevel"_s, QString::number(1 + below(8)));
+                break;
+            case 4:
+                PressKnob(Element("InputLevelTrim", below(8)), below(2) != 0 ? Qt::Key_Up : Qt::Key_Home);
+                break;
+            default:
+                Type(Element("RemotePanelVolumes", below(8)), QString::number(below(9)));
+            }
+        }
+        Click(u"Modes_0"_s);
+        const std::string end = Bytes();
+        int steps = 0;
+        for (; Find<QAction>(u"EditUndo"_s)->isEnabled(); ++steps)
+            Trigger(u"EditUndo"_s);
+        EXPECT_GT(steps, 50);
+        EXPECT_EQ(Differing(Bytes(), start), "");
+        EXPECT_EQ(ConfigDiffers(), differed);
+        for (; steps > 0; --steps)
+            Trigger(u"EditRedo"_s);
+        EXPECT_FALSE(Find<QAction>(u"EditRedo"_s)->isEnabled());
+        Click(u"Modes_0"_s);
+        EXPECT_EQ(Differing(Bytes(), end), "");
+    }
 }
