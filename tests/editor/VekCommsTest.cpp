@@ -142,7 +142,6 @@ TEST_F(Programming, KeysPressedTwiceBreakNothingOff) {
                 press(Qt::Key_Return);
             });
     };
-    form.findChild<QWidget*>(u"ProgramVek"_s)->setFocus();
     boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::No, Answer::No);
     press(Qt::Key_Return);
     Settle();
