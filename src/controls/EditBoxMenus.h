@@ -5,13 +5,16 @@
 #include <QKeyEvent>
 #include <QMenu>
 
+#include <algorithm>
+
 namespace vek {
 
 inline bool IsUndoKey(const QKeyEvent& event) {
     return event.matches(QKeySequence::Undo) || event.matches(QKeySequence::Redo);
 }
 
-/// Shows a box's own menu at the global position, without Undo and Redo and the line below them.
+/// Shows a box's standard menu at the global position and deletes it when it is closed. The menu of an
+/// editable box begins with Undo, Redo and a line, which are left out.
 inline void PopUpWithoutUndo(QMenu& menu, bool editable, const QPoint& at) {
     constexpr qsizetype undoEntries = 3;
     const QList<QAction*> actions = menu.actions();

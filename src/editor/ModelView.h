@@ -18,8 +18,9 @@ class EditHistory;
 /// Shows one mode and one output of Config and takes over what the user does with it. Besides the commands
 /// that replace the whole configuration (new, open), nothing but this class writes Config.
 ///
-/// Every edit shows its result. ConfigChanged is set by what the controls hold, the base and the address
-/// menus; whether there is anything to save is for ConfigDiffers() to tell.
+/// Every edit shows its result and is a step of the history, unless it changed nothing or only what linking
+/// makes of followers. ConfigChanged is set by what the controls hold, the base and the address menus;
+/// whether there is anything to save is for ConfigDiffers() to tell.
 class ModelView {
   public:
     /// The history must outlive this object.
@@ -38,8 +39,8 @@ class ModelView {
     // Between the controls and Config.
 
     /// Copies the controls and working copies into Config. A field is written, and ConfigChanged set, only
-    /// when its control shows something else than the field's value; so what the user did not touch keeps its
-    /// exact value.
+    /// when its control shows something else than the field's value, or when the user entered the level that
+    /// it shows; so what the user did not touch keeps its exact value.
     void StoreView();
 
     /// Fills the controls and working copies from Config for the current mode and output. Writes to Config

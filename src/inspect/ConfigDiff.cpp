@@ -21,29 +21,6 @@ struct ListedField {
     std::optional<std::size_t> Output;
 };
 
-struct NamedKind {
-    std::string_view Json;
-    FieldKind Kind;
-};
-
-constexpr NamedKind namedKinds[] = {
-    {"vekNetBase", FieldKind::Base},
-    {"panelInputs", FieldKind::Panels},
-    {"panelVolumes", FieldKind::Panels},
-    {"panelSelects", FieldKind::Panels},
-    {"usePreviousRoute", FieldKind::Panels},
-    {"linkGroup", FieldKind::LinkGroups},
-    {"maximumLevel", FieldKind::Levels},
-    {"minimumLevel", FieldKind::Levels},
-    {"muteOnMin", FieldKind::Levels},
-    {"startLevel", FieldKind::Levels},
-    {"previousNotSetStartLevel", FieldKind::Levels},
-    {"stepLevel", FieldKind::Levels},
-    {"inputTrim", FieldKind::InputTrims},
-    {"outputTrim", FieldKind::OutputTrims},
-    {"enabledAddresses", FieldKind::Addresses},
-};
-
 /// The stored values of all fields but the notes, in the order of FieldLister; quick to make and to compare.
 class ValueLister {
   public:
@@ -147,7 +124,7 @@ class FieldLister {
         const FieldKind outerKind = kind_;
         words_ += name.Caption;
         words_ += name.Caption.empty() ? "" : " ";
-        kind_ = KindOf(name);
+        kind_ = name.Kind.value_or(kind_);
         body();
         words_ = outer;
         kind_ = outerKind;
@@ -177,12 +154,6 @@ class FieldLister {
         return text;
     }
 
-    /// Of a name that stands below another one: what that belongs to.
-    FieldKind KindOf(const FieldName& name) const {
-        const auto* found = std::ranges::find(namedKinds, name.Json, &NamedKind::Json);
-        return found == std::end(namedKinds) ? kind_ : found->Kind;
-    }
-
     template <typename MakeText>
     void Add(const FieldName& name, MakeText text) {
         if (wanted_ != nullptr && !(*wanted_)[next_++])
@@ -190,7 +161,7 @@ class FieldLister {
         std::string words = where_.empty() ? "" : where_ + ": ";
         words += words_;
         words += number_ ? Numbered(name.Caption, *number_) : std::string(name.Caption);
-        Fields.push_back({std::move(words), text(), KindOf(name), mode_, output_});
+        Fields.push_back({std::move(words), text(), name.Kind.value_or(kind_), mode_, output_});
     }
 
     const std::vector<bool>* wanted_;

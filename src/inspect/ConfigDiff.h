@@ -1,6 +1,7 @@
 // What differs between two configuration files, in the user's words.
 #pragma once
 
+#include "inspect/FieldKind.h"
 #include "inspect/StoredConfig.h"
 
 #include <optional>
@@ -8,9 +9,6 @@
 #include <vector>
 
 namespace vek {
-
-/// What a field belongs to.
-enum class FieldKind { Base, Panels, LinkGroups, Levels, InputTrims, OutputTrims, Notes, Addresses, Tail };
 
 /// A field that differs.
 struct FieldDifference {

@@ -1,11 +1,13 @@
 // The configuration by names: one description that the JSON writer, the JSON reader and the comparison walk.
 #pragma once
 
+#include "inspect/FieldKind.h"
 #include "inspect/NumberLists.h"
 #include "model/Config.h"
 #include "model/VekNetAddresses.h"
 
 #include <array>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -15,6 +17,7 @@ namespace vek {
 struct FieldName {
     std::string_view Json;
     std::string_view Caption;
+    std::optional<FieldKind> Kind = {}; ///< of fields below another name: none, that name's
 };
 
 /// The member of the document, left out when there are none, for the bytes that follow the record.
@@ -80,31 +83,35 @@ template <typename Archive, typename Mode>
 void VisitOutput(Mode& mode, std::size_t output, Archive& archive) {
     auto& panels = mode.OutputPanels[output];
     auto& levels = mode.OutputLevels[output];
-    archive.List({"panelInputs", "Input sequence"}, panels.PanelInputs, inputNumbers);
-    archive.Switch({"usePreviousRoute", "Use previous route"}, panels.UsePreviousRoute);
-    archive.List({"panelVolumes", "Volume remote panels"}, panels.PanelVolumes, panelNumbers);
-    archive.List({"panelSelects", "Input selector remote panels"}, panels.PanelSelects, panelNumbers);
-    archive.LinkGroup({"linkGroup", "Link group"}, mode.LinkGroup[output]);
-    archive.Level({"maximumLevel", "Maximum level"}, levels.MaximumLevel);
-    archive.Level({"minimumLevel", "Minimum level"}, levels.MinimumLevel);
-    archive.Switch({"muteOnMin", "Mute on minimum level"}, levels.MuteOnMin);
-    archive.Level({"startLevel", "Start level"}, levels.StartLevel);
-    archive.Switch({"previousNotSetStartLevel", "Use previous start level"}, levels.PreviousNotSetStartLevel);
-    archive.Level({"stepLevel", "Level steps"}, levels.StepLevel);
+    archive.List({"panelInputs", "Input sequence", FieldKind::Panels}, panels.PanelInputs, inputNumbers);
+    archive.Switch({"usePreviousRoute", "Use previous route", FieldKind::Panels}, panels.UsePreviousRoute);
+    archive.List({"panelVolumes", "Volume remote panels", FieldKind::Panels}, panels.PanelVolumes,
+                 panelNumbers);
+    archive.List({"panelSelects", "Input selector remote panels", FieldKind::Panels}, panels.PanelSelects,
+                 panelNumbers);
+    archive.LinkGroup({"linkGroup", "Link group", FieldKind::LinkGroups}, mode.LinkGroup[output]);
+    archive.Level({"maximumLevel", "Maximum level", FieldKind::Levels}, levels.MaximumLevel);
+    archive.Level({"minimumLevel", "Minimum level", FieldKind::Levels}, levels.MinimumLevel);
+    archive.Switch({"muteOnMin", "Mute on minimum level", FieldKind::Levels}, levels.MuteOnMin);
+    archive.Level({"startLevel", "Start level", FieldKind::Levels}, levels.StartLevel);
+    archive.Switch({"previousNotSetStartLevel", "Use previous start level", FieldKind::Levels},
+                   levels.PreviousNotSetStartLevel);
+    archive.Level({"stepLevel", "Level steps", FieldKind::Levels}, levels.StepLevel);
 }
 
 /// Config is const for archives that only read it.
 template <typename Archive, typename Config>
 void VisitNamedFields(Config& config, Archive& archive) {
-    archive.Integer({"vekNetBase", "VekNet base address"}, config.VekNetBase);
+    archive.Integer({"vekNetBase", "VekNet base address", FieldKind::Base}, config.VekNetBase);
     archive.Array({"modes", "Mode"}, modeCount, [&](std::size_t mode) {
         archive.Array({"outputs", "Output"}, outputCount,
                       [&](std::size_t output) { VisitOutput(config.Modes[mode], output, archive); });
     });
-    archive.Levels({"inputTrim", "Input trim"}, std::span(config.InputTrim));
-    archive.Levels({"outputTrim", "Output trim"}, std::span(config.OutputTrim));
-    archive.Notes({"notes", "Notes"}, config.Notes);
-    archive.Object({"enabledAddresses", ""}, [&] { VisitAddresses(config.Addresses, archive); });
+    archive.Levels({"inputTrim", "Input trim", FieldKind::InputTrims}, std::span(config.InputTrim));
+    archive.Levels({"outputTrim", "Output trim", FieldKind::OutputTrims}, std::span(config.OutputTrim));
+    archive.Notes({"notes", "Notes", FieldKind::Notes}, config.Notes);
+    archive.Object({"enabledAddresses", "", FieldKind::Addresses},
+                   [&] { VisitAddresses(config.Addresses, archive); });
 }
 
 } // namespace vek

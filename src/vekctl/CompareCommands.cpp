@@ -157,8 +157,8 @@ void AddCheckCommand(CLI::App& app) {
         "check", "Report what an installer wants to know before driving to the site, a line each");
     AddFilesOption(*command, options->Files);
     command->add_flag("--strict", options->Strict, "Fail when there is a warning, too");
-    command->footer("Lines read FILE: error|warning|note: text. Exit status: 1 when there is an error (with "
-                    "--strict, or a warning), else 0.");
+    command->footer("Lines read FILE: error|warning|note: text. Exit status: 1 when there is an error or, "
+                    "with --strict, a warning, else 0.");
     command->callback([options] { RunCheck(*options); });
 }
 
