@@ -20,12 +20,12 @@ void CheckedFile::Fail(const std::string& reason) const { throw FileError(name_ 
 void CheckedFile::FailWithErrno() const { Fail(std::strerror(errno)); }
 
 Descriptor CheckedFile::OpenForReading(const std::string& path) const {
-    return Descriptor(operations_.Open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    return Descriptor(Retried(operations_.Open, path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
 }
 
 struct stat CheckedFile::RegularStatus(const Descriptor& file) const {
     struct stat status = {};
-    if (operations_.Status(file.Get(), &status) != 0)
+    if (Retried(operations_.Status, file.Get(), &status) != 0)
         FailWithErrno();
     if (S_ISDIR(status.st_mode))
         Fail("is a folder");
@@ -37,9 +37,8 @@ struct stat CheckedFile::RegularStatus(const Descriptor& file) const {
 std::size_t CheckedFile::ReadSome(const Descriptor& file, std::span<std::byte> space) const {
     std::size_t filled = 0;
     while (filled < space.size()) {
-        const ssize_t got = operations_.Read(file.Get(), space.data() + filled, space.size() - filled);
-        if (got < 0 && errno == EINTR)
-            continue;
+        const ssize_t got =
+            Retried(operations_.Read, file.Get(), space.data() + filled, space.size() - filled);
         if (got < 0)
             FailWithErrno();
         if (got == 0)
@@ -51,9 +50,7 @@ std::size_t CheckedFile::ReadSome(const Descriptor& file, std::span<std::byte> s
 
 void CheckedFile::WriteAll(const Descriptor& file, std::span<const std::byte> bytes) const {
     while (!bytes.empty()) {
-        const ssize_t put = operations_.Write(file.Get(), bytes.data(), bytes.size());
-        if (put < 0 && errno == EINTR)
-            continue;
+        const ssize_t put = Retried(operations_.Write, file.Get(), bytes.data(), bytes.size());
         if (put < 0)
             FailWithErrno();
         if (put == 0)
@@ -70,7 +67,7 @@ void CheckedFile::CopyTail(const Descriptor& from, const Descriptor& to, std::si
 }
 
 void CheckedFile::SeekTo(const Descriptor& file, std::size_t offset) const {
-    if (operations_.Seek(file.Get(), static_cast<off_t>(offset), SEEK_SET) < 0)
+    if (Retried(operations_.Seek, file.Get(), static_cast<off_t>(offset), SEEK_SET) < 0)
         FailWithErrno();
 }
 

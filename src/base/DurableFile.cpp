@@ -52,7 +52,7 @@ OldFile OpenOldFile(const std::string& target, const FileOperations& operations,
     OldFile old = {.File = checked.OpenForReading(target)};
     if (old.File.Open()) {
         old.Status = checked.RegularStatus(old.File);
-        if (operations.Access(target.c_str(), W_OK) != 0)
+        if (Retried(operations.Access, target.c_str(), W_OK) != 0)
             checked.FailWithErrno();
     } else if (errno != ENOENT) {
         checked.FailWithErrno();
@@ -65,20 +65,26 @@ void TakeOverModeAndOwner(const Descriptor& file, const OldFile& old, const File
     mode_t mode = old.File.Open() ? old.Status.st_mode & 07777 : NewFileMode();
     // The owner of another user's file in a shared folder cannot be kept. Its group usually can; where it
     // cannot, the rights were meant for another group than the one that would have them now.
-    if (old.File.Open() && operations.ChangeOwner(file.Get(), old.Status.st_uid, old.Status.st_gid) != 0 &&
-        operations.ChangeOwner(file.Get(), sameOwner, old.Status.st_gid) != 0)
+    if (old.File.Open() &&
+        Retried(operations.ChangeOwner, file.Get(), old.Status.st_uid, old.Status.st_gid) != 0 &&
+        Retried(operations.ChangeOwner, file.Get(), sameOwner, old.Status.st_gid) != 0)
         mode &= ~static_cast<mode_t>(S_IRWXG);
-    if (operations.ChangeMode(file.Get(), mode) != 0)
+    if (Retried(operations.ChangeMode, file.Get(), mode) != 0)
         checked.FailWithErrno();
 }
 
 void SyncFolder(const std::string& folder, const FileOperations& operations) {
-    const Descriptor handle(operations.Open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const Descriptor handle(Retried(operations.Open, folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (handle.Open())
-        operations.Sync(handle.Get());
+        Retried(operations.Sync, handle.Get());
 }
 
 } // namespace
+
+FileOperations& SystemFiles() {
+    static FileOperations operations;
+    return operations;
+}
 
 void WriteFileDurably(const std::string& path, std::span<const std::byte> bytes, ExistingTail tail,
                       const FileOperations& operations) {
@@ -96,7 +102,7 @@ void WriteFileDurably(const std::string& path, std::span<const std::byte> bytes,
     if (tailStays)
         checked.CopyTail(old.File, temporary.file, bytes.size());
     TakeOverModeAndOwner(temporary.file, old, operations, checked);
-    if (operations.Sync(temporary.file.Get()) != 0)
+    if (Retried(operations.Sync, temporary.file.Get()) != 0)
         checked.FailWithErrno();
 
     checked.SeekTo(temporary.file, 0);
@@ -111,11 +117,11 @@ void WriteFileDurably(const std::string& path, std::span<const std::byte> bytes,
 }
 
 void WriteFileDurably(const std::string& path, std::span<const std::byte> bytes, ExistingTail tail) {
-    WriteFileDurably(path, bytes, tail, FileOperations());
+    WriteFileDurably(path, bytes, tail, SystemFiles());
 }
 
 void RequireWritable(const std::string& path) {
-    const FileOperations operations;
+    const FileOperations& operations = SystemFiles();
     const CheckedFile checked(operations, path);
     if (path.empty())
         checked.Fail("no file name");
@@ -125,7 +131,7 @@ void RequireWritable(const std::string& path) {
 }
 
 std::vector<std::byte> ReadRegularFile(const std::string& path, std::size_t limit) {
-    const FileOperations operations;
+    const FileOperations& operations = SystemFiles();
     const CheckedFile checked(operations, path);
     const Descriptor file = checked.OpenForReading(path);
     if (!file.Open())

@@ -2,6 +2,7 @@
 // wrong.
 #pragma once
 
+#include <cerrno>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
@@ -32,5 +33,20 @@ struct FileOperations {
     std::function<int(const char* from, const char* to)> Rename = ::rename;
     std::function<int(const char* path)> Remove = ::unlink;
 };
+
+/// The operations of everything that is not handed its own. Tests replace them, while no other thread writes
+/// files.
+FileOperations& SystemFiles();
+
+/// Calls an operation again as long as a signal interrupts it; a disk that does nothing else fails in the
+/// end. Not for Close, which is over in any case.
+template <typename Operation, typename... Arguments>
+auto Retried(const Operation& operation, Arguments... arguments) {
+    constexpr int mostAttempts = 1000;
+    auto result = operation(arguments...);
+    for (int attempt = 1; result < 0 && errno == EINTR && attempt < mostAttempts; ++attempt)
+        result = operation(arguments...);
+    return result;
+}
 
 } // namespace vek

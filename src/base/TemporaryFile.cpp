@@ -42,21 +42,26 @@ TemporaryFile::TemporaryFile(const FileOperations& operations, const std::string
     : operations_(operations), name_(folder + '/') {
     RemoveLeftovers(folder, operations);
     (name_ += prefix) += places;
-    file = Descriptor(operations_.OpenTemporary(name_.data(), O_CLOEXEC));
+    // An interrupted call may have filled the places already.
+    const std::string pattern = name_;
+    file =
+        Descriptor(Retried([&] { return operations_.OpenTemporary((name_ = pattern).data(), O_CLOEXEC); }));
     if (!file.Open())
         checked.FailWithErrno();
     // Tells others that it is in use; where locks cannot be had its age does.
-    operations_.Lock(file.Get(), LOCK_EX | LOCK_NB);
+    Retried(operations_.Lock, file.Get(), LOCK_EX | LOCK_NB);
 }
 
 TemporaryFile::~TemporaryFile() {
     if (!name_.empty())
-        operations_.Remove(name_.c_str());
+        Retried(operations_.Remove, name_.c_str());
 }
 
 void TemporaryFile::Rename(const std::string& target, const CheckedFile& checked) {
-    // Closing can report the failure of an earlier write.
-    if (operations_.Close(file.Release()) != 0 || operations_.Rename(name_.c_str(), target.c_str()) != 0)
+    // Closing can report the failure of an earlier write; interrupted, the file is closed all the same.
+    if (operations_.Close(file.Release()) != 0 && errno != EINTR)
+        checked.FailWithErrno();
+    if (Retried(operations_.Rename, name_.c_str(), target.c_str()) != 0)
         checked.FailWithErrno();
     name_.clear();
 }

@@ -1,6 +1,6 @@
 #include "vekctl-serial/ConsoleLink.h"
 
-#include "console/EndingSignals.h"
+#include "base/EndingSignals.h"
 #include "link/OutcomeTexts.h"
 #include "platform/JsonRegistryStore.h"
 

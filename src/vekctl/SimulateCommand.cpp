@@ -1,7 +1,7 @@
 #include "vekctl/Commands.h"
 
 #include "base/Errors.h"
-#include "console/EndingSignals.h"
+#include "base/EndingSignals.h"
 #include "simulator/SimulatedVek.h"
 #include "vekctl/Output.h"
 

@@ -7,7 +7,8 @@
 
 namespace vek {
 
-/// Blocks the signals; the result is readable as soon as one of them has come.
+/// Blocks the signals, except ignored ones; the result is readable as soon as one of them has come. For the
+/// main thread before it makes others, which inherit it.
 Descriptor BlockSignals(std::initializer_list<int> signals);
 
 } // namespace vek
