@@ -8,7 +8,7 @@
 #include "inspect/ConfigCheck.h"
 #include "inspect/ConfigDiff.h"
 #include "vekctl/EachFile.h"
-#include "vekctl/Output.h"
+#include "console/Output.h"
 #include "vekctl/StoredInput.h"
 
 #include <CLI/CLI.hpp>

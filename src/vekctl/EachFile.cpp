@@ -2,7 +2,7 @@
 
 #include "base/Errors.h"
 #include "console/Input.h"
-#include "vekctl/Output.h"
+#include "console/Output.h"
 
 #include <CLI/CLI.hpp>
 

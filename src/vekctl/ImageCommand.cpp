@@ -1,7 +1,7 @@
 #include "vekctl/Commands.h"
 
 #include "console/ImageOfFile.h"
-#include "vekctl/Output.h"
+#include "console/Output.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,7 +1,7 @@
 #include "vekctl/Commands.h"
 
 #include "model/RecordLayout.h"
-#include "vekctl/Output.h"
+#include "console/Output.h"
 
 #include <CLI/CLI.hpp>
 

@@ -8,7 +8,7 @@
 #include "reports/DeviceExport.h"
 #include "reports/TextReport.h"
 #include "vekctl/EachFile.h"
-#include "vekctl/Output.h"
+#include "console/Output.h"
 
 #include <CLI/CLI.hpp>
 

@@ -7,7 +7,7 @@
 #include "inspect/ConfigSummary.h"
 #include "inspect/Json.h"
 #include "vekctl/EachFile.h"
-#include "vekctl/Output.h"
+#include "console/Output.h"
 #include "vekctl/StoredInput.h"
 
 #include <CLI/CLI.hpp>

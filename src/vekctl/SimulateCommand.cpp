@@ -3,7 +3,7 @@
 #include "base/Errors.h"
 #include "base/EndingSignals.h"
 #include "simulator/SimulatedVek.h"
-#include "vekctl/Output.h"
+#include "console/Output.h"
 
 #include <CLI/CLI.hpp>
 

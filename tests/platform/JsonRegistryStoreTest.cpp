@@ -1,5 +1,6 @@
 #include "platform/JsonRegistryStore.h"
 
+#include "support/FailingDisk.h"
 #include "support/TestData.h"
 
 #include <gtest/gtest.h>
@@ -35,6 +36,24 @@ TEST_F(JsonStoreTest, KeepsKeysAndTypedValues) {
     EXPECT_EQ(store.Query("Software\\Vorn", "Name"), RegistryValue("M\xC3\xA4trix \"Vek\"\n"));
     EXPECT_EQ(store.Query("Software\\Vorn", "Lost"), std::nullopt);
     EXPECT_EQ(store.Query("Software\\Vorn\\2", "Version"), std::nullopt);
+}
+
+TEST_F(JsonStoreTest, EveryFailureOfTheDiskLeavesTheOldStoreOrTheNewOne) {
+    path = folder.Path("registry.json");
+    const std::string old = R"({"A": {"Number": 1}})";
+    const auto write = [&] {
+        test::WriteText(path, old);
+        JsonRegistryStore store(path);
+        store.Set("A", "Number", 2U);
+        store.Flush();
+    };
+    write();
+    const std::string written = test::ReadText(path);
+    test::ForEveryFailure(write, [&] {
+        const std::string content = test::ReadText(path);
+        EXPECT_TRUE(content == old || content == written) << content;
+        EXPECT_EQ(folder.EntryCount(), 1U) << "nothing is left over";
+    });
 }
 
 TEST_F(JsonStoreTest, ReadsWhatAPersonWrote) {

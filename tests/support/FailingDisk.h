@@ -4,6 +4,7 @@
 #include "base/FileOperations.h"
 
 #include <cerrno>
+#include <gtest/gtest.h>
 #include <string>
 
 namespace vek::test {
@@ -43,10 +44,12 @@ inline constexpr FailingOperation failingOperations[] = {
 };
 inline constexpr int diskErrors[] = {ENOSPC, EIO, EINTR, EACCES, EDQUOT, shortWrite};
 
-/// Puts failing operations in place of the system's for as long as it lives.
+/// Puts failing operations in place of the system's for as long as it lives. Nothing is synced really, which
+/// takes long.
 class FailingDisk {
   public:
     FailingDisk(const FailingOperation& operation, int nth, int error) : nth_(nth) {
+        SystemFiles().Sync = [](int) { return 0; };
         operation.Fail(SystemFiles(), nth_, error);
     }
     FailingDisk(const FailingDisk&) = delete;
@@ -58,5 +61,26 @@ class FailingDisk {
   private:
     int nth_;
 };
+
+/// Has every call of every operation fail in every way while `attempt` runs, one at a time, and then runs
+/// `check`.
+template <typename Attempt, typename Check>
+void ForEveryFailure(Attempt attempt, Check check) {
+    for (const auto& operation : failingOperations) {
+        for (const int error : diskErrors) {
+            bool failed = true;
+            for (int call = 1; failed; ++call) {
+                SCOPED_TRACE(std::string(operation.Name) + ", call " + std::to_string(call) + ", error " +
+                             std::to_string(error));
+                {
+                    const FailingDisk disk(operation, call, error);
+                    attempt();
+                    failed = disk.Failed();
+                }
+                check();
+            }
+        }
+    }
+}
 
 } // namespace vek::test

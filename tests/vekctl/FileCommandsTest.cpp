@@ -1,6 +1,11 @@
 // The commands that read and write files, run as a user runs them.
+#include "base/Bytes.h"
 #include "console/CommandLine.h"
+#include "console/Output.h"
+#include "inspect/ConfigJson.h"
+#include "model/ConfigFile.h"
 #include "reports/GoldenCases.h"
+#include "support/FailingDisk.h"
 #include "support/RunVekctl.h"
 
 #include <CLI/CLI.hpp>
@@ -33,6 +38,28 @@ class FileCommands : public testing::Test {
 };
 
 } // namespace
+
+TEST_F(FileCommands, EveryFailureOfTheDiskLeavesTheOldFileOrTheNewOne) {
+    const std::string json = vek::ConfigToJson({vek::LoadConfig(DataPath("02.VMC")), {}});
+    const std::string path = folder.Path("02.json");
+    const std::size_t entries = folder.EntryCount() + 1;
+    std::string told;
+    ForEveryFailure(
+        [&] {
+            WriteText(path, "old");
+            told.clear();
+            try {
+                vek::WriteOutput(path, vek::AsBytes(json));
+            } catch (const vek::FileError& error) {
+                told = error.what();
+            }
+        },
+        [&] {
+            EXPECT_EQ(ReadText(path), told.empty() ? json : "old");
+            EXPECT_TRUE(told.empty() || told.starts_with(path + ": ")) << told;
+            EXPECT_EQ(folder.EntryCount(), entries) << "nothing is left over";
+        });
+}
 
 TEST_F(FileCommands, DocumentsAreByteForByteTheSamples) {
     for (const GoldenCase& golden : GoldenCases()) {

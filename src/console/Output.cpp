@@ -1,4 +1,4 @@
-#include "vekctl/Output.h"
+#include "console/Output.h"
 
 #include <CLI/CLI.hpp>
 
