@@ -2,10 +2,12 @@
 
 #include "dialogs/Dialogs.h"
 #include "editor/CorvaneForm.h"
+#include "editor/Endings.h"
 #include "platform/ComPorts.h"
 #include "platform/JsonRegistryStore.h"
 #include "platform/QtOneShotTimer.h"
 #include "platform/QtSerialControl.h"
+#include "userstate/StateFolder.h"
 
 #include <CLI/CLI.hpp>
 
@@ -65,6 +67,29 @@ bool AsksForText(int argc, char* argv[]) {
     });
 }
 
+/// The exit status.
+int RunEditor(const std::string& commandLine, Endings& endings) {
+    JsonRegistryStore store = JsonRegistryStore::OfThisMachine();
+    const EditorServices services = {
+        .Boxes = ScreenDialogs(),
+        .Store = store,
+        .MakeSerialControl = [] { return std::make_unique<QtSerialControl>(); },
+        .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
+        .PortNames = PortNames,
+        .StateFolder = UserStateFolder(),
+    };
+    CorvaneForm window(services, commandLine);
+    endings.Watch(window);
+    QObject::connect(&window, &CorvaneForm::Ended, qApp, [] { QApplication::exit(); });
+    QObject::connect(qApp, &QApplication::commitDataRequest, &window, &CorvaneForm::PrepareForSessionEnd,
+                     Qt::DirectConnection);
+    window.show();
+    // Drawing it in all the sizes that a desktop asks for would hold up the window itself.
+    QTimer::singleShot(iconDelay, qApp,
+                       [] { QApplication::setWindowIcon(QIcon(u":/icons/vorn-matrix-editor.svg"_s)); });
+    return QApplication::exec();
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -72,6 +97,7 @@ int main(int argc, char* argv[]) {
         std::vector<std::string> words;
         return ReadCommandLine(argc, argv, words).value_or(0);
     }
+    Endings endings;
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"vorn-matrix-editor"_s);
     QApplication::setApplicationDisplayName(QString());
@@ -82,18 +108,7 @@ int main(int argc, char* argv[]) {
     if (const auto ended = ReadCommandLine(argc, argv, words))
         return *ended;
 
-    JsonRegistryStore store = JsonRegistryStore::OfThisMachine();
-    const EditorServices services = {
-        .Boxes = ScreenDialogs(),
-        .Store = store,
-        .MakeSerialControl = [] { return std::make_unique<QtSerialControl>(); },
-        .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
-        .PortNames = PortNames,
-    };
-    CorvaneForm window(services, Joined(words));
-    window.show();
-    // Drawing it in all the sizes that a desktop asks for would hold up the window itself.
-    QTimer::singleShot(iconDelay, &application,
-                       [] { QApplication::setWindowIcon(QIcon(u":/icons/vorn-matrix-editor.svg"_s)); });
-    return QApplication::exec();
+    const int status = RunEditor(Joined(words), endings);
+    endings.Raise();
+    return status;
 }

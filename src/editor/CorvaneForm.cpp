@@ -9,10 +9,13 @@
 #include "editor/EditorStatusBar.h"
 #include "editor/EditorToolBar.h"
 #include "editor/ExportCommands.h"
+#include "editor/FileBars.h"
 #include "editor/FileCommands.h"
 #include "editor/LevelLimits.h"
 #include "editor/OnlineControl.h"
+#include "editor/RecoveryKeeper.h"
 #include "editor/UndoActions.h"
+#include "editor/VekComms.h"
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"
 #include "pages/AddressesPage.h"
@@ -30,6 +33,9 @@
 #include <QMenuBar>
 #include <QRadioButton>
 
+#include <algorithm>
+#include <utility>
+
 namespace vek {
 
 using namespace Qt::StringLiterals;
@@ -38,6 +44,9 @@ namespace {
 
 constexpr int tickMilliseconds = 500;
 constexpr int messageMilliseconds = 15000;
+constexpr int longestKeeping = 10000; // milliseconds, as those below
+constexpr int longestEnding = 1600;
+constexpr int leastKeeping = 200;
 constexpr QSize usualSize(1040, 700);
 
 } // namespace
@@ -46,7 +55,8 @@ CorvaneForm::CorvaneForm(const EditorServices& services, std::string commandLine
     : QMainWindow(parent), services_(services), commandLine_(std::move(commandLine)),
       messages_(*this, services.Boxes), toolBar_(new EditorToolBar(this)), SSTab1_(new PageTabs(this)),
       pages_(MakeEditorPages(*SSTab1_, services.PortNames)), strip_(new OnlineStrip(this)),
-      view_(pages_, history_), files_(new FileCommands(*this, view_, services.Boxes)),
+      view_(pages_, history_), recovery_(new RecoveryKeeper(services.StateFolder, file_, this)),
+      files_(new FileCommands(*this, view_, services.Boxes, file_, *recovery_)),
       exports_(new ExportCommands(*this, view_, services.Boxes)),
       dispatch_(*this, view_, *files_, *exports_, services, turns_, types_, messages_),
       status_(new EditorStatusBar(this)) {
@@ -77,6 +87,8 @@ void CorvaneForm::LayOut() {
     addToolBar(toolBar_);
     setStatusBar(status_);
     auto* right = new QVBoxLayout;
+    bars_ = new FileBars(*this, *right, *files_, file_, *recovery_,
+                         [this](const std::function<void()>& action) { Replace(action); });
     right->addWidget(SSTab1_, 1);
     right->addWidget(strip_);
     auto* centre = new QWidget(this);
@@ -103,9 +115,11 @@ void CorvaneForm::MakeCommands() {
             online_->LevelsChanged();
     });
 
-    const auto showFailure = [this](const QString& why) { status_->showMessage(why, messageMilliseconds); };
-    connect(files_, &FileCommands::Failed, this, showFailure);
-    connect(exports_, &ExportCommands::Failed, this, showFailure);
+    const auto tell = [this](const QString& text) { status_->showMessage(text, messageMilliseconds); };
+    connect(files_, &FileCommands::Told, this, tell);
+    connect(exports_, &ExportCommands::Failed, this, tell);
+    connect(recovery_, &RecoveryKeeper::Failed, this, tell);
+    connect(&history_, &EditHistory::Changed, recovery_, &RecoveryKeeper::Look);
 
     Timer1_.setObjectName(u"Timer1"_s);
     connect(&Timer1_, &QTimer::timeout, this, &CorvaneForm::Timer1_Tick);
@@ -146,7 +160,15 @@ void CorvaneForm::ConnectPages() {
             [this](std::size_t i) { pages_.Selectors->UsePanel[i]->setChecked(true); });
     connect(pages_.Notes->Text1, &NotesBox::Edited, this, [this] { view_.StoreView(); });
     connect(online_.get(), &OnlineControl::OnlineChanged, this, &CorvaneForm::ShowOnline);
-    connect(online_.get(), &OnlineControl::ReadyToClose, this, &QWidget::close, Qt::QueuedConnection);
+    connect(
+        online_.get(), &OnlineControl::ReadyToClose, this,
+        [this] {
+            if (ending_.isActive())
+                FinishEnding();
+            else
+                close();
+        },
+        Qt::QueuedConnection);
 }
 
 void CorvaneForm::SelectionChanged() {
@@ -181,17 +203,32 @@ void CorvaneForm::Dispatch(std::string_view key) {
     const ToolbarCommand* command = FindToolbarCommand(key);
     if (online_->IsOnline() && command && !command->WhileOnline)
         return;
-    // What was typed into a box counts, though it has not been left; also while another window is in front.
-    if (auto* box = qobject_cast<KeyFilteredLineEdit*>(focusWidget()))
-        box->Finish();
+    FinishTyping();
     dispatch_.DispatchCommand(key);
     if (key == "ONLINE")
         SSTab1_->setCurrentIndex(OnlineTab);
     Timer1_Tick();
 }
 
+void CorvaneForm::FinishTyping() {
+    // Also while another window is in front.
+    if (auto* box = qobject_cast<KeyFilteredLineEdit*>(focusWidget()))
+        box->Finish();
+}
+
+void CorvaneForm::Replace(const std::function<void()>& action) {
+    FinishTyping();
+    Guarded(messages_, [&] {
+        view_.StoreView();
+        view_.ShowMode();
+        action();
+    });
+    Timer1_Tick();
+}
+
 void CorvaneForm::ShowOnline() {
     toolBar_->SetOnline(online_->IsOnline());
+    bars_->SetOnline(online_->IsOnline());
     undo_->Refresh();
     Timer1_Tick();
 }
@@ -210,20 +247,72 @@ void CorvaneForm::Timer1_Tick() {
         setWindowTitle(title);
     toolBar_->Action("SAVE")->setEnabled(named);
     online_->CheckPort();
-    status_->ShowState(files_->ReadFrom(), online_->IsOnline() ? online_->PortName() : QString());
+    recovery_->Look();
+    bars_->LookAtFile();
+    status_->ShowState(file_.Path(), online_->IsOnline() ? online_->PortName() : QString());
 }
 
 void CorvaneForm::Timer4_Tick() {
     Timer4_.stop();
     files_->OpenFileAtStartup(commandLine_);
+    bars_->OfferRecovered();
     Timer1_Tick();
 }
 
+void CorvaneForm::TakeOver() {
+    FinishTyping();
+    Guarded(messages_, [this] { view_.StoreView(); });
+}
+
+void CorvaneForm::PrepareForSessionEnd() {
+    TakeOver();
+    recovery_->Finish(longestEnding);
+    EndProgramming();
+    online_->Disconnect();
+}
+
+void CorvaneForm::EndProgramming() {
+    if (auto* programming = findChild<VekComms*>())
+        programming->EndInOrder();
+}
+
+void CorvaneForm::EndInOrder() {
+    if (ending_.isActive() || ended_)
+        return;
+    ending_.setSingleShot(true);
+    connect(&ending_, &QTimer::timeout, this, &CorvaneForm::FinishEnding);
+    ending_.start(longestEnding);
+    TakeOver();
+    recovery_->Look();
+    if (auto* programming = findChild<VekComms*>()) {
+        connect(programming, &QDialog::finished, this, &CorvaneForm::GoOffline, Qt::QueuedConnection);
+        programming->EndInOrder();
+    } else {
+        GoOffline();
+    }
+}
+
+void CorvaneForm::GoOffline() {
+    if (online_->ShutdownSilently())
+        FinishEnding();
+}
+
+void CorvaneForm::FinishEnding() {
+    if (std::exchange(ended_, true))
+        return;
+    recovery_->Finish(std::max(ending_.remainingTime(), leastKeeping));
+    ending_.stop();
+    Q_EMIT Ended();
+}
+
 void CorvaneForm::closeEvent(QCloseEvent* event) {
+    TakeOver();
     if (!online_->Shutdown()) {
         event->ignore();
         return;
     }
+    // Closing asks nothing; what is not saved is offered at the next start.
+    recovery_->Finish(longestKeeping);
     Timer1_.stop();
     Timer4_.stop();
     QMainWindow::closeEvent(event);

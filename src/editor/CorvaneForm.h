@@ -5,6 +5,7 @@
 #include "editor/CommandDispatch.h"
 #include "editor/EditHistory.h"
 #include "editor/EditorServices.h"
+#include "editor/FileOnDisk.h"
 #include "editor/ModelView.h"
 #include "editor/PortTurns.h"
 #include "link/DeviceTypes.h"
@@ -12,6 +13,7 @@
 #include <QMainWindow>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -23,9 +25,11 @@ namespace vek {
 class EditorStatusBar;
 class EditorToolBar;
 class ExportCommands;
+class FileBars;
 class FileCommands;
 class OnlineControl;
 class OnlineStrip;
+class RecoveryKeeper;
 class UndoActions;
 
 /// Wires the pages, commands and timers together. The configuration itself is the program-wide Config, which
@@ -41,6 +45,17 @@ class CorvaneForm : public QMainWindow {
 
     /// Runs the command of a toolbar key, with what is being typed taken over first.
     void Dispatch(std::string_view key);
+
+    /// Ends everything because the program is told to end from outside: asks nothing, keeps what is not saved
+    /// for recovery, restarts a unit that is online or being programmed, closes the port and says on standard
+    /// error what could not be done. Ended() follows after 1.8 s at the latest.
+    void EndInOrder();
+    /// The desktop's session is about to end, which it may not do after all: what is not saved is kept, and
+    /// the unit restarted.
+    void PrepareForSessionEnd();
+
+  Q_SIGNALS:
+    void Ended();
 
   public Q_SLOTS:
     /// Title, SAVE button and status bar; every 500 ms.
@@ -61,6 +76,13 @@ class CorvaneForm : public QMainWindow {
     void RouteEdited();
     void LevelMoved();
     void ShowOnline();
+    /// Takes over what is being typed, as if its box were left.
+    void FinishTyping();
+    void TakeOver();
+    void EndProgramming();
+    void GoOffline();
+    void FinishEnding();
+    void Replace(const std::function<void()>& action);
     QString ProgramTitle() const;
 
     const EditorServices& services_;
@@ -76,12 +98,17 @@ class CorvaneForm : public QMainWindow {
     ModelView view_;
     std::unique_ptr<UndoActions>
         undo_; ///< hears of the focus, also while the window ends: before what it uses
+    FileOnDisk file_;
+    RecoveryKeeper* recovery_;
     FileCommands* files_;
     ExportCommands* exports_;
     CommandDispatch dispatch_;
     EditorStatusBar* status_;
+    FileBars* bars_ = nullptr;
     QTimer Timer1_;
     QTimer Timer4_;
+    QTimer ending_; ///< runs while the window ends in order
+    bool ended_ = false;
     std::unique_ptr<OnlineControl> online_; ///< last, so that its conversation ends first
 };
 

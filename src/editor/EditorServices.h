@@ -1,4 +1,5 @@
-// What the editor takes from outside: boxes, serial ports, clocks and the per-machine store.
+// What the editor takes from outside: boxes, serial ports, clocks, the per-machine store and the user's
+// state folder.
 #pragma once
 
 #include "link/RegistryStore.h"
@@ -8,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace vek {
 
@@ -21,6 +23,8 @@ struct EditorServices {
     /// The devices behind COM1 … COM4 as the user knows them ("ttyUSB0"), empty where there is none. Asked
     /// anew each time, because adapters come and go.
     std::function<QStringList()> PortNames;
+    /// Where recovery copies are kept, a path in the system's own bytes; empty for nowhere.
+    std::string StateFolder = {};
 };
 
 } // namespace vek

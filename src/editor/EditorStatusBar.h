@@ -15,8 +15,8 @@ class EditorStatusBar : public QStatusBar {
   public:
     explicit EditorStatusBar(QWidget* parent = nullptr);
 
-    /// Shows the program's state. `readFrom` is the file of a configuration without a name, empty for a new
-    /// one; `onlinePort` is empty while offline.
+    /// Shows the program's state. `readFrom` is the file that a configuration without a name was read from,
+    /// empty for a new one; `onlinePort` is empty while offline.
     void ShowState(const std::string& readFrom, const QString& onlinePort);
 
   private:

@@ -4,11 +4,14 @@
 #include "dialogs/Dialogs.h"
 #include "editor/EditHistory.h"
 #include "editor/ModelView.h"
+#include "editor/RecoveryKeeper.h"
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"
+#include "model/RecordLayout.h"
 
 #include <QWidget>
 
+#include <cstdint>
 #include <filesystem>
 #include <string_view>
 
@@ -34,12 +37,15 @@ std::string WithoutQuotes(std::string_view path) {
     return std::string(path);
 }
 
+std::uint64_t DigestOf(const MatrixConfig& config) { return RecordDigest(EncodeRecord(config)); }
+
 QString CurrentName() { return QString::fromStdString(CurrentFileName); }
 
 } // namespace
 
-FileCommands::FileCommands(QWidget& window, ModelView& view, Dialogs& dialogs)
-    : QObject(&window), window_(window), view_(view), dialogs_(dialogs) {}
+FileCommands::FileCommands(QWidget& window, ModelView& view, Dialogs& dialogs, FileOnDisk& file,
+                           RecoveryKeeper& recovery)
+    : QObject(&window), window_(window), view_(view), dialogs_(dialogs), file_(file), recovery_(recovery) {}
 
 void FileCommands::NewCommand() {
     if (!AskToSaveChanges())
@@ -52,12 +58,12 @@ void FileCommands::NewCommand() {
 
 void FileCommands::Forget() {
     NewConfiguration();
-    readFrom_.clear();
+    file_.Forget();
     view_.ResetSliderLevels();
 }
 
 QString FileCommands::ProposedName() const {
-    return QString::fromStdString(CurrentFileName.empty() ? readFrom_ : CurrentFileName);
+    return QString::fromStdString(CurrentFileName.empty() ? file_.Path() : CurrentFileName);
 }
 
 void FileCommands::OpenFileCommand() {
@@ -74,11 +80,11 @@ void FileCommands::OpenFileAtStartup(const std::string& commandLine) {
         return;
     const QString name = QString::fromStdString(FileNameOf(path));
     if (!path.ends_with("VMC")) {
-        Q_EMIT Failed(tr("%1 was not opened: its name does not end in \"VMC\"").arg(name));
+        Q_EMIT Told(tr("%1 was not opened: its name does not end in \"VMC\"").arg(name));
         return;
     }
     if (!Exists(path)) {
-        Q_EMIT Failed(tr("%1 was not opened: there is no such file").arg(name));
+        Q_EMIT Told(tr("%1 was not opened: there is no such file").arg(name));
         return;
     }
     Read(path, {});
@@ -90,12 +96,16 @@ void FileCommands::Read(const std::string& path, const std::string& nameAfterwar
         ReadConfigFile(path);
         SavedConfig = Config;
         CurrentFileName = nameAfterwards;
-        if (CurrentFileName.empty())
-            readFrom_ = std::filesystem::absolute(path).string();
-        view_.TakeStartLevels();
+        file_.Follow(path, !nameAfterwards.empty(), DigestOf(SavedConfig));
     } catch (const FileError& error) {
         FileFailed(error.what());
     }
+    ShowRead();
+}
+
+void FileCommands::ShowRead() {
+    if (!file_.Path().empty())
+        view_.TakeStartLevels();
     view_.ShowAll();
     view_.History().Begin(Config);
     ConfigChanged = false;
@@ -122,15 +132,75 @@ void FileCommands::SaveAsCommand() {
     }
 }
 
+void FileCommands::KeepOtherVersion(const std::string& path) {
+    const auto other = file_.OtherVersion(path);
+    if (!other)
+        return;
+    const QString name = QString::fromStdString(FileNameOf(path));
+    try {
+        recovery_.LeaveOtherVersion(*other);
+        Q_EMIT Told(tr("What another program wrote into %1 is kept as a recovery copy").arg(name));
+    } catch (const FileError& error) {
+        Q_EMIT Told(tr("What another program wrote into %1 could not be kept: %2")
+                        .arg(name, QString::fromStdString(error.what())));
+    }
+}
+
 void FileCommands::Write(const std::string& path) {
+    KeepOtherVersion(path);
     WriteConfigFile(path);
     CurrentFileName = path;
-    readFrom_.clear();
     ConfigChanged = false;
     SavedConfig = Config;
+    file_.Follow(path, true, DigestOf(SavedConfig));
     view_.History().SetSaved();
     dialogs_.Message(&window_, MessageIcon::None, tr("File Saved."),
                      tr("Configuration saved to ") + QString::fromStdString(FileNameOf(CurrentFileName)));
+}
+
+bool FileCommands::Restore(const RecoveryCopy& copy) {
+    const RecoveryOrigin origin = copy.Origin();
+    MatrixConfig recovered;
+    try {
+        recovered = LoadConfig(copy.Path());
+    } catch (const FileError& error) {
+        Q_EMIT Told(QString::fromStdString(error.what()));
+        return false;
+    }
+    if (!AskToSaveChanges())
+        return false;
+    Forget();
+    Config = recovered;
+    SavedConfig = LoadConfigOrDefault(origin.File);
+    if (!origin.File.empty())
+        file_.Follow(origin.File, origin.Named, origin.SavedDigest.value_or(DigestOf(SavedConfig)));
+    if (origin.Named)
+        CurrentFileName = origin.File;
+    ShowRead();
+    ConfigChanged = ConfigDiffers();
+    return true;
+}
+
+void FileCommands::Reload() {
+    const std::string path = file_.Path();
+    try {
+        const MatrixConfig read = LoadConfig(path);
+        if (ConfigDiffers())
+            recovery_.LeaveBehind();
+        Config = read;
+    } catch (const FileError& error) {
+        FileFailed(error.what());
+        return;
+    }
+    SavedConfig = Config;
+    file_.Follow(path, file_.Named(), DigestOf(SavedConfig));
+    ShowRead();
+}
+
+void FileCommands::KeepMine() {
+    SavedConfig = LoadConfigOrDefault(file_.Path());
+    ConfigChanged = ConfigDiffers();
+    file_.Accept();
 }
 
 bool FileCommands::AskToSaveChanges() {
@@ -148,14 +218,14 @@ bool FileCommands::AskToSaveChanges() {
         Write(name->toStdString());
     } catch (const FileError& error) {
         // The command that asked is given up; everything stays as it is in the editor.
-        Q_EMIT Failed(QString::fromStdString(error.what()));
+        Q_EMIT Told(QString::fromStdString(error.what()));
         return false;
     }
     return true;
 }
 
 void FileCommands::FileFailed(const std::string& reason) {
-    Q_EMIT Failed(QString::fromStdString(reason));
+    Q_EMIT Told(QString::fromStdString(reason));
     dialogs_.Message(&window_, MessageIcon::Exclamation, tr("Sorry File Error!"),
                      tr("Sorry there was an error the file ") + CurrentName() + u'!');
 }

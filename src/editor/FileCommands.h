@@ -1,5 +1,8 @@
-// NEW, OPEN, SAVE and SAVEAS, the question about unsaved changes and the file named on the command line.
+// NEW, OPEN, SAVE and SAVEAS, the question about unsaved changes, the file named on the command line, and
+// what was left unsaved or written by others.
 #pragma once
+
+#include "editor/FileOnDisk.h"
 
 #include <QObject>
 #include <QString>
@@ -12,13 +15,16 @@ namespace vek {
 
 class Dialogs;
 class ModelView;
+class RecoveryCopy;
+class RecoveryKeeper;
 
 class FileCommands : public QObject {
     Q_OBJECT
 
   public:
     /// All must outlive this object; `window` is the parent of the boxes.
-    FileCommands(QWidget& window, ModelView& view, Dialogs& dialogs);
+    FileCommands(QWidget& window, ModelView& view, Dialogs& dialogs, FileOnDisk& file,
+                 RecoveryKeeper& recovery);
 
     void NewCommand();
     void OpenFileCommand();
@@ -29,19 +35,29 @@ class FileCommands : public QObject {
     /// Opens the file that the command line names, if it names an existing *.VMC. The configuration stays
     /// unnamed; SAVEAS proposes the file's own name. A path in the system's own bytes.
     void OpenFileAtStartup(const std::string& commandLine);
-    /// The file that an unnamed configuration was read from, empty for a new one or one that has a name.
-    const std::string& ReadFrom() const { return readFrom_; }
+
+    /// Makes a recovered configuration the present one, with its file and unsaved; false when the user keeps
+    /// what is there or the copy cannot be read.
+    bool Restore(const RecoveryCopy& copy);
+    /// Reads the file again; changes that are not saved are left as a recovery copy.
+    void Reload();
+    /// What another program wrote into the file counts as saved last, so that the present configuration is
+    /// unsaved.
+    void KeepMine();
 
     /// True when the caller may go on: nothing unsaved, saved now, or not to be saved.
     bool AskToSaveChanges();
 
   Q_SIGNALS:
-    /// Why a file was not read or written.
-    void Failed(const QString& reason);
+    /// Why a file was not read or written, and what became of another program's version.
+    void Told(const QString& text);
 
   private:
     void Read(const std::string& path, const std::string& nameAfterwards);
     void Forget();
+    /// Config has been read from the file that is followed.
+    void ShowRead();
+    void KeepOtherVersion(const std::string& path);
     /// Where a file dialog starts.
     QString ProposedName() const;
     void Write(const std::string& path);
@@ -50,7 +66,8 @@ class FileCommands : public QObject {
     QWidget& window_;
     ModelView& view_;
     Dialogs& dialogs_;
-    std::string readFrom_;
+    FileOnDisk& file_;
+    RecoveryKeeper& recovery_;
 };
 
 } // namespace vek

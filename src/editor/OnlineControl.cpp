@@ -3,6 +3,7 @@
 #include "controls/LevelTrim.h"
 #include "controls/TextConversion.h"
 #include "dialogs/WindowMessages.h"
+#include "editor/LastWords.h"
 #include "editor/ModelView.h"
 #include "editor/PortTurns.h"
 #include "link/OutcomeTexts.h"
@@ -47,6 +48,10 @@ std::optional<LevelSource> LevelsOf(int page) {
     }
 }
 
+bool IsRestart(const Failure& failure) {
+    return failure.Kind == FailureKind::RestartNoReply || failure.Kind == FailureKind::RestartRefused;
+}
+
 } // namespace
 
 OnlineControl::OnlineControl(const OnlineParts& parts, const EditorServices& services, PortTurns& turns,
@@ -57,14 +62,19 @@ OnlineControl::OnlineControl(const OnlineParts& parts, const EditorServices& ser
     Connect();
 }
 
-OnlineControl::~OnlineControl() = default;
+OnlineControl::~OnlineControl() {
+    if (silent_ && IsOnline())
+        SayStillPlaying();
+}
+
+void OnlineControl::SayStillPlaying() const {
+    SayOnStandardError(
+        tr("%1 still plays the levels of the online session: switch it off and on").arg(PortName()));
+}
 
 void OnlineControl::Connect() {
     connect(parts_.Page.OnlineSearch, &QPushButton::clicked, this, &OnlineControl::Search);
-    connect(parts_.Page.OnlineCancel, &QPushButton::clicked, this, [this] {
-        session_.WantDisconnect();
-        Serve();
-    });
+    connect(parts_.Page.OnlineCancel, &QPushButton::clicked, this, &OnlineControl::Disconnect);
     connect(&Ports(), &PortRows::Chosen, this, &OnlineControl::Choose);
     connect(&parts_.SSTab1, &QTabWidget::currentChanged, this, &OnlineControl::TabChanged);
     connect(&parts_.Strip, &OnlineStrip::RouteClicked, this, &OnlineControl::RouteClicked);
@@ -161,10 +171,25 @@ void OnlineControl::FollowTab() {
         levelView_ = *levels;
 }
 
+void OnlineControl::Disconnect() {
+    session_.WantDisconnect();
+    Serve();
+}
+
+bool OnlineControl::ShutdownSilently() {
+    silent_ = true;
+    return Shutdown();
+}
+
 bool OnlineControl::Shutdown() {
     if (closing_ && conversation_.Running())
         return false;
     closing_ = true;
+    if (conversation_.Running() && session_.IsOnline() && !asking_) {
+        // The reply to the packet under way must not pass for the restart's.
+        session_.WantDisconnect();
+        return false;
+    }
     conversation_.Cancel();
     if (session_.IsOnline())
         Converse(session_.Disconnect());
@@ -200,13 +225,25 @@ void OnlineControl::PortSearched(std::size_t row, const PortFinding& finding) {
 }
 
 Task<> OnlineControl::Failed(Failure failure) {
+    if (silent_) {
+        if (IsRestart(failure))
+            SayStillPlaying();
+        co_return;
+    }
+    if (closing_ && !IsRestart(failure))
+        co_return;
     const MessageText message = TextOf(failure);
-    return messages_.Shown(MessageIcon::Exclamation, FromConstant(message.Title), FromConstant(message.Text));
+    asking_ = true;
+    co_await messages_.Shown(MessageIcon::Exclamation, FromConstant(message.Title),
+                             FromConstant(message.Text));
+    asking_ = false;
 }
 
 Task<> OnlineControl::WentOnline() {
     ShowConnection();
+    asking_ = true;
     co_await messages_.Shown(MessageIcon::None, tr("Online"), tr("Matrix Vek is now online."));
+    asking_ = false;
     UpdateTabs();
 }
 

@@ -55,6 +55,10 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     /// Ends the conversation because the window closes. False while the unit is restarted first;
     /// ReadyToClose() follows then.
     bool Shutdown();
+    /// The same when nobody is there to read messages.
+    bool ShutdownSilently();
+    /// Ends the session as its button does.
+    void Disconnect();
 
     /// For a periodic look whether the adapter is still there.
     void CheckPort();
@@ -83,6 +87,7 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     float OutputLevelTrim(std::size_t output) const override;
     float OnlineLevelOffset() const override;
 
+    void SayStillPlaying() const;
     void Connect();
     void Search();
     Task<> SearchAllPorts();
@@ -106,6 +111,8 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     OnlineSession session_;
     LevelSource levelView_ = LevelSource::InputTrims;
     bool closing_ = false;
+    bool silent_ = false;
+    bool asking_ = false; ///< the conversation waits for the user
     RunningTask conversation_;
 };
 

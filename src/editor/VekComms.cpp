@@ -2,6 +2,7 @@
 
 #include "controls/LayoutHelpers.h"
 #include "controls/TextConversion.h"
+#include "editor/LastWords.h"
 #include "editor/PortTurns.h"
 #include "link/OutcomeTexts.h"
 #include "pages/PortRows.h"
@@ -40,7 +41,11 @@ VekComms::VekComms(const EditorServices& services, PortTurns& turns, const Devic
             [this] { ProgramVekButton_->setEnabled(!conversation_.Running()); });
 }
 
-VekComms::~VekComms() = default;
+VekComms::~VekComms() {
+    if (ending_ && !IncompletePort().isEmpty())
+        SayOnStandardError(
+            tr("%1 holds an incomplete configuration: program it again").arg(IncompletePort()));
+}
 
 QWidget* VekComms::MakePleaseWait() {
     PleaseWait_ = new QWidget(this);
@@ -150,6 +155,20 @@ Task<> VekComms::ProgramOnPort(std::size_t row) {
     QDialog::reject();
 }
 
+void VekComms::EndInOrder() {
+    ending_ = true;
+    if (IncompletePort().isEmpty() || asking_)
+        reject();
+    else
+        link_.EndEarly();
+}
+
+QString VekComms::IncompletePort() const {
+    const auto row = ports_->ChosenRow();
+    const bool incomplete = begun_ && progress_.Acknowledged < progress_.Blocks;
+    return row && incomplete ? ports_->PortName(*row) : QString();
+}
+
 void VekComms::reject() {
     conversation_.Cancel();
     QDialog::reject();
@@ -160,11 +179,20 @@ void VekComms::PortSearched(std::size_t row, const PortFinding& finding) {
 }
 
 Task<> VekComms::Failed(Failure failure) {
+    if (ending_)
+        co_return;
     const MessageText message = TextOf(failure);
-    return messages_.Shown(MessageIcon::Exclamation, FromConstant(message.Title), FromConstant(message.Text));
+    asking_ = true;
+    co_await messages_.Shown(MessageIcon::Exclamation, FromConstant(message.Title),
+                             FromConstant(message.Text));
+    asking_ = false;
 }
 
+void VekComms::DownloadBegins() { begun_ = true; }
+
 void VekComms::Progress(DownloadProgress progress) {
+    progress_ = progress;
+    begun_ = begun_ && progress.Acknowledged > 0;
     Label2_->setText(FromConstant(PercentText(progress)));
     ProgressBar1_->setValue(TenthsOf(progress));
 }

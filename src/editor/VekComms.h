@@ -29,6 +29,12 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
              const DownloadImage& image, QWidget* parent = nullptr);
     ~VekComms() override;
 
+    /// The program has to end: as Cancel, but a download leaves the device restarted. finished() follows,
+    /// perhaps at once.
+    void EndInOrder();
+    /// The port whose device holds a part of the configuration only; empty when there is none.
+    QString IncompletePort() const;
+
   public Q_SLOTS:
     /// Escape and the window's close button.
     void reject() override;
@@ -40,6 +46,7 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
     void PortSearched(std::size_t row, const PortFinding& finding) override;
     Task<> Failed(Failure failure) override;
     void Progress(DownloadProgress progress) override;
+    void DownloadBegins() override;
     Task<bool> WantsAnother() override;
 
     QWidget* MakePleaseWait();
@@ -66,6 +73,10 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
     QPushButton* ProgramVekButton_;
     VekLink link_;
     bool activated_ = false;
+    bool ending_ = false;
+    bool asking_ = false; ///< the conversation waits for the user
+    DownloadProgress progress_;
+    bool begun_ = false; ///< the download
     RunningTask conversation_;
 };
 

@@ -50,6 +50,8 @@ class ProgrammingOutcomes {
     virtual ~ProgrammingOutcomes() = default;
 
     virtual void Progress(DownloadProgress progress) = 0;
+    /// The first block is about to be sent: what the device held before is gone.
+    virtual void DownloadBegins() = 0;
 
     /// A device was programmed and has restarted; true when the user wants to program another one on the same
     /// port.

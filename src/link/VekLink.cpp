@@ -155,6 +155,8 @@ Task<bool> VekLink::SendBlock(const DownloadImage& image, int number) {
         const Reply latest = co_await Request(downloadCommand, block);
         if (latest == Reply::Accepted)
             co_return true;
+        if (endWanted_)
+            co_return false;
         reply = latest;
     }
     const Failure failure = {
@@ -166,13 +168,14 @@ Task<bool> VekLink::SendBlock(const DownloadImage& image, int number) {
 Task<bool> VekLink::send_download(const DownloadImage& image, ProgrammingOutcomes& programming) {
     const int blocks = BlockCount(image.Length);
     exchange_.DiscardInput();
-    for (int number = 0; number < blocks; ++number) {
+    programming.DownloadBegins();
+    for (int number = 0; number < blocks && !endWanted_; ++number) {
         const bool acknowledged = co_await SendBlock(image, number);
         if (!acknowledged)
             co_return false;
         programming.Progress({number + 1, blocks});
     }
-    co_return true;
+    co_return !endWanted_;
 }
 
 Task<ConfigureResult> VekLink::Configure_Vek(const DownloadImage& image, ProgrammingOutcomes& programming) {
@@ -187,6 +190,10 @@ Task<ConfigureResult> VekLink::Configure_Vek(const DownloadImage& image, Program
         co_return ConfigureResult::NotResponding;
     }
     const bool downloaded = co_await send_download(image, programming);
+    if (endWanted_) {
+        co_await restart_unit();
+        co_return ConfigureResult::EndedEarly;
+    }
     if (!downloaded)
         co_return ConfigureResult::DownloadFailed;
     const bool restarted = co_await restart_unit();

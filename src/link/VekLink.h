@@ -22,6 +22,7 @@ enum class ConfigureResult {
     NotResponding,
     DownloadFailed,
     RestartFailed, ///< the download succeeded
+    EndedEarly,    ///< as EndEarly() asked
 };
 
 /// One window's dealings with its serial port. The procedures are tasks: at most one runs at a time, and
@@ -41,6 +42,11 @@ class VekLink {
     /// is that of the last attempt. Image and outcomes must outlive the task.
     Task<ConfigureResult> ProgramVek(std::size_t row, const DownloadImage& image,
                                      ProgrammingOutcomes& programming);
+
+    /// The program has to end: a download stops when the block under way is answered or its time is over, and
+    /// the device is restarted. The device does not hear half a block then, as it would when the task were
+    /// destroyed.
+    void EndEarly() { endWanted_ = true; }
 
     // The steps of the above, on the port that is open.
 
@@ -71,6 +77,7 @@ class VekLink {
     Exchange exchange_;
     const DeviceTypeList& types_;
     LinkOutcomes& outcomes_;
+    bool endWanted_ = false;
 };
 
 } // namespace vek

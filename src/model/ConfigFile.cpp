@@ -15,6 +15,14 @@ MatrixConfig LoadConfig(const std::string& path) {
     }
 }
 
+MatrixConfig LoadConfigOrDefault(const std::string& path) {
+    try {
+        return LoadConfig(path);
+    } catch (const FileError&) {
+        return {};
+    }
+}
+
 void SaveConfig(const std::string& path, const MatrixConfig& config) {
     WriteFileDurably(path, EncodeRecord(config), ExistingTail::Keep);
 }

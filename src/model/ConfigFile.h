@@ -10,6 +10,9 @@ namespace vek {
 /// Throws FileError (naming the file and the reason) when the file cannot be read or holds no valid record.
 MatrixConfig LoadConfig(const std::string& path);
 
+/// The same, and a new configuration where there is no file or it cannot be read.
+MatrixConfig LoadConfigOrDefault(const std::string& path);
+
 /// Replaces the record durably; an existing longer file keeps its bytes beyond the record. Throws FileError
 /// with the old file as it was.
 void SaveConfig(const std::string& path, const MatrixConfig& config);

@@ -5,8 +5,10 @@
 #include "platform/JsonRegistryStore.h"
 
 #include <QCoreApplication>
+#include <QTimer>
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
@@ -17,6 +19,8 @@
 namespace vek {
 
 namespace {
+
+constexpr std::chrono::milliseconds longestEnding(1600);
 
 DeviceTypeList DeviceTypesOfThisMachine() {
     JsonRegistryStore store = JsonRegistryStore::OfThisMachine();
@@ -48,7 +52,7 @@ ConsoleLink::ConsoleLink(QtSerialControl::DeviceLookup deviceOf)
       endings_(BlockSignals({SIGINT, SIGTERM, SIGHUP})),
       signalNotifier_(endings_.Get(), QSocketNotifier::Read) {}
 
-void ConsoleLink::Run(Task<> conversation) {
+void ConsoleLink::Run(Task<> conversation, const std::function<void()>& endEarly) {
     QObject scope;
     std::exception_ptr failure;
     bool cancelled = false;
@@ -56,8 +60,16 @@ void ConsoleLink::Run(Task<> conversation) {
     QObject::connect(&signalNotifier_, &QSocketNotifier::activated, &scope, [&] {
         signalNotifier_.setEnabled(false);
         cancelled = true;
-        running.Cancel();
-        QCoreApplication::quit();
+        const auto cancel = [&running] {
+            running.Cancel();
+            QCoreApplication::quit();
+        };
+        if (!endEarly) {
+            cancel();
+            return;
+        }
+        endEarly();
+        QTimer::singleShot(longestEnding, &scope, cancel);
     });
     running.Start(std::move(conversation), [&](const std::exception_ptr& thrown) {
         failure = thrown;
@@ -66,7 +78,7 @@ void ConsoleLink::Run(Task<> conversation) {
     if (running.Running())
         QCoreApplication::exec();
     if (cancelled)
-        throw std::runtime_error("cancelled");
+        throw Cancelled();
     if (failure)
         std::rethrow_exception(failure);
 }

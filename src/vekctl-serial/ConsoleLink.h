@@ -11,6 +11,8 @@
 #include <QSocketNotifier>
 
 #include <exception>
+#include <functional>
+#include <stdexcept>
 #include <string>
 
 namespace vek {
@@ -20,6 +22,12 @@ void PrintMessage(const std::string& text);
 
 /// Puts a failure on standard error.
 void PrintFailure(const Failure& failure);
+
+/// One of the ending signals came.
+class Cancelled : public std::runtime_error {
+  public:
+    Cancelled() : std::runtime_error("cancelled") {}
+};
 
 /// A port, a clock and the list of device types for the command line. Needs the application object; at most
 /// one at a time. The signals SIGINT, SIGTERM and SIGHUP end what it runs, so that the port is left in order.
@@ -31,9 +39,9 @@ class ConsoleLink {
     OneShotTimer& Timer() { return timer_; }
     const DeviceTypeList& Types() const { return types_; }
 
-    /// Runs the conversation to its end; throws what ended it, and std::runtime_error after one of the
-    /// signals.
-    void Run(Task<> conversation);
+    /// Runs the conversation to its end; throws what ended it, and Cancelled after one of the signals. The
+    /// conversation ends at once then, or is asked to by `endEarly` and given some time.
+    void Run(Task<> conversation, const std::function<void()>& endEarly = {});
 
   private:
     DeviceTypeList types_;

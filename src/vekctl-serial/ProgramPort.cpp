@@ -31,7 +31,9 @@ class ProgramOutcomes final : public LinkOutcomes, public ProgrammingOutcomes {
         PrintFailure(failure);
         co_return;
     }
+    void DownloadBegins() override { incomplete_ = true; }
     void Progress(DownloadProgress progress) override {
+        incomplete_ = incomplete_ && progress.Acknowledged < progress.Blocks;
         const int tenths = TenthsOf(progress);
         const std::string percentage = PercentText(progress);
         if (onTerminal_)
@@ -43,6 +45,9 @@ class ProgramOutcomes final : public LinkOutcomes, public ProgrammingOutcomes {
         }
     }
     Task<bool> WantsAnother() override { co_return false; }
+
+    /// The device holds a part of the image only.
+    bool Incomplete() const { return incomplete_; }
 
     /// Leaves the line of the bar.
     void EndBar() {
@@ -67,6 +72,7 @@ class ProgramOutcomes final : public LinkOutcomes, public ProgrammingOutcomes {
     const bool onTerminal_ = ::isatty(STDOUT_FILENO) == 1;
     int shownLines_ = 0;
     bool barOpen_ = false;
+    bool incomplete_ = false;
 };
 
 /// Nothing but a Matrix Vek may be sent the image of one.
@@ -101,7 +107,15 @@ void RunProgram(const PortCommand& command) {
     ProgramOutcomes outcomes(port.Text());
     ConsoleLink console(port.AsCom1());
     VekLink link(console.Port(), console.Timer(), console.Types(), outcomes);
-    console.Run(Program(link, console.Port(), outcomes, image, port.Text()));
+    try {
+        console.Run(Program(link, console.Port(), outcomes, image, port.Text()),
+                    [&link] { link.EndEarly(); });
+    } catch (const Cancelled&) {
+        outcomes.EndBar();
+        if (outcomes.Incomplete())
+            PrintMessage(port.Text() + " holds an incomplete configuration: program it again");
+        throw;
+    }
     outcomes.EndBar();
     std::puts("Programmed and restarted");
 }

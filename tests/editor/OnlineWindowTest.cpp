@@ -75,6 +75,46 @@ const std::string allAtZero = "V0=210 V1=210 V2=210 V3=210 V4=210 V5=210 V6=210 
 
 } // namespace
 
+TEST_F(OnlineWindow, ToldToEndItRestartsTheUnitAndAsksNothing) {
+    for (const bool answers : {true, false}) {
+        GoOnline();
+        ShowTab(InputTrimsTab);
+        port.Sent.clear();
+        silent = !answers;
+        int ended = 0;
+        const auto counting = QObject::connect(window.get(), &CorvaneForm::Ended, [&ended] { ++ended; });
+        testing::internal::CaptureStderr();
+        window->EndInOrder();
+        window->EndInOrder();
+        Settle();
+        EXPECT_EQ(ended, 1);
+        EXPECT_EQ(port.Sent.size(), answers ? 1U : 4U);
+        EXPECT_TRUE(port.Sent.front().starts_with("52 ")) << port.Sent.front();
+        EXPECT_FALSE(port.PortOpen());
+        // Qt says things of its own there.
+        EXPECT_EQ(
+            testing::internal::GetCapturedStderr().find(
+                "vorn-matrix-editor: COM1 (ttyUSB0) still plays the levels of the online session: switch it "
+                "off and on\n") == std::string::npos,
+            answers);
+        QObject::disconnect(counting);
+        silent = false;
+        window.reset();
+        window = std::make_unique<CorvaneForm>(services, std::string());
+        window->show();
+        tabs = Find<QTabWidget>(u"SSTab1"_s);
+    }
+}
+
+TEST_F(OnlineWindow, TheEndOfTheDesktopsSessionRestartsTheUnit) {
+    GoOnline();
+    window->PrepareForSessionEnd();
+    Settle();
+    EXPECT_TRUE(port.Sent.back().starts_with("52 "));
+    EXPECT_FALSE(port.PortOpen());
+    EXPECT_TRUE(window->isVisible()) << "the session may go on after all";
+}
+
 TEST_F(OnlineWindow, GoingOnlineAndOff) {
     auto* strip = Find(u"OnlineLevelOffset"_s);
     EXPECT_FALSE(strip->isVisible());
@@ -232,6 +272,6 @@ TEST_F(OnlineWindow, ClosingDuringAPassRestartsTheUnitFirst) {
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(port.Sent.size(), 2U) << "the packet that was waited for, then the restart";
     EXPECT_EQ(port.Sent.back(), "52 FF FF AF");
-    EXPECT_EQ(port.Now - start, 101);
+    EXPECT_EQ(port.Now - start, 501) << "a late reply to the packet cannot pass for the restart's";
     EXPECT_FALSE(port.PortOpen());
 }

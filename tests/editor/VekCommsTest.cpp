@@ -203,6 +203,36 @@ TEST_F(Programming, NoOtherPortCanBeChosenWhileOneIsProgrammed) {
     EXPECT_EQ(port.Story("open 1"), "");
 }
 
+TEST_F(Programming, ToldToEndItLeavesTheDeviceRestartedAndSaysWhatIsMissing) {
+    const struct {
+        std::size_t block; ///< after which it is told to end; all of them are 273
+        int restarts;
+        std::string said;
+    } cases[] = {
+        {10, 1, "vorn-matrix-editor: COM1 (ttyUSB0) holds an incomplete configuration: program it again\n"},
+        {273, 1, ""},
+    };
+    for (const auto& c : cases) {
+        device.Image.clear();
+        auto form = Searched();
+        form->findChild<QRadioButton*>(u"Option1_0"_s)->click();
+        port.Forget();
+        device.OnBlock = [&](std::size_t block) {
+            if (block == c.block)
+                form->EndInOrder();
+        };
+        testing::internal::CaptureStderr();
+        Press(*form, "ProgramVek");
+        Settle();
+        EXPECT_EQ(device.Image.size(), c.block * 8);
+        EXPECT_EQ(port.Count("33"), c.restarts);
+        EXPECT_FALSE(form->isVisible());
+        EXPECT_FALSE(port.PortOpen());
+        form.reset();
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), c.said);
+    }
+}
+
 TEST_F(Programming, CancelDuringTheDownloadReportsNothing) {
     const auto form = Searched();
     form->findChild<QRadioButton*>(u"Option1_0"_s)->click();

@@ -17,6 +17,7 @@ class LinkOutcomesOfTest : public RecordingOutcomes<LinkOutcomes>, public Progra
     std::string Percentages; ///< each followed by a blank
     int YesAnswers = 0;      ///< to questions to come
 
+    void DownloadBegins() override { Percentages += "begins "; }
     void Progress(DownloadProgress progress) override { Percentages += PercentText(progress) + ' '; }
     Task<bool> WantsAnother() override {
         Boxes += "another?;";
@@ -226,7 +227,7 @@ TEST_F(Download, BytesAndSettingsInOrder) {
               "543 input, 543 set 9600,o,8,1, 543 send 33, 553 set 9600,e,8,1, 553 send FF, "
               "1053 input, 1053 set 9600,o,8,1, 1053 send 33, 1063 set 9600,e,8,1, 1063 send FF, "
               "1064 input");
-    EXPECT_EQ(outcomes.Percentages, "0.0% 33.3% 100% ");
+    EXPECT_EQ(outcomes.Percentages, "begins 0.0% 33.3% 100% ");
 }
 
 TEST_F(Download, WholeImageTakesItsFixedWaits) {
@@ -234,11 +235,11 @@ TEST_F(Download, WholeImageTakesItsFixedWaits) {
     image.Length = imageLength;
     EXPECT_TRUE(SendDownload());
     EXPECT_EQ(port.Now, 273 * 11);
-    EXPECT_EQ(outcomes.Percentages.substr(0, 20), "0.0% 0.3% 0.7% 1.0% ");
+    EXPECT_EQ(outcomes.Percentages.substr(0, 27), "begins 0.0% 0.3% 0.7% 1.0% ");
     outcomes.Percentages.clear();
     image.Length = 0;
     EXPECT_EQ(Run(link.Configure_Vek(image, outcomes)), ConfigureResult::Done);
-    EXPECT_EQ(outcomes.Percentages, "100% ") << "of nothing";
+    EXPECT_EQ(outcomes.Percentages, "100% begins ") << "of nothing";
 }
 
 TEST_F(Download, OutcomesOfAnAttempt) {
@@ -289,7 +290,38 @@ TEST_F(Download, ProgramsOneAfterTheOther) {
     EXPECT_EQ(port.Story("open"), "0 open 1, 414 open 1");
     EXPECT_EQ(port.Events.back(), "828 close");
     EXPECT_EQ(port.Events[1], "100 set 110,n,8,2");
-    EXPECT_EQ(outcomes.Percentages.substr(0, 8), "0% 0.0% ");
+    EXPECT_EQ(outcomes.Percentages.substr(0, 15), "0% begins 0.0% ");
+}
+
+TEST_F(Download, AskedToEndItFinishesTheBlockAndRestarts) {
+    constexpr long found = 370; // the first block
+    const struct {
+        long when; ///< it is asked to end
+        const char* replies;
+        long end;
+        int blocks;
+        const char* boxes;
+    } cases[] = {
+        {found - 100, "", found + 11, 0, ""}, // during the search
+        {found + 5, "", found + 2 * 11, 1, ""},
+        {found + 15, "", found + 3 * 11, 2, ""},
+        {found + 15, "+-", found + 3 * 11, 2, ""},
+        {found + 15, "+.", found + 2 * 11 + 510, 2, ""},
+        {found + 15, "+.....", found + 11 + 4 * 510 + 510, 2, "Error!|No reply to restart;"},
+    };
+    for (const auto& c : cases) {
+        VekLink ended(port, port, types, outcomes);
+        outcomes.Boxes.clear();
+        port.Forget();
+        commandReplies = c.replies;
+        const long start = port.Now;
+        port.At(c.when, [&] { ended.EndEarly(); });
+        EXPECT_EQ(Run(ended.ProgramVek(0, image, outcomes)), ConfigureResult::EndedEarly);
+        EXPECT_EQ(port.Now - start, c.end) << c.when << c.replies;
+        EXPECT_EQ(port.Count("11"), c.blocks) << c.when << c.replies;
+        EXPECT_EQ(outcomes.Boxes, c.boxes);
+        EXPECT_FALSE(port.PortOpen());
+    }
 }
 
 TEST_F(Download, ALostPortIsToldAndCancelIsSilent) {
