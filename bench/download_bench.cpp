@@ -26,6 +26,7 @@ class NoWindow final : public vek::LinkOutcomes, public vek::ProgrammingOutcomes
   public:
     void PortSearched(std::size_t, const vek::PortFinding&) override {}
     vek::Task<> Failed(vek::Failure failure) override { throw std::runtime_error(TextOf(failure).Text); }
+    void DownloadBegins() override {}
     void Progress(vek::DownloadProgress) override {}
     vek::Task<bool> WantsAnother() override { co_return false; }
 };
