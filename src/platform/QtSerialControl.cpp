@@ -1,5 +1,7 @@
 #include "platform/QtSerialControl.h"
 
+#include <QSocketNotifier>
+
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
@@ -212,9 +214,22 @@ ByteVector QtSerialControl::Input() {
     take();
     // And what arrived since events last ran.
     while (PortOpen() && input.size() < mostInput && QueuedInput(static_cast<int>(port_.handle())) > 0 &&
-           port_.waitForReadyRead(0))
+           port_.waitForReadyRead(0)) {
         take();
+        WithdrawAnnouncement();
+    }
     return input;
+}
+
+/// The event loop may have announced what has been taken meanwhile. QSerialPort would find nothing then, and
+/// hold that for the end of the device.
+void QtSerialControl::WithdrawAnnouncement() const {
+    for (QSocketNotifier* notifier : port_.findChildren<QSocketNotifier*>(Qt::FindDirectChildrenOnly)) {
+        if (notifier->type() == QSocketNotifier::Read && notifier->isEnabled()) {
+            notifier->setEnabled(false);
+            notifier->setEnabled(true);
+        }
+    }
 }
 
 std::size_t QtSerialControl::InBufferCount() const {

@@ -48,6 +48,7 @@ class QtSerialControl final : public SerialControl {
     void GoOnSending();
     bool WriteUnsent();
     Clock::duration TimeToBeOut() const;
+    void WithdrawAnnouncement() const;
 
     DeviceLookup deviceOf_;
     SettingsDriver applySettings_;

@@ -38,6 +38,7 @@ class SerialControlTest : public testing::Test {
     PseudoTerminal line;
     QtSerialControl port{[this](int) { return line.PortPath(); }};
     QtOneShotTimer timer;
+    QObject receiver; ///< of queued calls
 };
 
 TEST_F(SerialControlTest, InputIsWhatCameSinceAlsoWithoutEvents) {
@@ -56,6 +57,21 @@ TEST_F(SerialControlTest, InputIsWhatCameSinceAlsoWithoutEvents) {
     EXPECT_EQ(port.Input(), reply);
     EXPECT_EQ(port.InBufferCount(), 0U);
     EXPECT_EQ(port.Input(), ByteVector());
+}
+
+TEST_F(SerialControlTest, StaysOpenWhenInputIsTakenThatEventsAnnounceAlready) {
+    for (std::uint8_t byte = 1; byte <= 2; ++byte) {
+        line.Write(ByteVector{byte});
+        ByteVector taken;
+        QMetaObject::invokeMethod(
+            &receiver, [&] { taken = port.Input(); }, Qt::QueuedConnection);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(taken, ByteVector{byte});
+        EXPECT_TRUE(port.PortOpen());
+    }
+    line.Write(ByteVector{3});
+    Wait(5);
+    EXPECT_EQ(port.InBufferCount(), 1U) << "announced as ever";
 }
 
 TEST_F(SerialControlTest, OpensWithoutOldInputAndClosesForGood) {
