@@ -20,6 +20,8 @@ using std::chrono::milliseconds;
 constexpr qint64 readBufferSize = 4096;
 /// How much is discarded at most when the input is emptied while a device never stops sending.
 constexpr std::size_t mostInput = 16 * readBufferSize;
+/// More than any answer with what may come before it.
+constexpr std::size_t floodSize = 1024;
 
 constexpr PortSettings settingsOfNewPort = {9600, 'n', 8, 1};
 constexpr int wakePulseRate = 110;
@@ -216,6 +218,11 @@ ByteVector QtSerialControl::Input() {
     while (PortOpen() && input.size() < mostInput && QueuedInput(static_cast<int>(port_.handle())) > 0 &&
            port_.waitForReadyRead(0)) {
         take();
+        WithdrawAnnouncement();
+    }
+    // Of a flood the system holds more than it tells, and would bring it as the next reply.
+    if (PortOpen() && input.size() >= floodSize) {
+        port_.clear(QSerialPort::Input);
         WithdrawAnnouncement();
     }
     return input;

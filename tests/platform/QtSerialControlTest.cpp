@@ -74,6 +74,19 @@ TEST_F(SerialControlTest, StaysOpenWhenInputIsTakenThatEventsAnnounceAlready) {
     EXPECT_EQ(port.InBufferCount(), 1U) << "announced as ever";
 }
 
+TEST_F(SerialControlTest, TakesAllOfAFloodThatIsOver) {
+    const ByteVector chunk(4096, 0x55);
+    for (std::size_t written = 1; written != 0;)
+        written = line.Write(chunk);
+    Wait(5);
+    EXPECT_GE(port.Input().size(), chunk.size());
+    Wait(20);
+    EXPECT_EQ(port.InBufferCount(), 0U);
+    line.Write(ByteVector{1});
+    Wait(5);
+    EXPECT_EQ(port.Input(), ByteVector{1});
+}
+
 TEST_F(SerialControlTest, OpensWithoutOldInputAndClosesForGood) {
     port.SetPortOpen(false);
     EXPECT_FALSE(port.PortOpen());
