@@ -26,13 +26,15 @@ void ReplySchedule::Add(const Delivery& delivery, DeviceTime now, std::chrono::n
 }
 
 std::span<const std::uint8_t> ReplySchedule::Due(DeviceTime now) {
+    if (floodEnd_ && now >= *floodEnd_) {
+        floodEnd_.reset();
+        due_.clear(); // no line keeps what it did not take
+    }
     const auto later = std::find_if(waiting_.begin(), waiting_.end(),
                                     [&](const TimedByte& byte) { return byte.Time > now; });
     std::transform(waiting_.begin(), later, std::back_inserter(due_),
                    [](const TimedByte& byte) { return byte.Byte; });
     waiting_.erase(waiting_.begin(), later);
-    if (floodEnd_ && now >= *floodEnd_)
-        floodEnd_.reset();
     if (floodEnd_ && due_.size() < floodChunk)
         due_.resize(floodChunk, floodByte);
     return due_;

@@ -86,6 +86,7 @@ TEST(ReplySchedule, GivesBytesWhenTheyAreDue) {
     EXPECT_EQ(played({{{'a', 'b'}}}, 0), "0:ab ");
     EXPECT_EQ(played({{{'a', 'b'}}}, 2), "2:a 4:b ");
     EXPECT_EQ(played({{{'a', 'b'}, milliseconds(9)}, {{'c'}}}, 0), "0:c 9:ab ");
+    EXPECT_EQ(played({{.Flood = milliseconds(5)}, {{'a'}, milliseconds(9)}}, 0), "9:a ");
 }
 
 } // namespace
