@@ -20,8 +20,8 @@ struct KindName {
 constexpr KindName kindNames[] = {
     {"no-reply", FaultKind::NoReply, 0, ""},     {"wrong-reply", FaultKind::WrongReply, 0, ""},
     {"half-reply", FaultKind::HalfReply, 0, ""}, {"late-reply", FaultKind::LateReply, 700, "ms"},
-    {"noise", FaultKind::Noise, 3, "bytes"},     {"flood", FaultKind::Flood, 2000, "ms"},
-    {"hang-up", FaultKind::HangUp, 0, ""},
+    {"noise", FaultKind::Noise, 3, "bytes"},     {"echo", FaultKind::Echo, 0, ""},
+    {"flood", FaultKind::Flood, 2000, "ms"},     {"hang-up", FaultKind::HangUp, 0, ""},
 };
 
 struct EventName {
@@ -149,6 +149,9 @@ Delivery FaultPlan::DeliveryOf(const DeviceEvent& event) {
         break;
     case FaultKind::Noise:
         bytes.insert(bytes.begin(), static_cast<std::size_t>(fault->Parameter), noiseByte);
+        break;
+    case FaultKind::Echo:
+        bytes.insert(bytes.begin(), event.Request.begin(), event.Request.end());
         break;
     case FaultKind::Flood:
         bytes.clear();

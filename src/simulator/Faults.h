@@ -18,6 +18,7 @@ enum class FaultKind {
     HalfReply,  ///< the first half of the reply, rounded down
     LateReply,  ///< the reply after Parameter milliseconds
     Noise,      ///< Parameter senseless bytes before the reply
+    Echo,       ///< the request's own bytes before the reply, as from a converter that hears itself
     Flood,      ///< instead of the reply, senseless bytes as fast as the line takes them for Parameter ms
     HangUp,     ///< instead of the reply, the line breaks
 };

@@ -31,7 +31,7 @@ TEST(Faults, HitTheirEventAsOftenAsAsked) {
 }
 
 TEST(Faults, ChangeTheReply) {
-    const DeviceEvent search = {Kind::Search, 1, {}, {39, 2, 5, 209, 13}, {}};
+    const DeviceEvent search = {Kind::Search, 1, {'S', 'K'}, {39, 2, 5, 209, 13}, {}};
     const struct {
         std::string_view Fault;
         Delivery Expected;
@@ -41,6 +41,7 @@ TEST(Faults, ChangeTheReply) {
         {"half-reply@any", {{39, 2}}},
         {"late-reply:250@any", {search.Reply, milliseconds(250)}},
         {"noise:2@any", {{0x55, 0x55, 39, 2, 5, 209, 13}}},
+        {"echo@any", {{'S', 'K', 39, 2, 5, 209, 13}}},
         {"flood:90@any", {.Flood = milliseconds(90)}},
         {"hang-up@any", {.HangUp = true}},
     };
