@@ -187,6 +187,28 @@ TEST(Console, CancelsInOrderAndKeepsOthersOut) {
     EXPECT_EQ(console.Run("find --port " + console.Com1()), 0) << "the port is free again: " << console.Err();
 }
 
+TEST(Console, EndsAtOnceOnASignalWhereverItIs) {
+    const struct {
+        const char* Simulation;
+        const char* Command;
+        const char* At; // in the log of the device
+        int Signal;
+    } cases[] = {
+        {"--fault no-reply@search", "find", "search at", SIGINT},
+        {"--fault no-reply@restart", "find", "restart", SIGTERM},
+        {"", "program 03.VMC --port COM1", "block 9 ", SIGTERM},
+    };
+    for (const auto& [simulation, command, at, signal] : cases) {
+        Console console(simulation);
+        console.Start(command);
+        Await([&] { return console.Log().find(at) != std::string::npos; });
+        ::kill(static_cast<pid_t>(console.Program.processId()), signal);
+        EXPECT_EQ(Console::Wait(console.Program, 1000), 1) << command << " at " << at;
+        EXPECT_EQ(console.Err(), "vekctl: cancelled\n");
+        EXPECT_EQ(console.Run("find"), 0) << "the port is free again: " << console.Err();
+    }
+}
+
 TEST(Console, NeedsNoDeviceToSayWhatIsWrong) {
     const struct {
         const char* Command;
