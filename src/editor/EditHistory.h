@@ -79,8 +79,8 @@ class EditHistory : public QObject {
     QUndoStack stack_;
     std::vector<Edit> edits_; ///< not looked at yet
     QTimer look_;
-    /// The configuration after the last step. What linking makes of followers, and trimmed notes, come on top
-    /// of it without a step of their own; the next step takes them back too.
+    /// The configuration after the last step. What linking makes of followers comes on top of it without a
+    /// step of its own; the next step takes it back too.
     MatrixConfig present_;
     int visit_ = 0;
 };

@@ -221,7 +221,12 @@ void ModelView::ShowLevels(const OutputLevelRecord& levels) {
 void ModelView::ShowGlobalFields() {
     // The view of the trimmed text ends with the assignment, which pads it again.
     Edit([](MatrixConfig& config) { config.Notes = config.Notes.Trimmed(); });
-    pages_.Notes->Text1->SetBytes(Config.Notes.Trimmed());
+    ShowNotesAndTrims();
+}
+
+void ModelView::ShowNotesAndTrims() {
+    const std::string_view notes = Config.Notes.Padded();
+    pages_.Notes->Text1->SetBytes(notes.substr(0, notes.find_last_not_of(' ') + 1));
     for (std::size_t i = 0; i < inputCount; ++i)
         pages_.InputTrims->Trims[i]->SetLevel(Config.InputTrim[i]);
     for (std::size_t i = 0; i < outputCount; ++i)
@@ -301,7 +306,8 @@ void ModelView::TakeClamped(const MatrixConfig& clamped) {
 void ModelView::Restore(const MatrixConfig& config) {
     Edit([&](MatrixConfig& present) { present = config; });
     ConfigChanged = ConfigDiffers();
-    ShowAll();
+    ShowNotesAndTrims();
+    ShowMode();
 }
 
 void ModelView::TakeStartLevels() {

@@ -96,6 +96,7 @@ class ModelView {
     void StoreMode(ModeRecord& mode);
     void StoreLevels(OutputLevelRecord& levels);
     void StoreGlobalFields(MatrixConfig& config);
+    void ShowNotesAndTrims();
     void ShowPanels(ModeRecord& mode);
     void ShowLevels(const OutputLevelRecord& levels);
 

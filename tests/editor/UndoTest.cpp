@@ -100,6 +100,16 @@ TEST_F(Undo, EditsOfOneFieldAreOneStepUntilItIsLeft) {
     EXPECT_EQ(Text("EditUndo"), u"&Undo: Output trim 2 0dB -> -3dB"_s) << "nothing came of it";
 }
 
+TEST_F(Undo, LeavesTheBlanksBeforeTheNotes) {
+    auto* notes = Find<QPlainTextEdit>(u"Text1"_s);
+    notes->setPlainText(u"  Hall"_s);
+    const std::string typed = Bytes();
+    PressKnob(u"OutputLevelTrim_1"_s, Qt::Key_Down);
+    Trigger(u"EditUndo"_s);
+    EXPECT_EQ(Differing(Bytes(), typed), "");
+    EXPECT_EQ(notes->toPlainText(), u"  Hall"_s);
+}
+
 TEST_F(Undo, WhatIsTypedIsTakenBackFirst) {
     Activate();
     ShowTab(LevelsTab);
