@@ -111,6 +111,7 @@ class ScriptedPort : public SerialControl, public OneShotTimer {
         open = value && Present.contains(number);
         sentAt = Now; // what was being sent ends
         received.clear();
+        sentAt = 0;
         Note(open ? "open " + std::to_string(number) : "close");
     }
     bool PortOpen() const override { return open; }
