@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <limits>
+#include <span>
 #include <unistd.h>
 
 namespace vek {
@@ -54,10 +55,8 @@ bool SetAside(const std::string& path) {
     return false;
 }
 
-/// The JSON object in a file; another kind of value when the file holds none, is too large or too deep.
-/// Throws FileError.
-json ReadJson(const std::string& path) {
-    const auto bytes = ReadRegularFile(path, largestFile + 1);
+/// The JSON object that a file's bytes are; another kind of value when they are none, too many or too deep.
+json ParseJson(std::span<const std::byte> bytes) {
     if (bytes.size() > largestFile)
         return {};
     const auto* text = reinterpret_cast<const char*>(bytes.data());
@@ -79,7 +78,7 @@ JsonRegistryStore::JsonRegistryStore(std::string path, const std::string& inheri
     if (!own && !fs::exists(inherited, error))
         return;
     try {
-        json content = ReadJson(own ? path_ : inherited);
+        json content = ParseJson(ReadRegularFile(own ? path_ : inherited, largestFile + 1));
         if (content.is_object())
             root_ = std::move(content);
         else if (own)
@@ -165,8 +164,8 @@ void JsonRegistryStore::Flush() {
     // Texts that came from elsewhere may not be UTF-8; the file always is.
     const std::string text = root_.dump(4, ' ', false, json::error_handler_t::replace) + '\n';
     try {
-        if (text.size() > largestFile)
-            throw FileError(path_ + ": too large to be read again");
+        if (!ParseJson(AsBytes(text)).is_object())
+            throw FileError(path_ + ": too large or too deep to be read again");
         std::error_code error;
         fs::create_directories(fs::path(path_).parent_path(), error);
         WriteFileDurably(path_, AsBytes(text), ExistingTail::Drop);

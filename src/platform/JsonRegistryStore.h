@@ -11,7 +11,8 @@ namespace vek {
 
 /// Read once, when made. A file that holds no JSON object, or one of more than a megabyte or 32 levels, is
 /// set aside as "<name>.broken-<n>", and the store begins empty. A file that cannot be read is left alone:
-/// the store begins empty and keeps changes in memory only, as it does when the file cannot be written.
+/// the store begins empty and keeps changes in memory only, as it does when the file cannot be written or
+/// would be too large or too deep to be read again.
 class JsonRegistryStore final : public RegistryStore {
   public:
     /// `inherited` is read, and never written, as long as there is no file at `path`.

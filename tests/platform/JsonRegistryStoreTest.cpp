@@ -72,9 +72,22 @@ TEST_F(JsonStoreTest, ReadsWhatAPersonWrote) {
     store.Set("A", "Number", 17U);
     store.Flush();
     EXPECT_EQ(test::ReadText(path), before) << "left alone without a change";
-    store.Set("A", "Large", std::string(2'000'000, 'x'));
-    store.Flush();
-    EXPECT_EQ(test::ReadText(path), before) << "what could not be read again is not written";
+}
+
+TEST_F(JsonStoreTest, WritesNothingThatItCouldNotReadAgain) {
+    path = folder.Path("own.json");
+    const std::string before = R"({"A": {}})";
+    test::WriteText(path, before);
+    JsonRegistryStore large(path);
+    large.Set("A", "Large", std::string(2'000'000, 'x'));
+    large.Flush();
+    JsonRegistryStore deep(path);
+    std::string key = "A";
+    for (int level = 0; level < 40; ++level)
+        key += "\\A";
+    deep.CreateKey(key);
+    deep.Flush();
+    EXPECT_EQ(test::ReadText(path), before);
 }
 
 TEST_F(JsonStoreTest, SetsBrokenFilesAside) {
