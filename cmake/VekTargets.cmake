@@ -27,8 +27,11 @@ function(vek_own_code target)
         endif()
     endif()
     if(VEK_FUZZ)
-        target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link,address)
-        target_link_options(${target} PRIVATE -fsanitize=address)
+        # clang 14 cannot put the check of function types into coroutines.
+        target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link,address,undefined
+                                                 -fno-sanitize-recover=undefined -fno-sanitize=function)
+        target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
+        target_link_options(${target} PRIVATE -fsanitize=address,undefined)
     endif()
 endfunction()
 
