@@ -5,10 +5,10 @@
 #include "base/Errors.h"
 #include "console/CommandLine.h"
 #include "console/Input.h"
+#include "console/Output.h"
 #include "inspect/ConfigCheck.h"
 #include "inspect/ConfigDiff.h"
 #include "vekctl/EachFile.h"
-#include "console/Output.h"
 #include "vekctl/StoredInput.h"
 
 #include <CLI/CLI.hpp>

@@ -1,7 +1,7 @@
 #include "vekctl/Commands.h"
 
-#include "model/RecordLayout.h"
 #include "console/Output.h"
+#include "model/RecordLayout.h"
 
 #include <CLI/CLI.hpp>
 

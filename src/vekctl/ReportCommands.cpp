@@ -3,12 +3,12 @@
 
 #include "base/Bytes.h"
 #include "console/Input.h"
+#include "console/Output.h"
 #include "link/DownloadImage.h"
 #include "reports/AddressList.h"
 #include "reports/DeviceExport.h"
 #include "reports/TextReport.h"
 #include "vekctl/EachFile.h"
-#include "console/Output.h"
 
 #include <CLI/CLI.hpp>
 

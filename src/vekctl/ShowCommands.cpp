@@ -3,11 +3,11 @@
 
 #include "base/Bytes.h"
 #include "console/Input.h"
+#include "console/Output.h"
 #include "inspect/ConfigJson.h"
 #include "inspect/ConfigSummary.h"
 #include "inspect/Json.h"
 #include "vekctl/EachFile.h"
-#include "console/Output.h"
 #include "vekctl/StoredInput.h"
 
 #include <CLI/CLI.hpp>

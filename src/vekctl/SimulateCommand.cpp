@@ -1,9 +1,9 @@
 #include "vekctl/Commands.h"
 
-#include "base/Errors.h"
 #include "base/EndingSignals.h"
-#include "simulator/SimulatedVek.h"
+#include "base/Errors.h"
 #include "console/Output.h"
+#include "simulator/SimulatedVek.h"
 
 #include <CLI/CLI.hpp>
 

@@ -109,7 +109,6 @@ class ScriptedPort : public SerialControl, public OneShotTimer {
     void SetCommPort(int port) override { number = port; }
     void SetPortOpen(bool value) override {
         open = value && Present.contains(number);
-        sentAt = Now; // what was being sent ends
         received.clear();
         sentAt = 0;
         Note(open ? "open " + std::to_string(number) : "close");
