@@ -9,13 +9,10 @@ namespace {
 
 constexpr std::string_view usualEnd = "\r\n";
 
-struct Line {
-    std::string_view Text;
-    std::string_view End; ///< empty for the last line
-};
+} // namespace
 
-std::vector<Line> LinesOf(std::string_view text) {
-    std::vector<Line> lines;
+std::vector<NotesLine> NotesLines(std::string_view text) {
+    std::vector<NotesLine> lines;
     for (;;) {
         const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
         const std::size_t length = text.substr(end).starts_with(usualEnd) ? 2 : end < text.size() ? 1 : 0;
@@ -26,23 +23,21 @@ std::vector<Line> LinesOf(std::string_view text) {
     }
 }
 
-/// How a line ends that the stored text does not have.
-std::string_view NewEnd(const std::vector<Line>& stored) {
-    const bool usual = stored.size() == 1 || std::ranges::find(stored, usualEnd, &Line::End) != stored.end();
-    return usual ? usualEnd : stored.front().End;
+std::string_view NewLineEnd(const std::vector<NotesLine>& lines) {
+    const bool usual =
+        lines.size() == 1 || std::ranges::find(lines, usualEnd, &NotesLine::End) != lines.end();
+    return usual ? usualEnd : lines.front().End;
 }
 
-} // namespace
-
 std::string WithLineEndsOf(std::string_view stored, std::string_view edited) {
-    const std::vector<Line> before = LinesOf(stored);
-    const std::vector<Line> after = LinesOf(edited);
+    const std::vector<NotesLine> before = NotesLines(stored);
+    const std::vector<NotesLine> after = NotesLines(edited);
     const std::size_t fewer = std::min(before.size(), after.size());
     std::size_t same = 0; // lines at the end
     while (same < fewer && before[before.size() - 1 - same].Text == after[after.size() - 1 - same].Text)
         ++same;
 
-    const std::string_view newEnd = NewEnd(before);
+    const std::string_view newEnd = NewLineEnd(before);
     std::string text;
     for (std::size_t line = 0; line < after.size(); ++line) {
         const std::size_t left = after.size() - line;
