@@ -31,6 +31,7 @@ ChangesForm::ChangesForm(const QString& title, const QStringList& lines, QWidget
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     auto* copy = buttons->addButton(tr("&Copy as text"), QDialogButtonBox::ActionRole);
     copy->setObjectName(u"CopyText"_s);
+    copy->setAutoDefault(false);
     connect(copy, &QPushButton::clicked, this,
             [lines] { QApplication::clipboard()->setText(lines.join(u'\n')); });
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

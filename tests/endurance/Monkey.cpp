@@ -94,7 +94,8 @@ Monkey::Monkey(unsigned seed, int events)
                                  for (int port = 1; port <= 4; ++port)
                                      names += present_.contains(port) ? u"ttyUSB%1"_s.arg(port) : QString();
                                  return names;
-                             }} {
+                             },
+                         .StateFolder = boxes_.Path("state").toStdString()} {
     const std::string sample = boxes_.AnySample().toStdString();
     window_ = std::make_unique<CorvaneForm>(services_, Below(2) != 0 ? sample : std::string());
     tabs_ = window_->findChild<QTabWidget*>(u"SSTab1"_s);

@@ -85,6 +85,16 @@ int Take(Monkey& monkey, const char* action, int most) {
     return steps;
 }
 
+/// A recovery copy holds these bytes.
+bool IsKept(Monkey& monkey, const std::string& bytes) {
+    std::error_code error;
+    const std::filesystem::path folder = monkey.Boxes().Path("state/recovery").toStdString();
+    for (const auto& entry : std::filesystem::directory_iterator(folder, error))
+        if (entry.path().extension() == ".VMC" && ReadText(entry.path()) == bytes)
+            return true;
+    return false;
+}
+
 void SaveUndoAndReopen(Monkey& monkey) {
     VisitModes(monkey);
     const std::string end = Bytes();
@@ -143,6 +153,7 @@ TEST(Monkey, BreaksNothing) {
         monkey.ComeToRest();
         EndTrail();
         EXPECT_FALSE(monkey.Window().isVisible() || monkey.AnyPortOpen());
+        EXPECT_TRUE(!ConfigDiffers() || IsKept(monkey, Bytes())) << "what is not saved";
         for (const std::string& fault : monkey.Faults)
             ADD_FAILURE() << fault;
         EXPECT_EQ(std::exchange(complaints, {}).join(u'\n').toStdString(), "");
