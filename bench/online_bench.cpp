@@ -1,5 +1,6 @@
 // The editor online with a device that answers at once: how long a released slider takes to be heard,
-// compared with the bare round trips on the same pseudo-terminal, and what ten idle seconds cost.
+// compared with the bare round trips on the same pseudo-terminal, and what ten idle seconds cost. And what an
+// edit costs with and without recovery copies.
 #include "controls/LevelTrim.h"
 #include "dialogs/Dialogs.h"
 #include "editor/CorvaneForm.h"
@@ -10,6 +11,7 @@
 #include "simulator/RunningVek.h"
 #include "support/ForwardingControl.h"
 #include "support/MemoryStore.h"
+#include "support/TestData.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -38,6 +40,7 @@ using Microseconds = std::chrono::duration<double, std::micro>;
 constexpr int rounds = 10;
 constexpr int runsPerRound = 50;
 constexpr std::chrono::seconds idleTime(10);
+constexpr std::chrono::milliseconds afterEdit(30); // the history has looked at it then
 constexpr auto patience = std::chrono::seconds(2);
 
 /// Nothing may fail here; the news of being online needs no answer.
@@ -63,6 +66,12 @@ class NoDialogs final : public Dialogs {
     std::optional<QString> SaveFile(QWidget*, const QString&, const FileKind&) override { return {}; }
     bool ChoosePrinter(QWidget*, QPrinter&) override { return false; }
 };
+
+double ThreadMilliseconds() {
+    timespec time = {};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+}
 
 void Require(bool condition, const char* what) {
     if (!condition)
@@ -124,7 +133,7 @@ class CountingControl final : public test::ForwardingControl {
 
 class Editor {
   public:
-    explicit Editor(std::string device)
+    Editor(std::string device, const std::string& stateFolder)
         : path(std::move(device)), services{.Boxes = boxes,
                                             .Store = store,
                                             .MakeSerialControl =
@@ -134,7 +143,8 @@ class Editor {
                                                         acknowledged);
                                                 },
                                             .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
-                                            .PortNames = [] { return QStringList(); }},
+                                            .PortNames = [] { return QStringList(); },
+                                            .StateFolder = stateFolder},
           window(services, std::string()), tabs(window.findChild<QTabWidget*>(u"SSTab1"_s)),
           fader(window.findChild<LevelTrim*>(u"InputLevelTrim_0"_s)),
           knob(fader->findChild<QWidget*>(u"Command1"_s)) {
@@ -159,6 +169,17 @@ class Editor {
         const QPoint centre = knob->rect().center();
         Mouse(QEvent::MouseButtonPress, Qt::LeftButton, centre);
         Mouse(QEvent::MouseMove, Qt::NoButton, centre + QPoint(0, direction * knob->height()));
+    }
+    /// A step of the slider, and what the program does about it once there is time. Of this thread, which is
+    /// what the user waits for.
+    double EditMilliseconds(int number) {
+        const double before = ThreadMilliseconds();
+        QKeyEvent press(QEvent::KeyPress, number % 2 == 0 ? Qt::Key_Up : Qt::Key_Down, Qt::NoModifier);
+        QApplication::sendEvent(knob, &press);
+        QEventLoop events;
+        QTimer::singleShot(afterEdit, &events, &QEventLoop::quit);
+        events.exec();
+        return ThreadMilliseconds() - before;
     }
     /// The same packets without anything to be painted.
     void SendLevels() {
@@ -254,6 +275,20 @@ void MeasureSlider(RunningVek& device, Editor& editor) {
     print("the same with nothing to paint", unseenTimes);
 }
 
+void MeasureEdits(const std::string& stateFolder) {
+    constexpr int edits = 300;
+    for (const bool kept : {false, true}) {
+        Editor editor({}, kept ? stateFolder : std::string());
+        std::vector<double> times;
+        for (int i = 0; i < edits; ++i)
+            times.push_back(editor.EditMilliseconds(i));
+        const double longest = *std::ranges::max_element(times);
+        std::printf(
+            "an edit %s recovery copies: %.3f ms of the window's thread (median of %d), %.3f ms at most\n",
+            kept ? "with" : "without", Median(times), edits, longest);
+    }
+}
+
 rusage Usage() {
     rusage usage = {};
     ::getrusage(RUSAGE_THREAD, &usage);
@@ -291,7 +326,9 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     RunningVek device;
-    Editor editor(device->PortPath());
+    const test::TemporaryFolder state;
+    Editor editor(device->PortPath(), state.Path());
     MeasureSlider(device, editor);
     MeasureIdle(device, editor);
+    MeasureEdits(state.Path());
 }

@@ -266,9 +266,9 @@ void CorvaneForm::TakeOver() {
 
 void CorvaneForm::PrepareForSessionEnd() {
     TakeOver();
-    recovery_->Finish(longestEnding);
     EndProgramming();
     online_->Disconnect();
+    recovery_->Finish(longestEnding);
 }
 
 void CorvaneForm::EndProgramming() {
@@ -290,6 +290,11 @@ void CorvaneForm::EndInOrder() {
     } else {
         GoOffline();
     }
+}
+
+void CorvaneForm::EndAtOnce() {
+    online_->RestartBlindly();
+    recovery_->Finish(leastKeeping);
 }
 
 void CorvaneForm::GoOffline() {

@@ -50,6 +50,9 @@ class CorvaneForm : public QMainWindow {
     /// for recovery, restarts a unit that is online or being programmed, closes the port and says on standard
     /// error what could not be done. Ended() follows after 1.8 s at the latest.
     void EndInOrder();
+    /// The little that can be done when the program ends without returning here, because its display has
+    /// gone: the same without waiting for events.
+    void EndAtOnce();
     /// The desktop's session is about to end, which it may not do after all: what is not saved is kept, and
     /// the unit restarted.
     void PrepareForSessionEnd();

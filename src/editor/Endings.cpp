@@ -3,7 +3,10 @@
 #include "base/EndingSignals.h"
 #include "editor/CorvaneForm.h"
 
+#include <QPointer>
+
 #include <csignal>
+#include <cstdlib>
 #include <sys/signalfd.h>
 #include <unistd.h>
 
@@ -13,19 +16,28 @@ namespace {
 
 constexpr unsigned longestEnding = 2; // seconds
 
+/// Qt calls exit() when its display goes; the window still exists then.
+QPointer<CorvaneForm> window;
+void EndWithTheDisplay() {
+    if (window)
+        window->EndAtOnce();
+}
+
 } // namespace
 
 Endings::Endings() : blocked_(BlockSignals({SIGINT, SIGTERM, SIGHUP})) {}
 
-void Endings::Watch(CorvaneForm& window) {
+void Endings::Watch(CorvaneForm& watched) {
+    window = &watched;
+    std::atexit(EndWithTheDisplay);
     notifier_ = std::make_unique<QSocketNotifier>(blocked_.Get(), QSocketNotifier::Read);
-    QObject::connect(notifier_.get(), &QSocketNotifier::activated, &window, [this, &window] {
+    QObject::connect(notifier_.get(), &QSocketNotifier::activated, &watched, [this, &watched] {
         signalfd_siginfo signal = {};
         if (::read(blocked_.Get(), &signal, sizeof signal) != sizeof signal)
             return;
         came_ = static_cast<int>(signal.ssi_signo);
         ::alarm(longestEnding);
-        window.EndInOrder();
+        watched.EndInOrder();
     });
 }
 

@@ -18,7 +18,8 @@ class Endings {
     /// that.
     Endings();
 
-    /// Has the window end in order when a signal comes; whatever hangs then is ended by the system's alarm.
+    /// Has the window end in order when a signal comes; whatever hangs then is ended by the system's alarm. A
+    /// lost display ends the program, too, with no more than a word to the device.
     void Watch(CorvaneForm& window);
 
     /// Ends the program as the signal would have, if one came: who started it sees what ended it.

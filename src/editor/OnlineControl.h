@@ -57,6 +57,8 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     bool Shutdown();
     /// The same when nobody is there to read messages.
     bool ShutdownSilently();
+    /// For a program that is ended in the middle of whatever it does.
+    void RestartBlindly() { session_.RestartBlindly(); }
     /// Ends the session as its button does.
     void Disconnect();
 

@@ -84,9 +84,13 @@ void Exchange::DiscardInput() {
         port_.Input();
 }
 
-Exchange::Pause Exchange::Send(std::span<const std::uint8_t> bytes) {
+void Exchange::SendWithoutWaiting(std::span<const std::uint8_t> bytes) {
     if (PortOpen())
         port_.Output(bytes);
+}
+
+Exchange::Pause Exchange::Send(std::span<const std::uint8_t> bytes) {
+    SendWithoutWaiting(bytes);
     return {*this, 0, true, 0};
 }
 

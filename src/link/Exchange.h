@@ -73,6 +73,8 @@ class Exchange {
     /// Sends the bytes; over when they are on the line.
     Pause Send(std::span<const std::uint8_t> bytes);
     Pause Send(std::uint8_t byte) { return Send({&byte, 1}); }
+    /// For the end of the program.
+    void SendWithoutWaiting(std::span<const std::uint8_t> bytes);
 
     Pause Wait(int milliseconds);
 

@@ -88,6 +88,11 @@ Task<> OnlineSession::Disconnect() {
     outcomes_.Disconnected();
 }
 
+void OnlineSession::RestartBlindly() {
+    if (online_)
+        exchange_.SendWithoutWaiting(RestartPacket());
+}
+
 Task<ByteVector> OnlineSession::Request(std::span<const std::uint8_t> packet, std::size_t replyLength) {
     exchange_.DiscardInput();
     co_await exchange_.Send(packet);

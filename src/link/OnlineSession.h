@@ -90,6 +90,8 @@ class OnlineSession {
     /// Restarts the unit when online, and closes the port. Ended in between, it leaves the session offline,
     /// too.
     Task<> Disconnect();
+    /// Sends the unit its restart without waiting for anything: the program ends before events run again.
+    void RestartBlindly();
 
   private:
     class GoingOffline;

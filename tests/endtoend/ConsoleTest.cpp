@@ -187,7 +187,7 @@ TEST(Console, CancelsInOrderAndKeepsOthersOut) {
     EXPECT_EQ(console.Run("find --port " + console.Com1()), 0) << "the port is free again: " << console.Err();
 }
 
-TEST(Console, EndsAtOnceOnASignalWhereverItIs) {
+TEST(Console, EndsOnASignalWhereverItIs) {
     const struct {
         const char* Simulation;
         const char* Command;
@@ -204,7 +204,13 @@ TEST(Console, EndsAtOnceOnASignalWhereverItIs) {
         Await([&] { return console.Log().find(at) != std::string::npos; });
         ::kill(static_cast<pid_t>(console.Program.processId()), signal);
         EXPECT_EQ(Console::Wait(console.Program, 1000), 1) << command << " at " << at;
-        EXPECT_EQ(console.Err(), "vekctl: cancelled\n");
+        // A device that is being programmed is restarted first.
+        const bool programs = std::string_view(command).starts_with("program");
+        EXPECT_EQ(console.Err(), (programs ? "vekctl: COM1 (" + console.Com1() +
+                                                 ") holds an incomplete configuration: program it again\n"
+                                           : std::string()) +
+                                     "vekctl: cancelled\n");
+        EXPECT_TRUE(!programs || console.Log().find("restart", console.Log().find(at)) != std::string::npos);
         EXPECT_EQ(console.Run("find"), 0) << "the port is free again: " << console.Err();
     }
 }

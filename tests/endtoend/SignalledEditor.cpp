@@ -1,5 +1,5 @@
 // An editor that goes to work on its device by itself and then waits for a signal: signalled_editor
-// online|download DEVICE STATE_FOLDER. Prints "working" when it is time for the signal.
+// search|online|download DEVICE STATE_FOLDER. Prints "working" when it is time for the signal.
 #include "editor/CorvaneForm.h"
 #include "editor/Endings.h"
 #include "platform/QtOneShotTimer.h"
@@ -51,8 +51,13 @@ void GoOnline(CorvaneForm& window, ScriptedDialogs& boxes) {
     SayWorking();
 }
 
-void Download(CorvaneForm& window) {
-    QTimer::singleShot(0, &window, [] {
+void Download(CorvaneForm& window, bool program) {
+    QTimer::singleShot(0, &window, [program] {
+        if (!program) {
+            Await([] { return Part("Command1") != nullptr && !Part("Command1")->isEnabled(); });
+            SayWorking();
+            return;
+        }
         Await([] { return CanClick("Option1_0"); });
         Click("Option1_0");
         Click("ProgramVek");
@@ -84,8 +89,9 @@ int main(int argc, char* argv[]) {
         endings.Watch(window);
         QObject::connect(&window, &CorvaneForm::Ended, &application, [] { QApplication::exit(); });
         window.show();
-        QTimer::singleShot(0, &window,
-                           [&] { task == "online" ? GoOnline(window, boxes) : Download(window); });
+        QTimer::singleShot(0, &window, [&] {
+            task == "online" ? GoOnline(window, boxes) : Download(window, task == "download");
+        });
         QApplication::exec();
     }
     endings.Raise();
