@@ -87,6 +87,14 @@ void FileCommands::OpenFileAtStartup(const std::string& commandLine) {
         Q_EMIT Told(tr("%1 was not opened: there is no such file").arg(name));
         return;
     }
+    try {
+        // This start asks nothing, but somebody may have been quicker.
+        if (ConfigDiffers())
+            recovery_.LeaveBehind();
+    } catch (const FileError& error) {
+        Q_EMIT Told(tr("%1 was not opened: %2").arg(name, QString::fromStdString(error.what())));
+        return;
+    }
     Read(path, {});
 }
 

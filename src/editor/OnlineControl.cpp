@@ -83,6 +83,7 @@ void OnlineControl::Connect() {
 }
 
 void OnlineControl::Converse(Task<> task) {
+    asking_ = false; // a conversation that was cancelled may have been
     conversation_.Start(std::move(task), [this](const std::exception_ptr& failure) {
         if (failure)
             messages_.ShowRunTimeError(failure);

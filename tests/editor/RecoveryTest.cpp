@@ -49,9 +49,11 @@ class Recovery : public EditorTest {
         window->Timer1_Tick();
         std::vector<std::string> contents;
         std::error_code error;
-        for (const auto& entry : std::filesystem::directory_iterator(folder.Path("state/recovery"), error))
-            if (entry.path().extension() == ".VMC")
-                contents.push_back(ReadText(entry.path()));
+        for (const auto& entry : std::filesystem::directory_iterator(folder.Path("state/recovery"), error)) {
+            std::ifstream copy(entry.path(), std::ios::binary); // may just be removed
+            if (copy && entry.path().extension() == ".VMC")
+                contents.emplace_back(std::istreambuf_iterator<char>(copy), std::istreambuf_iterator<char>());
+        }
         return contents;
     }
     bool AwaitCopies(std::size_t count) {
@@ -180,6 +182,19 @@ TEST_F(Recovery, DiscardingOneOffersTheNext) {
     EXPECT_EQ(offered, (QStringList{u"Unsaved changes to a new con"_s, u"Unsaved changes to hall.VMC "_s}));
     EXPECT_EQ(RecoveryBar(), u""_s);
     EXPECT_TRUE(Copies().empty());
+}
+
+TEST_F(Recovery, EditsBeforeTheFileOfTheCommandLineIsOpenedAreKept) {
+    window.reset();
+    window = std::make_unique<CorvaneForm>(services, hall);
+    window->show();
+    Raise();
+    const std::string edited = Bytes();
+    window->Timer4_Tick();
+    EXPECT_EQ(Config, LoadConfig(hall));
+    EXPECT_EQ(RecoveryBar(), u"Unsaved changes to a new con"_s);
+    Click(u"Restore"_s);
+    EXPECT_EQ(Bytes(), edited);
 }
 
 TEST_F(Recovery, AnUnnamedConfigurationStaysUnnamed) {
