@@ -287,7 +287,7 @@ class FaultMatrix : public testing::TestWithParam<Cell> {
     /// In which a program that does not come to rest would show.
     static constexpr milliseconds restLength{250};
     /// Beside a tenth of the time: for what is painted.
-    static constexpr milliseconds mostProcessorTime{80};
+    static constexpr milliseconds mostProcessorTime{150};
 
     /// The ports and timers that the windows were given.
     struct Line {
