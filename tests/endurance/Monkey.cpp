@@ -259,7 +259,10 @@ QPoint Monkey::AnyPoint(QWidget& widget) {
 }
 
 void Monkey::Press(QWidget& widget, const QPoint& point, Qt::MouseButton button) {
+    const QPointer<QWidget> pressed = &widget;
     Release();
+    if (!pressed) // a menu that has closed meanwhile
+        return;
     const QPoint place = InWindow(widget, point);
     if (!widget.window()->windowHandle() || !widget.window()->rect().contains(place))
         return;
