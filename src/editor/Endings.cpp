@@ -17,27 +17,27 @@ namespace {
 constexpr unsigned longestEnding = 2; // seconds
 
 /// Qt calls exit() when its display goes; the window still exists then.
-QPointer<CorvaneForm> window;
+QPointer<CorvaneForm> watched;
 void EndWithTheDisplay() {
-    if (window)
-        window->EndAtOnce();
+    if (watched)
+        watched->EndAtOnce();
 }
 
 } // namespace
 
 Endings::Endings() : blocked_(BlockSignals({SIGINT, SIGTERM, SIGHUP})) {}
 
-void Endings::Watch(CorvaneForm& watched) {
-    window = &watched;
+void Endings::Watch(CorvaneForm& window) {
+    watched = &window;
     std::atexit(EndWithTheDisplay);
     notifier_ = std::make_unique<QSocketNotifier>(blocked_.Get(), QSocketNotifier::Read);
-    QObject::connect(notifier_.get(), &QSocketNotifier::activated, &watched, [this, &watched] {
+    QObject::connect(notifier_.get(), &QSocketNotifier::activated, &window, [this, &window] {
         signalfd_siginfo signal = {};
         if (::read(blocked_.Get(), &signal, sizeof signal) != sizeof signal)
             return;
         came_ = static_cast<int>(signal.ssi_signo);
         ::alarm(longestEnding);
-        watched.EndInOrder();
+        window.EndInOrder();
     });
 }
 

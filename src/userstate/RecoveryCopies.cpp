@@ -141,6 +141,7 @@ std::vector<std::string> RecoveryFolder::CopiesFromNewest() const {
         copies.emplace_back(OriginAt(stem).Time, std::move(stem));
     std::ranges::sort(copies, std::greater());
     std::vector<std::string> stems;
+    stems.reserve(copies.size());
     for (auto& [time, stem] : copies)
         stems.push_back(std::move(stem));
     return stems;
