@@ -124,10 +124,7 @@ void FileBars::ShowFound() {
     if (!found_)
         return;
     const RecoveryOrigin origin = found_->Origin();
-    auto* form =
-        new ChangesForm(TextOf(origin), LinesTo(LoadConfigOrDefault(origin.File), found_->Path()), &window_);
-    form->setAttribute(Qt::WA_DeleteOnClose);
-    form->open();
+    ShowLines(TextOf(origin), LinesTo(LoadConfigOrDefault(origin.File), found_->Path()));
 }
 
 void FileBars::DiscardFound() {
@@ -148,8 +145,11 @@ void FileBars::LookAtFile() {
 
 void FileBars::ShowFileChanges() {
     const QString name = QString::fromStdString(FileNameOf(file_.Path()));
-    auto* form =
-        new ChangesForm(tr("Reloading %1 changes").arg(name), LinesTo(Config, file_.Path()), &window_);
+    ShowLines(tr("Reloading %1 changes").arg(name), LinesTo(Config, file_.Path()));
+}
+
+void FileBars::ShowLines(const QString& title, const QStringList& lines) {
+    auto* form = new ChangesForm(title, lines, &window_);
     form->setAttribute(Qt::WA_DeleteOnClose);
     form->open();
 }

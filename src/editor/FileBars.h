@@ -4,7 +4,7 @@
 #include "userstate/RecoveryCopies.h"
 
 #include <QObject>
-#include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -46,6 +46,7 @@ class FileBars : public QObject {
     void ShowFound();
     void DiscardFound();
     void ShowFileChanges();
+    void ShowLines(const QString& title, const QStringList& lines);
     void Close(NoticeBar& bar);
 
     QWidget& window_;

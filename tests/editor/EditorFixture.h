@@ -102,6 +102,15 @@ class EditorTest : public testing::Test {
         Find<QAction>(action)->trigger();
         Settle();
     }
+    /// Opens a file; what is not saved goes.
+    void OpenAnyway(const QString& path) {
+        if (ConfigDiffers())
+            boxes.ExpectYesNoCancel(u"Config Changed!"_s,
+                                    u"Current cofiguration has changed,\r\nDo you wish to save changes?"_s,
+                                    Answer::No);
+        boxes.ExpectOpenFile(QString::fromStdString(CurrentFileName), path);
+        Trigger(u"OPEN"_s);
+    }
     /// Replaces the text of a control's box by typing and Enter.
     void Type(const QString& control, const QString& text) {
         auto* box = Part<QLineEdit>(control, u"Text1"_s);

@@ -136,12 +136,7 @@ TEST_F(LongRun, RoundsOfOpenEditSaveUndo) {
         const std::string path = folder.Path("hall.VMC");
         WriteText(path, ReadText(DataPath(SampleNumbers()[static_cast<std::size_t>(number % 8)] + ".VMC")));
         const QString name = QString::fromStdString(path);
-        if (ConfigDiffers())
-            boxes.ExpectYesNoCancel(u"Config Changed!"_s,
-                                    u"Current cofiguration has changed,\r\nDo you wish to save changes?"_s,
-                                    Answer::No);
-        boxes.ExpectOpenFile(QString::fromStdString(CurrentFileName), name);
-        Trigger(u"OPEN"_s);
+        OpenAnyway(name);
         const MatrixConfig opened = Config;
         ShowTab(number % 8);
         Type(Element("RemotePanelVolumes", Below(8)), QString::number(1 + Below(8)));
