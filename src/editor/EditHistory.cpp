@@ -15,7 +15,7 @@ constexpr std::chrono::milliseconds lookDelay(20);
 
 bool SameField(const FieldDifference& a, const FieldDifference& b) {
     // The lines of the notes are edited as one text.
-    return a.Field == b.Field || (a.Kind == FieldKind::Notes && b.Kind == FieldKind::Notes);
+    return a.Field == b.Field || (a.Place.Kind == FieldKind::Notes && b.Place.Kind == FieldKind::Notes);
 }
 
 /// All differences are in one field.
@@ -36,7 +36,7 @@ class EditStep final : public QUndoCommand {
         Describe(FieldDifferences({before, {}}, {after, {}}));
     }
 
-    const EditPlace& Place() const { return place_; }
+    const FieldPlace& Place() const { return place_; }
 
     void undo() override { history_.Restore(start_); }
     void redo() override {
@@ -54,7 +54,8 @@ class EditStep final : public QUndoCommand {
         setObsolete(start_ == after_);
         if (place_.Kind == FieldKind::Notes) {
             auto differences = FieldDifferences({start_, {}}, {after_, {}});
-            std::erase_if(differences, [](const auto& found) { return found.Kind != FieldKind::Notes; });
+            std::erase_if(differences,
+                          [](const auto& found) { return found.Place.Kind != FieldKind::Notes; });
             Describe(differences);
         } else {
             first_.After = next.first_.After;
@@ -68,9 +69,9 @@ class EditStep final : public QUndoCommand {
         if (differences.empty())
             return;
         first_ = differences.front();
-        place_ = {first_.Kind, first_.Mode, first_.Output};
+        place_ = first_.Place;
         if (field_.empty() && IsOneField(differences))
-            field_ = first_.Kind == FieldKind::Notes ? "Notes" : first_.Field;
+            field_ = first_.Place.Kind == FieldKind::Notes ? "Notes" : first_.Field;
         const QString what = name_.isEmpty() ? QString::fromStdString(first_.Line()) : name_;
         const auto count = differences.size();
         if (name_.isEmpty() && count == 1)
@@ -85,7 +86,7 @@ class EditStep final : public QUndoCommand {
     MatrixConfig after_;
     QString name_;
     int visit_;
-    EditPlace place_ = {};
+    FieldPlace place_ = {};
     FieldDifference first_ = {};
     std::string field_; ///< empty when several were edited
     bool made_ = false;
@@ -128,7 +129,7 @@ QUndoStack& EditHistory::Steps() {
     return stack_;
 }
 
-std::optional<EditPlace> EditHistory::PlaceOf(int step) const {
+std::optional<FieldPlace> EditHistory::PlaceOf(int step) const {
     const auto* found = static_cast<const EditStep*>(stack_.command(step));
     return found == nullptr ? std::nullopt : std::optional(found->Place());
 }

@@ -14,13 +14,6 @@
 
 namespace vek {
 
-/// Where an edit was made: what is shown when it is taken back.
-struct EditPlace {
-    FieldKind Kind;
-    std::optional<std::size_t> Mode;
-    std::optional<std::size_t> Output;
-};
-
 /// The edits since the configuration was created or opened, as steps with whole configurations before and
 /// after. Consecutive edits of one field are one step until the user turns to something else.
 class EditHistory : public QObject {
@@ -40,10 +33,10 @@ class EditHistory : public QObject {
     /// The present state has been saved.
     void SetSaved();
 
-    // What Undo and Redo would do, nothing when there is no such step.
+    // What Undo and Redo would do and where, nothing when there is no such step.
 
-    std::optional<EditPlace> UndoPlace() { return PlaceOf(Steps().index() - 1); }
-    std::optional<EditPlace> RedoPlace() { return PlaceOf(Steps().index()); }
+    std::optional<FieldPlace> UndoPlace() { return PlaceOf(Steps().index() - 1); }
+    std::optional<FieldPlace> RedoPlace() { return PlaceOf(Steps().index()); }
     /// How many steps can be taken back.
     int Depth() { return Steps().index(); }
     QString UndoText() { return Steps().undoText(); }
@@ -74,7 +67,7 @@ class EditHistory : public QObject {
 
     /// The steps, with every edit entered.
     QUndoStack& Steps();
-    std::optional<EditPlace> PlaceOf(int step) const;
+    std::optional<FieldPlace> PlaceOf(int step) const;
 
     QUndoStack stack_;
     std::vector<Edit> edits_; ///< not looked at yet

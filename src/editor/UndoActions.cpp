@@ -108,7 +108,7 @@ void UndoActions::Take(const Direction& direction) {
     Q_EMIT Taken(place->Kind);
 }
 
-void UndoActions::GoTo(const EditPlace& place) {
+void UndoActions::GoTo(const FieldPlace& place) {
     if (place.Mode)
         pages_.Selectors->Modes[*place.Mode]->setChecked(true);
     if (place.Output)

@@ -36,7 +36,7 @@ class UndoActions : public QObject {
     struct Direction {
         QAction* Action;
         QString Verb; ///< "Undo"
-        std::optional<EditPlace> (EditHistory::*Place)();
+        std::optional<FieldPlace> (EditHistory::*Place)();
         QString (EditHistory::*Text)();
         void (EditHistory::*Take)();
     };
@@ -46,7 +46,7 @@ class UndoActions : public QObject {
     void Take(const Direction& direction);
     /// Takes over what is being typed; false when that was all there was to take back.
     bool FinishTyping();
-    void GoTo(const EditPlace& place);
+    void GoTo(const FieldPlace& place);
 
     ModelView& view_;
     const EditorPages& pages_;

@@ -22,7 +22,8 @@ void CheckBase(const MatrixConfig& config, Findings& findings) {
     const bool low = config.VekNetBase < lowestVekNetAddress;
     if (!low && last <= highestVekNetAddress)
         return;
-    findings.Add(Severity::Error, "VekNet base address " + std::to_string(config.VekNetBase),
+    findings.Add(Severity::Error,
+                 {"VekNet base address " + std::to_string(config.VekNetBase), {FieldKind::Base, {}, {}}},
                  (low ? "the addresses begin at " + std::to_string(config.VekNetBase)
                       : "the addresses reach to " + std::to_string(last)) +
                      ", they must stay within " + std::to_string(lowestVekNetAddress) + " to " +
@@ -40,7 +41,7 @@ std::vector<std::size_t> OutputsOfPanel(const ModeRecord& mode, FixedText<16> Pa
     return outputs;
 }
 
-void CheckSharedPanels(const std::string& where, const ModeRecord& mode, std::string_view caption,
+void CheckSharedPanels(const Subject& subject, const ModeRecord& mode, std::string_view caption,
                        FixedText<16> PanelRecord::*list, Findings& findings) {
     for (std::size_t panel = 0; panel < panelCount; ++panel) {
         const auto outputs = OutputsOfPanel(mode, list, panel);
@@ -53,7 +54,7 @@ void CheckSharedPanels(const std::string& where, const ModeRecord& mode, std::st
         for (const std::size_t output : outputs)
             text += (output == outputs.front() ? "" : ", ") + std::to_string(output + 1);
         text += "; it will only work for output " + std::to_string(outputs.back() + 1);
-        findings.Add(Severity::Error, where, text);
+        findings.Add(Severity::Error, subject, text);
     }
 }
 
@@ -61,12 +62,13 @@ void CheckSharedPanels(const std::string& where, const ModeRecord& mode, std::st
 void CheckUnusedMode(const MatrixConfig& config, std::size_t number, Findings& findings) {
     const ModeRecord& mode = config.Modes[number];
     if (std::any_of(mode.OutputPanels.begin(), mode.OutputPanels.end(), HasPanels))
-        findings.Add(Severity::Warning, ModeName(number), std::string("has remote panels, but ") + noInputs);
+        findings.Add(Severity::Warning, ModeSubject(number, FieldKind::Panels),
+                     std::string("has remote panels, but ") + noInputs);
     const std::span recall = config.Addresses.ModeAddressEnable;
     for (const auto& [side, enable] :
          {std::pair("(In)", recall[number]), std::pair("(Out)", recall[modeCount + number])}) {
         if (IsSet(enable))
-            findings.Add(Severity::Warning, ModeName(number),
+            findings.Add(Severity::Warning, ModeSubject(number, FieldKind::Addresses),
                          std::string("its recall address ") + side + " is enabled, but " + noInputs);
     }
 }
@@ -74,7 +76,7 @@ void CheckUnusedMode(const MatrixConfig& config, std::size_t number, Findings& f
 void CheckGroups(const ModeRecord& mode, std::size_t number, Findings& findings) {
     for (std::int16_t group = 1; group <= linkGroupCount; ++group) {
         if (std::count(mode.LinkGroup.begin(), mode.LinkGroup.end(), group) == 1)
-            findings.Add(Severity::Warning, ModeName(number),
+            findings.Add(Severity::Warning, ModeSubject(number, FieldKind::LinkGroups),
                          "link group " + std::to_string(group) + " has no output but " +
                              std::to_string(LinkLeader(mode, group) + 1));
     }
@@ -87,16 +89,16 @@ void CheckMode(const MatrixConfig& config, std::size_t number, Findings& finding
     for (std::size_t output = 0; output < outputCount; ++output)
         CheckOutput(config, number, output, findings);
     CheckGroups(mode, number, findings);
-    CheckSharedPanels(ModeName(number), mode, "Volume remote panel", &PanelRecord::PanelVolumes, findings);
-    CheckSharedPanels(ModeName(number), mode, "Input selector remote panel", &PanelRecord::PanelSelects,
-                      findings);
+    const Subject panels = ModeSubject(number, FieldKind::Panels);
+    CheckSharedPanels(panels, mode, "Volume remote panel", &PanelRecord::PanelVolumes, findings);
+    CheckSharedPanels(panels, mode, "Input selector remote panel", &PanelRecord::PanelSelects, findings);
 }
 
-void CheckTrims(std::string_view caption, std::span<const float> trims, Findings& findings) {
+void CheckTrims(std::string_view caption, FieldKind kind, std::span<const float> trims, Findings& findings) {
     for (std::size_t i = 0; i < trims.size(); ++i) {
-        std::string where(caption);
-        where += ' ' + std::to_string(i + 1);
-        CheckLevel(where, "Trim", trims[i], trimRange, findings);
+        std::string words(caption);
+        words += ' ' + std::to_string(i + 1);
+        CheckLevel({words, {kind, {}, {}}}, "Trim", trims[i], trimRange, findings);
     }
 }
 
@@ -122,12 +124,12 @@ void CheckImage(const MatrixConfig& config, Findings& findings) {
             alone.Modes[0].OutputLevels[0] = config.Modes[mode].OutputLevels[output];
             const auto own = ImageFault(alone);
             if (own)
-                findings.Add(Severity::Error, OutputName(mode, output), *own);
+                findings.Add(Severity::Error, OutputSubject(mode, output, FieldKind::Levels), *own);
             located = located || own;
         }
     }
     if (!located)
-        findings.Add(Severity::Error, "Link groups", *fault);
+        findings.Add(Severity::Error, {"Link groups", {FieldKind::LinkGroups, {}, {}}}, *fault);
 }
 
 } // namespace
@@ -137,14 +139,15 @@ std::vector<Finding> CheckConfig(const StoredConfig& stored) {
     Findings findings;
     CheckBase(config, findings);
     if (std::none_of(config.Modes.begin(), config.Modes.end(), IsUsedMode))
-        findings.Add(Severity::Warning, "No mode is in use", std::string(noInputs) + " in any mode");
+        findings.Add(Severity::Warning, {"No mode is in use", {FieldKind::Panels, {}, {}}},
+                     std::string(noInputs) + " in any mode");
     for (std::size_t mode = 0; mode < modeCount; ++mode)
         CheckMode(config, mode, findings);
-    CheckTrims("Input", config.InputTrim, findings);
-    CheckTrims("Output", config.OutputTrim, findings);
+    CheckTrims("Input", FieldKind::InputTrims, config.InputTrim, findings);
+    CheckTrims("Output", FieldKind::OutputTrims, config.OutputTrim, findings);
     CheckImage(config, findings);
     if (!stored.Tail.empty())
-        findings.Add(Severity::Note, "Data after the record",
+        findings.Add(Severity::Note, {"Data after the record", {FieldKind::Tail, {}, {}}},
                      std::to_string(stored.Tail.size()) + " bytes, which stay in the file and are not used");
     return findings.List;
 }
@@ -164,8 +167,10 @@ std::vector<FileFinding> CheckTogether(const std::vector<NamedUnit>& units) {
         const NamedUnit& unit = units[order[i]];
         if (unit.VekNetBase <= LastVekNetAddress(before.VekNetBase))
             findings.push_back({unit.Name,
-                                {Severity::Warning, "VekNet addresses " + range(unit) + " overlap those of " +
-                                                        before.Name + " (" + range(before) + ")"}});
+                                {Severity::Warning,
+                                 "VekNet addresses " + range(unit) + " overlap those of " + before.Name +
+                                     " (" + range(before) + ")",
+                                 {FieldKind::Base, {}, {}}}});
     }
     return findings;
 }

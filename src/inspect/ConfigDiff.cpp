@@ -16,9 +16,7 @@ constexpr const char* tailWords = "Data after the record";
 struct ListedField {
     std::string Words; ///< "Mode 2, Output 3: Maximum level"
     std::string Text;
-    FieldKind Kind;
-    std::optional<std::size_t> Mode;
-    std::optional<std::size_t> Output;
+    FieldPlace Place;
 };
 
 /// The stored values of all fields but the notes, in the order of FieldLister; quick to make and to compare.
@@ -161,7 +159,7 @@ class FieldLister {
         std::string words = where_.empty() ? "" : where_ + ": ";
         words += words_;
         words += number_ ? Numbered(name.Caption, *number_) : std::string(name.Caption);
-        Fields.push_back({std::move(words), text(), name.Kind.value_or(kind_), mode_, output_});
+        Fields.push_back({std::move(words), text(), {name.Kind.value_or(kind_), mode_, output_}});
     }
 
     const std::vector<bool>* wanted_;
@@ -216,7 +214,7 @@ void AppendNoteDifferences(std::vector<FieldDifference>& differences, const Matr
         const bool inOld = i < old.size() - same;
         const bool inNow = i < now.size() - same;
         differences.push_back(
-            {NotesLine(i), inOld ? old[i] : "none", inNow ? now[i] : "none", FieldKind::Notes, {}, {}});
+            {NotesLine(i), inOld ? old[i] : "none", inNow ? now[i] : "none", {FieldKind::Notes, {}, {}}});
     }
 }
 
@@ -226,7 +224,7 @@ void AppendTailDifference(std::vector<FieldDifference>& differences, const std::
         return;
     const std::string now =
         before.size() == after.size() ? std::to_string(after.size()) + " other bytes" : TailText(after);
-    differences.push_back({tailWords, TailText(before), now, FieldKind::Tail, {}, {}});
+    differences.push_back({tailWords, TailText(before), now, {FieldKind::Tail, {}, {}}});
 }
 
 } // namespace
@@ -237,8 +235,7 @@ std::vector<FieldDifference> FieldDifferences(const StoredConfig& before, const 
     const auto old = ListFields(before.Config, &differing);
     const auto now = ListFields(after.Config, &differing);
     for (std::size_t i = 0; i < old.size(); ++i)
-        differences.push_back(
-            {old[i].Words, old[i].Text, now[i].Text, old[i].Kind, old[i].Mode, old[i].Output});
+        differences.push_back({old[i].Words, old[i].Text, now[i].Text, old[i].Place});
     AppendNoteDifferences(differences, before.Config, after.Config);
     AppendTailDifference(differences, before.Tail, after.Tail);
     return differences;

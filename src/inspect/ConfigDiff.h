@@ -4,7 +4,6 @@
 #include "inspect/FieldKind.h"
 #include "inspect/StoredConfig.h"
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,9 +14,7 @@ struct FieldDifference {
     std::string Field; ///< in words: "Mode 2, Output 3: Maximum level"
     std::string Before;
     std::string After;
-    FieldKind Kind;
-    std::optional<std::size_t> Mode;   ///< 0 … 7, where the field belongs to one
-    std::optional<std::size_t> Output; ///< 0 … 7, where the field belongs to one
+    FieldPlace Place;
 
     /// "Mode 2, Output 3: Maximum level +6dB -> +3dB"
     std::string Line() const { return Field + ' ' + Before + " -> " + After; }

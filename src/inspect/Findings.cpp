@@ -5,23 +5,25 @@
 
 namespace vek {
 
-std::string ModeName(std::size_t mode) { return "Mode " + std::to_string(mode + 1); }
-
-std::string OutputName(std::size_t mode, std::size_t output) {
-    return ModeName(mode) + ", Output " + std::to_string(output + 1);
+Subject ModeSubject(std::size_t mode, FieldKind kind) {
+    return {"Mode " + std::to_string(mode + 1), {kind, mode, {}}};
 }
 
-void CheckLevel(const std::string& where, std::string_view caption, float level, const LevelRange& range,
+Subject OutputSubject(std::size_t mode, std::size_t output, FieldKind kind) {
+    return {ModeSubject(mode, kind).Words + ", Output " + std::to_string(output + 1), {kind, mode, output}};
+}
+
+void CheckLevel(const Subject& subject, std::string_view caption, float level, const LevelRange& range,
                 Findings& findings) {
     std::string text(caption);
     text += ' ' + ExactLevelText(level);
     const auto taken = static_cast<float>(RoundHalfEven(codesPerDb * level) / codesPerDb);
     if (level < range.Lowest || level > range.Highest)
-        findings.Add(Severity::Error, where,
+        findings.Add(Severity::Error, subject,
                      text + " is outside " + FormatLevelText(range.Lowest) + " to " +
                          FormatLevelText(range.Highest));
     else if (taken != level)
-        findings.Add(Severity::Note, where,
+        findings.Add(Severity::Note, subject,
                      text + " is no multiple of half a dB: the device takes " + FormatLevelText(taken));
 }
 

@@ -1,6 +1,7 @@
 // What the checks of a configuration find.
 #pragma once
 
+#include "inspect/FieldKind.h"
 #include "model/Levels.h"
 
 #include <cstddef>
@@ -20,13 +21,20 @@ std::string_view SeverityName(Severity severity);
 
 struct Finding {
     Severity Level;
-    std::string Text; ///< UTF-8, one line; modes and outputs counted from 1
+    std::string Text;      ///< UTF-8, one line; modes and outputs counted from 1
+    FieldPlace Place = {}; ///< of what is in the record
+};
+
+/// What a finding is about.
+struct Subject {
+    std::string Words; ///< "Mode 2, Output 3"
+    FieldPlace Place;
 };
 
 class Findings {
   public:
-    void Add(Severity severity, const std::string& where, const std::string& text) {
-        List.push_back({severity, where + ": " + text});
+    void Add(Severity severity, const Subject& subject, const std::string& text) {
+        List.push_back({severity, subject.Words + ": " + text, subject.Place});
     }
     std::vector<Finding> List;
 };
@@ -40,12 +48,13 @@ inline constexpr LevelRange levelRange = {levelMinimum, levelMaximum};
 inline constexpr LevelRange stepRange = {stepMinimum, stepMaximum};
 inline constexpr LevelRange trimRange = {trimMinimum, trimMaximum};
 
-/// "Mode 2" and "Mode 2, Output 3" for numbers from 0.
-std::string ModeName(std::size_t mode);
-std::string OutputName(std::size_t mode, std::size_t output);
+// A part of a mode, or of an output in a mode, both counted from 0.
+
+Subject ModeSubject(std::size_t mode, FieldKind kind);
+Subject OutputSubject(std::size_t mode, std::size_t output, FieldKind kind);
 
 /// A level outside the range, or one that the device, which knows half decibels, does not take as it is.
-void CheckLevel(const std::string& where, std::string_view caption, float level, const LevelRange& range,
+void CheckLevel(const Subject& subject, std::string_view caption, float level, const LevelRange& range,
                 Findings& findings);
 
 } // namespace vek

@@ -28,13 +28,13 @@ constexpr ListKind inputSequence = {"Input sequence", inputNumbers, IsInputChar,
 constexpr ListKind volumePanels = {"Volume remote panels", panelNumbers, IsPanelChar, PanelEntry};
 constexpr ListKind selectorPanels = {"Input selector remote panels", panelNumbers, IsPanelChar, PanelEntry};
 
-void CheckOrder(const std::string& where, const OutputLevelRecord& levels, Findings& findings) {
+void CheckOrder(const Subject& subject, const OutputLevelRecord& levels, Findings& findings) {
     const std::string maximum = "the maximum level " + ExactLevelText(levels.MaximumLevel);
     const std::string minimum = "the minimum level " + ExactLevelText(levels.MinimumLevel);
     if (levels.MinimumLevel >= levels.MaximumLevel)
-        findings.Add(Severity::Error, where, minimum + " is not below " + maximum);
+        findings.Add(Severity::Error, subject, minimum + " is not below " + maximum);
     else if (levels.StepLevel > levels.MaximumLevel - levels.MinimumLevel)
-        findings.Add(Severity::Warning, where,
+        findings.Add(Severity::Warning, subject,
                      "Level steps " + ExactLevelText(levels.StepLevel) + " are larger than the way from " +
                          minimum + " to " + maximum);
     const bool above = levels.StartLevel > levels.MaximumLevel;
@@ -43,16 +43,16 @@ void CheckOrder(const std::string& where, const OutputLevelRecord& levels, Findi
     std::string text = "the start level " + ExactLevelText(levels.StartLevel);
     text += above ? " is above " + maximum : " is below " + minimum;
     const bool used = !IsSet(levels.PreviousNotSetStartLevel);
-    findings.Add(used ? Severity::Error : Severity::Warning, where,
+    findings.Add(used ? Severity::Error : Severity::Warning, subject,
                  used ? text : text + " (not used: the output starts at its previous level)");
 }
 
-void CheckLevels(const std::string& where, const OutputLevelRecord& levels, Findings& findings) {
-    CheckLevel(where, "Maximum level", levels.MaximumLevel, levelRange, findings);
-    CheckLevel(where, "Minimum level", levels.MinimumLevel, levelRange, findings);
-    CheckLevel(where, "Start level", levels.StartLevel, levelRange, findings);
-    CheckLevel(where, "Level steps", levels.StepLevel, stepRange, findings);
-    CheckOrder(where, levels, findings);
+void CheckLevels(const Subject& subject, const OutputLevelRecord& levels, Findings& findings) {
+    CheckLevel(subject, "Maximum level", levels.MaximumLevel, levelRange, findings);
+    CheckLevel(subject, "Minimum level", levels.MinimumLevel, levelRange, findings);
+    CheckLevel(subject, "Start level", levels.StartLevel, levelRange, findings);
+    CheckLevel(subject, "Level steps", levels.StepLevel, stepRange, findings);
+    CheckOrder(subject, levels, findings);
 }
 
 /// Those characters of the text that fit, each once.
@@ -66,7 +66,7 @@ std::string Distinct(std::string_view text, Fits fits) {
     return distinct;
 }
 
-void AddTaken(const std::string& where, const ListKind& kind, std::string_view text,
+void AddTaken(const Subject& subject, const ListKind& kind, std::string_view text,
               const std::string& characters, std::string_view consequence, Findings& findings) {
     if (characters.empty())
         return;
@@ -76,11 +76,10 @@ void AddTaken(const std::string& where, const ListKind& kind, std::string_view t
         message += (&character == characters.data() ? "" : ", ") + QuotedText({&character, 1});
     message += " for ";
     message += consequence;
-    findings.Add(Severity::Warning, where, message);
+    findings.Add(Severity::Warning, subject, message);
 }
 
-void CheckRepeated(const std::string& where, const ListKind& kind, std::string_view text,
-                   Findings& findings) {
+void CheckRepeated(const Subject& subject, const ListKind& kind, std::string_view text, Findings& findings) {
     std::string entries;
     for (const char character : text)
         entries += kind.Known(character) ? kind.Entry(character) : ' ';
@@ -92,24 +91,23 @@ void CheckRepeated(const std::string& where, const ListKind& kind, std::string_v
     std::string message(kind.Caption);
     message += ' ' + ListText(text, kind.Numbers) + ": " + ListText(repeated, kind.Numbers);
     message += repeated.size() == 1 ? " is listed more than once" : " are listed more than once";
-    findings.Add(Severity::Warning, where, message);
+    findings.Add(Severity::Warning, subject, message);
 }
 
-void CheckInputList(const std::string& where, std::string_view text, Findings& findings) {
+void CheckInputList(const Subject& subject, std::string_view text, Findings& findings) {
     const auto isOtherDigit = [](char c) { return c >= '0' && c <= '9' && !IsInputChar(c); };
     const auto isNoDigit = [](char c) { return c < '0' || c > '9'; };
-    AddTaken(where, inputSequence, text, Distinct(text, isOtherDigit), "no input that it has", findings);
-    AddTaken(where, inputSequence, text, Distinct(text, isNoDigit), "OFF", findings);
-    CheckRepeated(where, inputSequence, text, findings);
+    AddTaken(subject, inputSequence, text, Distinct(text, isOtherDigit), "no input that it has", findings);
+    AddTaken(subject, inputSequence, text, Distinct(text, isNoDigit), "OFF", findings);
+    CheckRepeated(subject, inputSequence, text, findings);
 }
 
-void CheckPanelList(const std::string& where, const ListKind& kind, std::string_view text,
-                    Findings& findings) {
+void CheckPanelList(const Subject& subject, const ListKind& kind, std::string_view text, Findings& findings) {
     const auto isNoPanel = [](char c) { return !IsPanelChar(c); };
-    AddTaken(where, kind, text, Distinct(text, isNoPanel), "panel 1", findings);
-    CheckRepeated(where, kind, text, findings);
+    AddTaken(subject, kind, text, Distinct(text, isNoPanel), "panel 1", findings);
+    CheckRepeated(subject, kind, text, findings);
     if (text.size() > mostPanelsInEditor)
-        findings.Add(Severity::Note, where,
+        findings.Add(Severity::Note, subject,
                      std::string(kind.Caption) + ' ' + ListText(text, kind.Numbers) + ": more than the " +
                          std::to_string(mostPanelsInEditor) + " panels that can be typed in the editor");
 }
@@ -131,35 +129,35 @@ std::size_t Leader(const ModeRecord& mode, std::size_t output) {
     return group == 0 ? output : LinkLeader(mode, group);
 }
 
-void CheckFollower(const std::string& where, const PanelRecord& panels, const PanelRecord& leading,
+void CheckFollower(const Subject& subject, const PanelRecord& panels, const PanelRecord& leading,
                    std::size_t leader, Findings& findings) {
     const std::string linked = "linked to output " + std::to_string(leader + 1);
     constexpr const char* lost = "; the editor drops it as soon as it shows and stores the mode";
     if (!panels.PanelSelects.Trimmed().empty())
-        findings.Add(Severity::Warning, where,
+        findings.Add(Severity::Warning, subject,
                      linked + ", but has input selector remote panels of its own (" +
                          ListText(panels.PanelSelects.Trimmed(), panelNumbers) + ")");
     if (!panels.PanelInputs.Trimmed().empty())
-        findings.Add(Severity::Warning, where,
+        findings.Add(Severity::Warning, subject,
                      linked + ", but has an input sequence of its own (" +
                          ListText(panels.PanelInputs.Trimmed(), inputNumbers) + ")" + lost);
     if (IsSet(panels.UsePreviousRoute) != IsSet(leading.UsePreviousRoute))
-        findings.Add(Severity::Warning, where,
+        findings.Add(Severity::Warning, subject,
                      linked + ", but has a start route of its own (" +
                          (IsSet(panels.UsePreviousRoute) ? "previous" : "first") + ")" + lost);
 }
 
-void CheckInputs(const std::string& where, const PanelRecord& panels, Findings& findings) {
+void CheckInputs(const Subject& subject, const PanelRecord& panels, Findings& findings) {
     if (!panels.PanelInputs.Trimmed().empty())
         return;
     if (HasPanels(panels))
-        findings.Add(Severity::Warning, where, "has remote panels, but no inputs");
+        findings.Add(Severity::Warning, subject, "has remote panels, but no inputs");
     else
-        findings.Add(Severity::Note, where, "has no inputs");
+        findings.Add(Severity::Note, subject, "has no inputs");
 }
 
 /// An output that plays something, which nobody can change but by RS232.
-void CheckControl(const std::string& where, const MatrixConfig& config, const ModeRecord& mode,
+void CheckControl(const Subject& subject, const MatrixConfig& config, const ModeRecord& mode,
                   std::size_t output, Findings& findings) {
     const std::size_t leader = Leader(mode, output);
     if (mode.OutputPanels[leader].PanelInputs.Trimmed().empty())
@@ -168,7 +166,7 @@ void CheckControl(const std::string& where, const MatrixConfig& config, const Mo
         if (HasPanels(mode.OutputPanels[controlled]) || HasControlAddress(config.Addresses, controlled))
             return;
     }
-    findings.Add(Severity::Note, where,
+    findings.Add(Severity::Note, subject,
                  "no remote panel and no enabled VekNet address (In) controls it, only RS232 does");
 }
 
@@ -180,18 +178,19 @@ bool HasPanels(const PanelRecord& panels) {
 
 void CheckOutput(const MatrixConfig& config, std::size_t modeNumber, std::size_t output, Findings& findings) {
     const ModeRecord& mode = config.Modes[modeNumber];
-    const std::string where = OutputName(modeNumber, output);
+    const Subject levels = OutputSubject(modeNumber, output, FieldKind::Levels);
+    const Subject subject = OutputSubject(modeNumber, output, FieldKind::Panels);
     const PanelRecord& panels = mode.OutputPanels[output];
     const std::size_t leader = Leader(mode, output);
-    CheckLevels(where, mode.OutputLevels[output], findings);
-    CheckInputList(where, panels.PanelInputs.Trimmed(), findings);
-    CheckPanelList(where, volumePanels, panels.PanelVolumes.Trimmed(), findings);
-    CheckPanelList(where, selectorPanels, panels.PanelSelects.Trimmed(), findings);
+    CheckLevels(levels, mode.OutputLevels[output], findings);
+    CheckInputList(subject, panels.PanelInputs.Trimmed(), findings);
+    CheckPanelList(subject, volumePanels, panels.PanelVolumes.Trimmed(), findings);
+    CheckPanelList(subject, selectorPanels, panels.PanelSelects.Trimmed(), findings);
     if (leader != output)
-        CheckFollower(where, panels, mode.OutputPanels[leader], leader, findings);
+        CheckFollower(subject, panels, mode.OutputPanels[leader], leader, findings);
     else if (IsUsedMode(mode))
-        CheckInputs(where, panels, findings);
-    CheckControl(where, config, mode, output, findings);
+        CheckInputs(subject, panels, findings);
+    CheckControl(subject, config, mode, output, findings);
 }
 
 } // namespace vek
