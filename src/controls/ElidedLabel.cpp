@@ -5,7 +5,8 @@
 
 namespace vek {
 
-ElidedLabel::ElidedLabel(const QString& text, QWidget* parent) : QLabel(text, parent) {
+ElidedLabel::ElidedLabel(const QString& text, QWidget* parent, Qt::TextElideMode leftOut)
+    : QLabel(text, parent), leftOut_(leftOut) {
     setTextFormat(Qt::PlainText);
 }
 
@@ -18,10 +19,12 @@ QSize ElidedLabel::minimumSizeHint() const {
 void ElidedLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QRect area = contentsRect();
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, area.width());
+    const QString shown = fontMetrics().elidedText(text(), leftOut_, area.width());
     const Qt::Alignment flags = QStyle::visualAlignment(layoutDirection(), alignment());
-    style()->drawItemText(&painter, area, static_cast<int>(flags), palette(), isEnabled(), shown,
-                          foregroundRole());
+    painter.setPen(TextColour());
+    style()->drawItemText(&painter, area, static_cast<int>(flags), palette(), isEnabled(), shown);
 }
+
+QColor ElidedLabel::TextColour() const { return palette().color(foregroundRole()); }
 
 } // namespace vek
