@@ -41,6 +41,17 @@ std::string LinesToBytes(const QString& text) {
 
 QString LevelText(float level) { return QString::fromStdString(FormatLevelText(level)); }
 
+QString NameOf(const Names& names, NameKind kind, std::size_t index) {
+    return FromBytes(names.Of(kind, index));
+}
+
+QString NumberAndName(const Names& names, NameKind kind, std::size_t index) {
+    QString text = FromConstant(NumberText(kind, index));
+    if (const std::string& name = names.Of(kind, index); !name.empty())
+        text += u' ' + FromBytes(name);
+    return text;
+}
+
 QString ElementName(std::string_view name, std::size_t index) {
     return FromConstant(name) + u'_' + QString::number(index);
 }

@@ -1,6 +1,8 @@
 // Texts between the model (Windows-1252 bytes, CR LF) and the window (QString, LF).
 #pragma once
 
+#include "model/Names.h"
+
 #include <QString>
 
 #include <string>
@@ -26,6 +28,11 @@ std::string LinesToBytes(const QString& text);
 
 /// A level as the user reads it: "+6dB".
 QString LevelText(float level);
+
+/// What the notes call it; empty for what has no name. Index from 0.
+QString NameOf(const Names& names, NameKind kind, std::size_t index);
+/// "Mode 2 Evening", or "Mode 2" for what has no name.
+QString NumberAndName(const Names& names, NameKind kind, std::size_t index);
 
 /// Name of element `index` of a control array.
 QString ElementName(std::string_view name, std::size_t index);
