@@ -22,6 +22,7 @@
 #include "pages/LevelsPage.h"
 #include "pages/NotesPage.h"
 #include "pages/OnlineStrip.h"
+#include "pages/PageHeading.h"
 #include "pages/PageTabs.h"
 #include "pages/RemotePanelsPage.h"
 #include "pages/Selectors.h"
@@ -49,13 +50,15 @@ constexpr int longestEnding = 1600;
 constexpr int leastKeeping = 200;
 constexpr QSize usualSize(1040, 700);
 
+bool ShowsOneOutput(int page) { return page == LevelsTab || page == AddressesTab; }
+
 } // namespace
 
 CorvaneForm::CorvaneForm(const EditorServices& services, std::string commandLine, QWidget* parent)
     : QMainWindow(parent), services_(services), commandLine_(std::move(commandLine)),
       messages_(*this, services.Boxes), toolBar_(new EditorToolBar(this)), SSTab1_(new PageTabs(this)),
-      pages_(MakeEditorPages(*SSTab1_, services.PortNames)), strip_(new OnlineStrip(this)),
-      view_(pages_, history_), recovery_(new RecoveryKeeper(services.StateFolder, file_, this)),
+      pages_(MakeTabs(*SSTab1_)), view_(pages_, history_),
+      recovery_(new RecoveryKeeper(services.StateFolder, file_, this)),
       files_(new FileCommands(*this, view_, services.Boxes, file_, *recovery_)),
       exports_(new ExportCommands(*this, view_, services.Boxes)),
       dispatch_(*this, view_, *files_, *exports_, services, turns_, types_, messages_),
@@ -64,18 +67,13 @@ CorvaneForm::CorvaneForm(const EditorServices& services, std::string commandLine
     Guarded(messages_, [this] { CheckDeviceTypes(services_.Store, types_); });
     LayOut();
     setWindowTitle(ProgramTitle());
-    online_ = std::make_unique<OnlineControl>(OnlineParts{*SSTab1_, *pages_.Online, *strip_,
-                                                          *pages_.Levels->LevelTrim1, *pages_.InputTrims,
-                                                          *pages_.OutputTrims, view_},
-                                              services, turns_, types_, messages_);
     SSTab1_->setCurrentIndex(RemotePanelsTab);
     NewConfiguration();
     view_.ReadSelectors();
-    view_.ShowAll();
     history_.Begin(Config);
     MakeCommands();
-    ConnectPages();
-    ShowOnline();
+    ConnectSelectors();
+    ShowState();
     Timer1_.start(tickMilliseconds);
     Timer4_.start(tickMilliseconds);
 }
@@ -86,15 +84,15 @@ void CorvaneForm::LayOut() {
     SSTab1_->setObjectName(u"SSTab1"_s);
     addToolBar(toolBar_);
     setStatusBar(status_);
-    auto* right = new QVBoxLayout;
-    bars_ = new FileBars(*this, *right, *files_, file_, *recovery_,
+    column_ = new QVBoxLayout;
+    bars_ = new FileBars(*this, *column_, *files_, file_, *recovery_,
                          [this](const std::function<void()>& action) { Replace(action); });
-    right->addWidget(SSTab1_, 1);
-    right->addWidget(strip_);
+    column_->addWidget(pages_.Heading);
+    column_->addWidget(SSTab1_, 1);
     auto* centre = new QWidget(this);
     auto* columns = new QHBoxLayout(centre);
     columns->addWidget(pages_.Selectors);
-    columns->addLayout(right, 1);
+    columns->addLayout(column_, 1);
     setCentralWidget(centre);
     resize(usualSize);
 }
@@ -111,7 +109,7 @@ void CorvaneForm::MakeCommands() {
     edit->setToolTipsVisible(true);
     undo_ = std::make_unique<UndoActions>(view_, pages_, *SSTab1_, *edit, *this);
     connect(undo_.get(), &UndoActions::Taken, this, [this](FieldKind kind) {
-        if (kind == FieldKind::InputTrims || kind == FieldKind::OutputTrims)
+        if (online_ && (kind == FieldKind::InputTrims || kind == FieldKind::OutputTrims))
             online_->LevelsChanged();
     });
 
@@ -128,16 +126,43 @@ void CorvaneForm::MakeCommands() {
     connect(&Timer4_, &QTimer::timeout, this, &CorvaneForm::Timer4_Tick);
 }
 
-void CorvaneForm::ConnectPages() {
-    new AddressMenus(*pages_.Addresses, view_, messages_, this);
+void CorvaneForm::ConnectSelectors() {
     new ClipboardMenus(*pages_.Selectors, view_, messages_, this);
-    new LevelLimits(*pages_.Levels, view_, messages_, this);
+    connect(SSTab1_, &PageTabs::Painted, this, &CorvaneForm::FinishStart);
+    connect(SSTab1_, &QTabWidget::currentChanged, this, [this](int page) {
+        FinishStart();
+        pages_.Heading->ShowPage(page);
+        pages_.Selectors->SetOutputConcerned(ShowsOneOutput(page));
+    });
+    pages_.Heading->ShowPage(RemotePanelsTab);
+    pages_.Selectors->SetOutputConcerned(ShowsOneOutput(RemotePanelsTab));
 
     connect(pages_.Selectors, &Selectors::ModeChosen, this, &CorvaneForm::SelectionChanged);
     connect(pages_.Selectors, &Selectors::OutputChosen, this, [this] {
         SelectionChanged();
-        online_->LevelsChanged();
+        if (online_)
+            online_->LevelsChanged();
     });
+}
+
+void CorvaneForm::FinishStart() {
+    if (pages_.Made())
+        return;
+    toolBar_->ShowIcons();
+    MakePages(pages_, *SSTab1_, services_.PortNames);
+    column_->addWidget(pages_.Strip);
+    online_ = std::make_unique<OnlineControl>(OnlineParts{*SSTab1_, *pages_.Online, *pages_.Strip,
+                                                          *pages_.Levels->LevelTrim1, *pages_.InputTrims,
+                                                          *pages_.OutputTrims, view_},
+                                              services_, turns_, types_, messages_);
+    view_.ShowAll();
+    ConnectPages();
+    ShowOnline();
+}
+
+void CorvaneForm::ConnectPages() {
+    new AddressMenus(*pages_.Addresses, view_, messages_, this);
+    new LevelLimits(*pages_.Levels, view_, messages_, this);
     connect(pages_.RemotePanels, &RemotePanelsPage::ListEdited, this, &CorvaneForm::PanelListEdited);
     // The box puts its list in order after telling of the edit; this takes the ordered list.
     connect(pages_.RemotePanels, &RemotePanelsPage::ListEdited, this, &CorvaneForm::PanelListEdited,
@@ -172,6 +197,7 @@ void CorvaneForm::ConnectPages() {
 }
 
 void CorvaneForm::SelectionChanged() {
+    FinishStart();
     Guarded(messages_, [this] {
         view_.StoreView();
         history_.EndVisit();
@@ -200,6 +226,7 @@ void CorvaneForm::LevelMoved() {
 }
 
 void CorvaneForm::Dispatch(std::string_view key) {
+    FinishStart();
     const ToolbarCommand* command = FindToolbarCommand(key);
     if (online_->IsOnline() && command && !command->WhileOnline)
         return;
@@ -217,6 +244,7 @@ void CorvaneForm::FinishTyping() {
 }
 
 void CorvaneForm::Replace(const std::function<void()>& action) {
+    FinishStart();
     FinishTyping();
     Guarded(messages_, [&] {
         view_.StoreView();
@@ -238,6 +266,14 @@ QString CorvaneForm::ProgramTitle() const {
 }
 
 void CorvaneForm::Timer1_Tick() {
+    FinishStart();
+    online_->CheckPort();
+    recovery_->Look();
+    bars_->LookAtFile();
+    ShowState();
+}
+
+void CorvaneForm::ShowState() {
     const bool named = !CurrentFileName.empty();
     // Qt takes "[*]" for the place of a mark unless it stands there twice.
     const QString title =
@@ -246,13 +282,11 @@ void CorvaneForm::Timer1_Tick() {
     if (windowTitle() != title)
         setWindowTitle(title);
     toolBar_->Action("SAVE")->setEnabled(named);
-    online_->CheckPort();
-    recovery_->Look();
-    bars_->LookAtFile();
-    status_->ShowState(file_.Path(), online_->IsOnline() ? online_->PortName() : QString());
+    status_->ShowState(file_.Path(), online_ && online_->IsOnline() ? online_->PortName() : QString());
 }
 
 void CorvaneForm::Timer4_Tick() {
+    FinishStart();
     Timer4_.stop();
     files_->OpenFileAtStartup(commandLine_);
     bars_->OfferRecovered();
@@ -260,6 +294,7 @@ void CorvaneForm::Timer4_Tick() {
 }
 
 void CorvaneForm::TakeOver() {
+    FinishStart();
     FinishTyping();
     Guarded(messages_, [this] { view_.StoreView(); });
 }
@@ -293,7 +328,8 @@ void CorvaneForm::EndInOrder() {
 }
 
 void CorvaneForm::EndAtOnce() {
-    online_->RestartBlindly();
+    if (online_)
+        online_->RestartBlindly();
     recovery_->Finish(leastKeeping);
 }
 

@@ -18,7 +18,7 @@
 #include <string>
 #include <string_view>
 
-class QTabWidget;
+class QVBoxLayout;
 
 namespace vek {
 
@@ -28,7 +28,7 @@ class ExportCommands;
 class FileBars;
 class FileCommands;
 class OnlineControl;
-class OnlineStrip;
+class PageTabs;
 class RecoveryKeeper;
 class UndoActions;
 
@@ -42,6 +42,10 @@ class CorvaneForm : public QMainWindow {
     /// shortly after the start. The services must outlive the window.
     CorvaneForm(const EditorServices& services, std::string commandLine, QWidget* parent = nullptr);
     ~CorvaneForm() override;
+
+    /// Makes what does not show when the program starts. Happens by itself once the window has been painted,
+    /// and whenever something is wanted of it before.
+    void FinishStart();
 
     /// Runs the command of a toolbar key, with what is being typed taken over first.
     void Dispatch(std::string_view key);
@@ -73,12 +77,14 @@ class CorvaneForm : public QMainWindow {
   private:
     void MakeCommands();
     void LayOut();
+    void ConnectSelectors();
     void ConnectPages();
     void SelectionChanged();
     void PanelListEdited();
     void RouteEdited();
     void LevelMoved();
     void ShowOnline();
+    void ShowState();
     /// Takes over what is being typed, as if its box were left.
     void FinishTyping();
     void TakeOver();
@@ -94,9 +100,9 @@ class CorvaneForm : public QMainWindow {
     DeviceTypeList types_;
     PortTurns turns_;
     EditorToolBar* toolBar_;
-    QTabWidget* SSTab1_;
+    PageTabs* SSTab1_;
     EditorPages pages_;
-    OnlineStrip* strip_;
+    QVBoxLayout* column_ = nullptr; ///< the pages and what stands above and below them
     EditHistory history_;
     ModelView view_;
     std::unique_ptr<UndoActions>

@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QEvent>
 #include <QIcon>
+#include <QPixmap>
 
 namespace vek {
 
@@ -23,6 +24,9 @@ EditorToolBar::EditorToolBar(QWidget* parent) : QToolBar(parent) {
     setMovable(false);
     setContextMenuPolicy(Qt::PreventContextMenu);
     setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    QPixmap empty(iconSize());
+    empty.fill(Qt::transparent);
+    const QIcon place(empty);
     for (const ToolbarCommand& command : ToolbarCommands()) {
         if (command.StartsGroup)
             addSeparator();
@@ -31,10 +35,10 @@ EditorToolBar::EditorToolBar(QWidget* parent) : QToolBar(parent) {
         action->setObjectName(key);
         action->setToolTip(FromConstant(command.ToolTip));
         action->setShortcut(QKeySequence(FromConstant(command.Shortcut)));
+        action->setIcon(place);
         widgetForAction(action)->setObjectName(key);
         connect(action, &QAction::triggered, this, [this, &command] { Q_EMIT Triggered(command.Key); });
     }
-    ShowIcons();
 }
 
 QAction* EditorToolBar::Action(std::string_view key) const {
@@ -49,6 +53,7 @@ void EditorToolBar::SetOnline(bool online) {
 }
 
 void EditorToolBar::ShowIcons() {
+    iconsShown_ = true;
     const bool dark =
         palette().color(QPalette::Window).lightness() < palette().color(QPalette::WindowText).lightness();
     const QString folder = dark ? u":/icons/dark/%1.svg"_s : u":/icons/light/%1.svg"_s;
@@ -58,7 +63,7 @@ void EditorToolBar::ShowIcons() {
 
 void EditorToolBar::changeEvent(QEvent* event) {
     QToolBar::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
+    if (event->type() == QEvent::PaletteChange && iconsShown_)
         ShowIcons();
 }
 

@@ -15,6 +15,10 @@ class EditorToolBar : public QToolBar {
 
     QAction* Action(std::string_view key) const;
 
+    /// Draws the icons, whose places are empty to begin with: to read and draw them takes as long as all else
+    /// that the window shows at first.
+    void ShowIcons();
+
     /// Enables what may be used while online, or everything. SAVE has a rule of its own and is left alone.
     void SetOnline(bool online);
 
@@ -25,7 +29,7 @@ class EditorToolBar : public QToolBar {
     void changeEvent(QEvent* event) override;
 
   private:
-    void ShowIcons();
+    bool iconsShown_ = false;
 };
 
 } // namespace vek

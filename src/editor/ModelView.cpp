@@ -11,6 +11,8 @@
 #include "pages/AddressesPage.h"
 #include "pages/LevelsPage.h"
 #include "pages/NotesPage.h"
+#include "pages/OnlineStrip.h"
+#include "pages/PageHeading.h"
 #include "pages/RemotePanelsPage.h"
 #include "pages/Selectors.h"
 #include "pages/TrimPage.h"
@@ -129,6 +131,8 @@ void ModelView::ReadSelectors() {
 }
 
 void ModelView::StoreView() {
+    if (!pages_.Made())
+        return;
     Step({}, [this] {
         Edit([this](MatrixConfig& config) {
             ModeRecord& mode = config.Modes[ModeIndex()];
@@ -138,6 +142,24 @@ void ModelView::StoreView() {
             StoreGlobalFields(config);
         });
     });
+    ShowSelection();
+}
+
+void ModelView::ShowNames() {
+    Names names(Config.Notes.Padded());
+    if (names == names_)
+        return;
+    names_ = std::move(names);
+    pages_.RemotePanels->ShowNames(names_);
+    pages_.InputTrims->ShowNames(names_);
+    pages_.OutputTrims->ShowNames(names_);
+    pages_.Strip->ShowNames(names_);
+}
+
+void ModelView::ShowSelection() {
+    ShowNames();
+    pages_.Selectors->ShowStates(Config, ModeIndex(), names_);
+    pages_.Heading->ShowPlace(ModeIndex(), Output(), names_);
 }
 
 void ModelView::StoreMode(ModeRecord& mode) {
@@ -180,6 +202,7 @@ void ModelView::ShowMode() {
     addresses_ = Config.Addresses;
     pages_.Addresses->ShowAddresses(addresses_, Config.VekNetBase, Output());
     pages_.RemotePanels->RefreshTakenMarks(Mode());
+    ShowSelection();
 }
 
 void ModelView::ShowPanels(ModeRecord& mode) {

@@ -3,6 +3,7 @@
 
 #include "model/Config.h"
 #include "model/EnableMenus.h"
+#include "model/Names.h"
 #include "pages/EditorPages.h"
 
 #include <QString>
@@ -23,7 +24,8 @@ class EditHistory;
 /// whether there is anything to save is for ConfigDiffers() to tell.
 class ModelView {
   public:
-    /// The history must outlive this object.
+    /// Both must outlive this object. Nothing but ReadSelectors() and StoreView(), which does nothing, may be
+    /// used before the pages are made.
     ModelView(const EditorPages& pages, EditHistory& history) : pages_(pages), history_(history) {}
 
     // The slice that is shown.
@@ -35,6 +37,8 @@ class ModelView {
     const ModeRecord& Mode() const;
     const OutputLevelRecord& Levels() const;
     std::size_t Output() const;
+    /// What the notes call things.
+    const Names& ShownNames() const { return names_; }
 
     // Between the controls and Config.
 
@@ -97,14 +101,17 @@ class ModelView {
     void StoreLevels(OutputLevelRecord& levels);
     void StoreGlobalFields(MatrixConfig& config);
     void ShowNotesAndTrims();
+    void ShowNames();
+    void ShowSelection();
     void ShowPanels(ModeRecord& mode);
     void ShowLevels(const OutputLevelRecord& levels);
 
-    EditorPages pages_;
+    const EditorPages& pages_;
     EditHistory& history_;
     bool inStep_ = false;
     int currentMode_ = 0;
     int currentOutput_ = 0;
+    Names names_; ///< as the pages show them
     // Working copies: what the page of the addresses shows, and the groups of the current mode.
     AddressEnables addresses_;
     std::array<std::int16_t, outputCount> linkGroups_ = {};

@@ -4,6 +4,9 @@
 #include "pages/LevelsPage.h"
 #include "pages/NotesPage.h"
 #include "pages/OnlinePage.h"
+#include "pages/OnlineStrip.h"
+#include "pages/PageHeading.h"
+#include "pages/PageScroll.h"
 #include "pages/RemotePanelsPage.h"
 #include "pages/Rs232Page.h"
 #include "pages/Selectors.h"
@@ -13,26 +16,48 @@
 
 namespace vek {
 
-EditorPages MakeEditorPages(QTabWidget& tabs, std::function<QStringList()> deviceNames) {
-    const EditorPages pages = {
-        .Selectors = new Selectors(tabs.parentWidget()),
-        .RemotePanels = new RemotePanelsPage,
-        .Levels = new LevelsPage,
-        .Addresses = new AddressesPage,
-        .InputTrims = new TrimPage("InputLevelTrim", QObject::tr("Input Trims"), QObject::tr("Input %1")),
-        .OutputTrims = new TrimPage("OutputLevelTrim", QObject::tr("Output Trims"), QObject::tr("Output %1")),
-        .Notes = new NotesPage,
-        .Online = new OnlinePage(std::move(deviceNames)),
-    };
-    tabs.addTab(pages.RemotePanels, QObject::tr("Remote Panels"));
-    tabs.addTab(pages.Levels, QObject::tr("Levels"));
-    tabs.addTab(pages.Addresses, QObject::tr("VekNet Addresses"));
-    tabs.addTab(new Rs232Page, QObject::tr("RS232 Codes"));
-    tabs.addTab(pages.InputTrims, QObject::tr("Input Trims"));
-    tabs.addTab(pages.OutputTrims, QObject::tr("Output Trims"));
-    tabs.addTab(pages.Notes, QObject::tr("Notes"));
-    tabs.addTab(pages.Online, QObject::tr("Online"));
+namespace {
+
+/// Where nothing has to be wide, pages do not stretch over large screens: no reader likes to follow a row
+/// across them. In characters of average width.
+constexpr int widestPage = 170;
+
+const char* const captions[] = {
+    QT_TR_NOOP("Remote Panels"), QT_TR_NOOP("Levels"),      QT_TR_NOOP("VekNet Addresses"),
+    QT_TR_NOOP("RS232 Codes"),   QT_TR_NOOP("Input Trims"), QT_TR_NOOP("Output Trims"),
+    QT_TR_NOOP("Notes"),         QT_TR_NOOP("Online")};
+
+/// A page whose place is the tab; below its least size it scrolls.
+template <typename Page>
+Page* Place(QTabWidget& tabs, PageTab tab, Page* page) {
+    page->setMaximumWidth(page->fontMetrics().averageCharWidth() * widestPage);
+    static_cast<QScrollArea*>(tabs.widget(tab))->setWidget(page);
+    return page;
+}
+
+} // namespace
+
+EditorPages MakeTabs(QTabWidget& tabs) {
+    for (const char* caption : captions)
+        tabs.addTab(new PageScroll, QObject::tr(caption));
+    EditorPages pages;
+    pages.Selectors = new Selectors(tabs.parentWidget());
+    pages.Heading = new PageHeading(tabs.parentWidget());
     return pages;
+}
+
+void MakePages(EditorPages& pages, QTabWidget& tabs, std::function<QStringList()> deviceNames) {
+    pages.RemotePanels = Place(tabs, RemotePanelsTab, new RemotePanelsPage);
+    pages.Levels = Place(tabs, LevelsTab, new LevelsPage);
+    pages.Addresses = Place(tabs, AddressesTab, new AddressesPage);
+    Place(tabs, Rs232Tab, new Rs232Page);
+    pages.InputTrims = Place(tabs, InputTrimsTab,
+                             new TrimPage("InputLevelTrim", QObject::tr("Input Trims"), NameKind::Input));
+    pages.OutputTrims = Place(tabs, OutputTrimsTab,
+                              new TrimPage("OutputLevelTrim", QObject::tr("Output Trims"), NameKind::Output));
+    pages.Notes = Place(tabs, NotesTab, new NotesPage);
+    pages.Online = Place(tabs, OnlineTab, new OnlinePage(std::move(deviceNames)));
+    pages.Strip = new OnlineStrip(tabs.parentWidget());
 }
 
 } // namespace vek

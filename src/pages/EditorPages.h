@@ -1,6 +1,8 @@
 // The pages of the main window and what they are called.
 #pragma once
 
+#include "pages/PageTab.h"
+
 #include <QStringList>
 
 #include <functional>
@@ -14,36 +16,35 @@ class AddressesPage;
 class LevelsPage;
 class NotesPage;
 class OnlinePage;
+class OnlineStrip;
+class PageHeading;
 class RemotePanelsPage;
 class Selectors;
 class TrimPage;
 
-/// The tabs of SSTab1 in order.
-enum PageTab : int {
-    RemotePanelsTab = 0,
-    LevelsTab = 1,
-    AddressesTab = 2,
-    Rs232Tab = 3,
-    InputTrimsTab = 4,
-    OutputTrimsTab = 5,
-    NotesTab = 6,
-    OnlineTab = 7,
-};
-
-/// The widgets that show and edit the configuration; owned by the window.
+/// The widgets that show and edit the configuration; owned by the window. The pages and the strip are made
+/// when the window has been painted, all at a time, and null before: their hundreds of controls would hold it
+/// up.
 struct EditorPages {
-    vek::Selectors* Selectors;
-    RemotePanelsPage* RemotePanels;
-    LevelsPage* Levels;
-    AddressesPage* Addresses;
-    TrimPage* InputTrims;
-    TrimPage* OutputTrims;
-    NotesPage* Notes;
-    OnlinePage* Online;
+    vek::Selectors* Selectors = nullptr;
+    PageHeading* Heading = nullptr;
+    RemotePanelsPage* RemotePanels = nullptr;
+    LevelsPage* Levels = nullptr;
+    AddressesPage* Addresses = nullptr;
+    TrimPage* InputTrims = nullptr;
+    TrimPage* OutputTrims = nullptr;
+    NotesPage* Notes = nullptr;
+    OnlinePage* Online = nullptr;
+    OnlineStrip* Strip = nullptr;
+
+    bool Made() const { return Levels != nullptr; }
 };
 
-/// Makes the selectors (without a place yet) and the pages, which become the tabs. `deviceNames` tells the
-/// devices of COM1 … COM4.
-EditorPages MakeEditorPages(QTabWidget& tabs, std::function<QStringList()> deviceNames);
+// The tabs get their pages. Selectors, heading and strip have no place yet.
+
+/// Makes the tabs, selectors and heading.
+EditorPages MakeTabs(QTabWidget& tabs);
+/// Makes the rest. `deviceNames` tells the devices of COM1 … COM4.
+void MakePages(EditorPages& pages, QTabWidget& tabs, std::function<QStringList()> deviceNames);
 
 } // namespace vek

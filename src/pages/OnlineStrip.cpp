@@ -1,6 +1,7 @@
 #include "pages/OnlineStrip.h"
 
 #include "controls/LevelTrim.h"
+#include "controls/NameLabel.h"
 #include "controls/TextConversion.h"
 #include "model/Levels.h"
 
@@ -15,6 +16,22 @@
 namespace vek {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A control with room for the name of what it stands for. All are equally wide.
+NameLabel* AddNamed(QHBoxLayout& row, QWidget& control, QWidget* parent) {
+    auto* name = new NameLabel(parent);
+    auto* pair = new QHBoxLayout;
+    pair->setSpacing(4);
+    pair->addWidget(&control);
+    pair->addWidget(name, 1);
+    pair->addStretch(0);
+    row.addLayout(pair, 1);
+    return name;
+}
+
+} // namespace
 
 OnlineStrip::OnlineStrip(QWidget* parent) : QWidget(parent) {
     auto* frames = new QVBoxLayout;
@@ -58,7 +75,7 @@ QWidget* OnlineStrip::MakeInputs(const QString& muteCaption) {
         option->setAccessibleName(tr("Listen to input %1").arg(input + 1));
         connect(option, &QRadioButton::clicked, this, [this, input] { Q_EMIT RouteClicked(input); });
         RouteOption[input] = option;
-        row->addWidget(option, 1);
+        inputNames_[input] = AddNamed(*row, *option, frame);
     }
     RouteOption[0]->setChecked(true);
     return frame;
@@ -76,9 +93,16 @@ QWidget* OnlineStrip::MakeMutes(const QString& muteCaption) {
         check->setAccessibleName(tr("Mute output %1").arg(output + 1));
         connect(check, &QCheckBox::clicked, this, &OnlineStrip::MuteClicked);
         OutPutSelectCheck[output] = check;
-        row->addWidget(check, 1);
+        outputNames_[output] = AddNamed(*row, *check, frame);
     }
     return frame;
+}
+
+void OnlineStrip::ShowNames(const Names& names) {
+    for (std::size_t i = 0; i < inputCount; ++i)
+        inputNames_[i]->SetName(NameOf(names, NameKind::Input, i));
+    for (std::size_t i = 0; i < outputCount; ++i)
+        outputNames_[i]->SetName(NameOf(names, NameKind::Output, i));
 }
 
 std::size_t OnlineStrip::Input() const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/Config.h"
+#include "model/Names.h"
 
 #include <QWidget>
 
@@ -14,6 +15,7 @@ class QRadioButton;
 namespace vek {
 
 class LevelTrim;
+class NameLabel;
 
 class OnlineStrip : public QWidget {
     Q_OBJECT
@@ -23,6 +25,8 @@ class OnlineStrip : public QWidget {
 
     /// The input listened to, 0 … 7.
     std::size_t Input() const;
+    /// Names the inputs and outputs.
+    void ShowNames(const Names& names);
 
     // Owned by this widget.
     std::array<QRadioButton*, inputCount> RouteOption;     ///< frame "Input"
@@ -39,6 +43,9 @@ class OnlineStrip : public QWidget {
     int CaptionWidth(const QString& caption) const;
     QWidget* MakeInputs(const QString& muteCaption);
     QWidget* MakeMutes(const QString& muteCaption);
+
+    std::array<NameLabel*, inputCount> inputNames_;
+    std::array<NameLabel*, outputCount> outputNames_;
 };
 
 } // namespace vek

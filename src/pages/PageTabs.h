@@ -5,17 +5,15 @@
 
 namespace vek {
 
-/// Asks its pages for their least size only when the window has been painted: to lay out the pages that do
-/// not show would take as long as the rest of the start.
 class PageTabs : public QTabWidget {
     Q_OBJECT
 
   public:
     using QTabWidget::QTabWidget;
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
-    bool hasHeightForWidth() const override;
+  Q_SIGNALS:
+    /// Once, when the first page can be seen.
+    void Painted();
 
   protected:
     void paintEvent(QPaintEvent* event) override;

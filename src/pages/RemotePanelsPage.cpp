@@ -1,6 +1,7 @@
 #include "pages/RemotePanelsPage.h"
 
 #include "controls/LayoutHelpers.h"
+#include "controls/NameLabel.h"
 #include "controls/RemoteNumberPanel.h"
 #include "controls/TextConversion.h"
 
@@ -30,6 +31,8 @@ constexpr ListColumn listColumns[] = {
      NumberList::SelectorPanels, &RemotePanelsPage::RemotePanelSelects},
 };
 
+constexpr int firstColumn = 2; // behind number and name
+
 QLabel* Heading(const QString& text, QWidget* parent) {
     auto* heading = new QLabel(text, parent);
     heading->setWordWrap(true);
@@ -52,7 +55,7 @@ RemotePanelsPage::RemotePanelsPage(QWidget* parent) : QWidget(parent) {
     auto* grid = new QGridLayout(this);
     grid->setHorizontalSpacing(16);
     grid->setVerticalSpacing(10);
-    int column = 1;
+    int column = firstColumn;
     for (const ListColumn& list : listColumns) {
         grid->addWidget(Heading(tr(list.Caption), this), 0, column);
         grid->setColumnStretch(column, list.List == NumberList::InputSequence ? 3 : 4);
@@ -64,7 +67,9 @@ RemotePanelsPage::RemotePanelsPage(QWidget* parent) : QWidget(parent) {
         const int row = static_cast<int>(output) + 1;
         const QString number = QString::number(row);
         grid->addWidget(new QLabel(tr("Output %1").arg(number), this), row, 0);
-        column = 1;
+        names_[output] = new NameLabel(this);
+        grid->addWidget(names_[output], row, 1);
+        column = firstColumn;
         for (const ListColumn& list : listColumns) {
             auto* box = new RemoteNumberPanel(this);
             box->setObjectName(ElementName(list.Name, output));
@@ -88,6 +93,11 @@ RemotePanelsPage::RemotePanelsPage(QWidget* parent) : QWidget(parent) {
                           this);
     grid->addWidget(hint, static_cast<int>(outputCount) + 1, 0, 1, column + 1);
     grid->setRowStretch(static_cast<int>(outputCount) + 2, 1);
+}
+
+void RemotePanelsPage::ShowNames(const Names& names) {
+    for (std::size_t output = 0; output < outputCount; ++output)
+        names_[output]->SetName(NameOf(names, NameKind::Output, output));
 }
 
 void RemotePanelsPage::RefreshTakenMarks(const ModeRecord& mode) {

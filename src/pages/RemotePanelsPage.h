@@ -3,6 +3,7 @@
 #pragma once
 
 #include "model/Config.h"
+#include "model/Names.h"
 
 #include <QWidget>
 
@@ -12,6 +13,7 @@ class QCheckBox;
 
 namespace vek {
 
+class NameLabel;
 class RemoteNumberPanel;
 
 class RemotePanelsPage : public QWidget {
@@ -28,6 +30,8 @@ class RemotePanelsPage : public QWidget {
 
     /// Marks, for every box, the panels that another output of the mode already has.
     void RefreshTakenMarks(const ModeRecord& mode);
+    /// Names the outputs.
+    void ShowNames(const Names& names);
 
   Q_SIGNALS:
     /// A list was edited; it may still be put in order afterwards.
@@ -37,6 +41,9 @@ class RemotePanelsPage : public QWidget {
     /// A key was typed into a panel list, before it is checked.
     void KeyTyped();
     void LinkClicked();
+
+  private:
+    std::array<NameLabel*, outputCount> names_;
 };
 
 } // namespace vek

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "model/Config.h"
+#include "model/Names.h"
+#include "pages/SelectorOption.h"
 
 #include <QWidget>
 
 #include <array>
 #include <string_view>
-
-class QRadioButton;
 
 namespace vek {
 
@@ -18,9 +18,14 @@ class Selectors : public QWidget {
   public:
     explicit Selectors(QWidget* parent = nullptr);
 
+    /// Shows what the modes are called and which are in use, and the same of the outputs in a mode (0 … 7).
+    void ShowStates(const MatrixConfig& config, std::size_t mode, const Names& names);
+    /// Whether the page in front shows the chosen output, or all of them.
+    void SetOutputConcerned(bool concerned);
+
     // Owned by this widget.
-    std::array<QRadioButton*, modeCount> Modes;
-    std::array<QRadioButton*, outputCount> UsePanel;
+    std::array<SelectorOption*, modeCount> Modes;
+    std::array<SelectorOption*, outputCount> UsePanel;
 
   Q_SIGNALS:
     void ModeChosen();
@@ -34,7 +39,7 @@ class Selectors : public QWidget {
 
   private:
     using ChosenSignal = void (Selectors::*)();
-    QWidget* MakeFrame(const QString& title, std::string_view name, std::array<QRadioButton*, 8>& options,
+    QWidget* MakeFrame(const QString& title, std::string_view name, std::array<SelectorOption*, 8>& options,
                        ChosenSignal chosen);
     void RequestMenu(QObject* option, const QPoint& globalPosition);
 };

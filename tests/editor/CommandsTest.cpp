@@ -295,6 +295,7 @@ TEST(StartUp, OpensTheNamedFileUnnamed) {
     QString passing;
     const auto tick = [&](const std::string& commandLine) {
         CorvaneForm window(services, commandLine);
+        window.FinishStart();
         window.Timer4_Tick();
         status = window.findChild<QLabel*>(u"StatusFile"_s)->text();
         passing = window.statusBar()->currentMessage();
@@ -317,6 +318,7 @@ TEST(StartUp, OpensTheNamedFileUnnamed) {
 
 TEST_F(Commands, ANewConfigurationOfAFileIsSavedBesideIt) {
     window = std::make_unique<CorvaneForm>(services, DataPath("07.VMC"));
+    window->FinishStart();
     window->Timer4_Tick();
     boxes.ExpectSaveFile(Sample("07"), std::nullopt);
     Trigger(u"SAVEAS"_s);

@@ -46,6 +46,7 @@ class EditorTest : public testing::Test {
                    .MakeTimer = [this] { return std::make_unique<BorrowedTimer>(port); },
                    .PortNames = [this] { return ++looksForPorts, QStringList{u"ttyUSB0"_s}; }} {
         window = std::make_unique<CorvaneForm>(services, std::string());
+        window->FinishStart();
         window->show();
     }
 

@@ -101,6 +101,7 @@ TEST_F(OnlineWindow, ToldToEndItRestartsTheUnitAndAsksNothing) {
         silent = false;
         window.reset();
         window = std::make_unique<CorvaneForm>(services, std::string());
+        window->FinishStart();
         window->show();
         tabs = Find<QTabWidget>(u"SSTab1"_s);
     }
@@ -156,7 +157,8 @@ TEST_F(OnlineWindow, ASearchAndADownloadTakeTurns) {
         auto* form = window->findChild<QDialog*>(u"VekComms"_s);
         ASSERT_NE(form, nullptr);
         QCoreApplication::processEvents();
-        EXPECT_TRUE(form->findChild<QLabel*>(u"Blanking1"_s)->text().startsWith(u"Waiting for the search"_s));
+        EXPECT_TRUE(form->findChild<QLabel*>(u"Blanking1"_s)->text().startsWith(u"Waiting for the search"_s))
+            << form->findChild<QLabel*>(u"Blanking1"_s)->text().toStdString();
         Settle();
         EXPECT_EQ(window->focusWidget(), Find(u"OnlinePort_0"_s));
         EXPECT_EQ(others.Story("open"), "0 open 1") << "after the other search";

@@ -30,6 +30,7 @@ class Recovery : public EditorTest {
     void Start(const std::string& commandLine = {}) {
         window.reset();
         window = std::make_unique<CorvaneForm>(services, commandLine);
+        window->FinishStart();
         window->show();
         window->Timer4_Tick();
     }
@@ -187,6 +188,7 @@ TEST_F(Recovery, DiscardingOneOffersTheNext) {
 TEST_F(Recovery, EditsBeforeTheFileOfTheCommandLineIsOpenedAreKept) {
     window.reset();
     window = std::make_unique<CorvaneForm>(services, hall);
+    window->FinishStart();
     window->show();
     Raise();
     const std::string edited = Bytes();
@@ -382,6 +384,7 @@ TEST_F(EditorTest, EveryFailureOfTheDiskLeavesTheOldFileOrTheNewOneAndIsTold) {
     const EditorServices saver{saving, store, services.MakeSerialControl, services.MakeTimer,
                                services.PortNames};
     window = std::make_unique<CorvaneForm>(saver, std::string());
+    window->FinishStart();
     for (const char* command : {"SAVEAS", "TEXT", "CSV", "EXPORT"}) {
         std::optional<std::string> written; // by the command without failures
         const std::string old = std::string(20'000, 'o');

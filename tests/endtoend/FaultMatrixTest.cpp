@@ -92,6 +92,7 @@ class FaultMatrix : public testing::TestWithParam<Cell> {
     FaultMatrix() {
         boxes.Seen = [this](const QString& box) { Note(box); };
         window = std::make_unique<CorvaneForm>(services, std::string());
+        window->FinishStart();
         window->show();
         CheckDeviceTypes(store, types);
     }

@@ -86,6 +86,7 @@ int main(int argc, char* argv[]) {
             .PortNames = [] { return QStringList{u"pts"_s}; },
             .StateFolder = argv[3]};
         CorvaneForm window(services, {});
+        window.FinishStart();
         endings.Watch(window);
         QObject::connect(&window, &CorvaneForm::Ended, &application, [] { QApplication::exit(); });
         window.show();

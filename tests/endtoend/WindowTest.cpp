@@ -37,6 +37,7 @@ class WindowOnDevice : public testing::Test {
     void Start(const SimulatedVekOptions& options = {}) {
         vek.emplace(options);
         window = std::make_unique<CorvaneForm>(services, std::string());
+        window->FinishStart();
         window->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     }

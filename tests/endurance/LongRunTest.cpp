@@ -177,6 +177,7 @@ TEST_F(LongRun, AtAUsersPaceOnARealLine) {
     };
     services.MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); };
     window = std::make_unique<CorvaneForm>(services, std::string());
+    window->FinishStart();
     window->show();
     const auto await = [&](auto condition, const char* what) {
         EXPECT_TRUE(QTest::qWaitFor(condition, 10'000)) << what;

@@ -98,6 +98,7 @@ Monkey::Monkey(unsigned seed, int events)
                          .StateFolder = boxes_.Path("state").toStdString()} {
     const std::string sample = boxes_.AnySample().toStdString();
     window_ = std::make_unique<CorvaneForm>(services_, Below(2) != 0 ? sample : std::string());
+    window_->FinishStart();
     tabs_ = window_->findChild<QTabWidget*>(u"SSTab1"_s);
     window_->show();
     window_->activateWindow();

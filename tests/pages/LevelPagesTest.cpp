@@ -43,7 +43,7 @@ TEST(LevelsPage, EachRowHasItsCaptionItsLimitsAndItsButton) {
 }
 
 TEST(TrimPage, EachFaderHasItsNumberAndTheRangeOfTrimsAndTellsItsEdits) {
-    TrimPage page("OutputLevelTrim", u"Output Trims"_s, u"Output %1"_s);
+    TrimPage page("OutputLevelTrim", u"Output Trims"_s, NameKind::Output);
     page.resize(800, 400);
     ShowActive(page);
     QSignalSpy edits(&page, &TrimPage::Edited);

@@ -1,0 +1,58 @@
+#include "pages/PageHeading.h"
+
+#include "controls/LayoutHelpers.h"
+#include "controls/TextConversion.h"
+#include "pages/PageTab.h"
+
+namespace vek {
+
+using namespace Qt::StringLiterals;
+
+PageHeading::PageHeading(QWidget* parent) : ElidedLabel(QString(), parent) {
+    setObjectName(u"PageHeading"_s);
+    QFont strong = font();
+    strong.setBold(true);
+    setFont(strong);
+}
+
+void PageHeading::ShowPage(int tab) {
+    tab_ = tab;
+    ShowText();
+}
+
+void PageHeading::ShowPlace(std::size_t mode, std::size_t output, const Names& names) {
+    mode_ = NumberAndName(names, NameKind::Mode, mode);
+    output_ = NumberAndName(names, NameKind::Output, output);
+    ShowText();
+}
+
+void PageHeading::ShowText() {
+    const auto words = [this] {
+        switch (tab_) {
+        case RemotePanelsTab:
+            return tr("Remote panels of %1").arg(mode_);
+        case LevelsTab:
+            return tr("Levels of %1, %2").arg(mode_, output_);
+        case AddressesTab:
+            return tr("VekNet addresses of all modes, and of %1 in every mode").arg(output_);
+        case Rs232Tab:
+            return tr("RS232 codes of all outputs, the same in every configuration");
+        case InputTrimsTab:
+            return tr("Input trims, in every mode");
+        case OutputTrimsTab:
+            return tr("Output trims, in every mode");
+        case NotesTab:
+            return tr("Notes and names of the whole configuration");
+        case OnlineTab:
+            return tr("The unit at a serial port");
+        default:
+            return tr("Overview of all modes and outputs");
+        }
+    };
+    if (const QString text = words(); text != this->text()) {
+        setText(text);
+        SetPlainToolTip(*this, text);
+    }
+}
+
+} // namespace vek

@@ -1,0 +1,24 @@
+#include "pages/PageScroll.h"
+
+namespace vek {
+
+namespace {
+
+constexpr int leastLines = 6;
+
+} // namespace
+
+PageScroll::PageScroll(QWidget* parent) : QScrollArea(parent) {
+    setWidgetResizable(true);
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    // The tab's own background shows through.
+    viewport()->setAutoFillBackground(false);
+}
+
+QSize PageScroll::minimumSizeHint() const {
+    const int line = fontMetrics().lineSpacing();
+    return {line * leastLines * 2, line * leastLines};
+}
+
+} // namespace vek

@@ -1,0 +1,19 @@
+// What a page lies in.
+#pragma once
+
+#include <QScrollArea>
+
+namespace vek {
+
+/// Gives its page all the room there is, and scrolls below the page's least size.
+class PageScroll : public QScrollArea {
+    Q_OBJECT
+
+  public:
+    explicit PageScroll(QWidget* parent = nullptr);
+
+    /// The least that is of use; the page scrolls then.
+    QSize minimumSizeHint() const override;
+};
+
+} // namespace vek
