@@ -1,5 +1,6 @@
 // The Vorn Matrix Editor.
 
+#include "controls/VisibleMarks.h"
 #include "dialogs/Dialogs.h"
 #include "editor/CorvaneForm.h"
 #include "editor/Endings.h"
@@ -103,6 +104,7 @@ int main(int argc, char* argv[]) {
     QApplication::setApplicationDisplayName(QString());
     QApplication::setApplicationVersion(QLatin1StringView(VEK_VERSION));
     QApplication::setDesktopFileName(u"vorn-matrix-editor"_s);
+    VisibleMarks::Install();
 
     std::vector<std::string> words;
     if (const auto ended = ReadCommandLine(argc, argv, words))

@@ -1,5 +1,8 @@
 #include "controls/AddressLabel.h"
 
+#include "controls/Contrast.h"
+#include "controls/FocusGrid.h"
+
 #include <QContextMenuEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -11,30 +14,45 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double cornerRadius = 4.0;
+constexpr int leastMargins = 8; // at the left and the right together, pixels
 
 } // namespace
 
-AddressLabel::AddressLabel(const QString& function, QWidget* parent) : QAbstractButton(parent) {
+AddressLabel::AddressLabel(QWidget* parent) : QAbstractButton(parent) {
     setCheckable(true);
-    setFocusPolicy(Qt::TabFocus);
-    setAccessibleName(function);
+    setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setCursor(Qt::PointingHandCursor);
 }
 
-void AddressLabel::SetAddress(int address) { Show(true, QString::number(address)); }
+void AddressLabel::SetMeaning(const QString& meaning) {
+    meaning_ = meaning;
+    TellName();
+}
 
-void AddressLabel::SetOff() { Show(false, tr("OFF")); }
-
-void AddressLabel::Show(bool enabled, const QString& shown) {
+void AddressLabel::ShowAddress(int address, bool enabled) {
     setChecked(enabled);
+    address_ = address;
+    const QString shown = enabled ? QString::number(address) : tr("OFF");
     if (text() != shown)
         setText(shown);
+    TellName();
+}
+
+void AddressLabel::TellName() {
+    const QString state = isChecked() ? tr("on") : tr("off");
+    setAccessibleName(tr("%1, address %2, %3").arg(meaning_, QString::number(address_), state));
 }
 
 QSize AddressLabel::sizeHint() const {
     const QFontMetrics metrics = fontMetrics();
     return {metrics.horizontalAdvance(u"00000"_s) + metrics.height(), metrics.height() + 8};
+}
+
+QSize AddressLabel::minimumSizeHint() const {
+    QFont bold = font();
+    bold.setBold(true);
+    return {QFontMetrics(bold).horizontalAdvance(u"0000"_s) + leastMargins, sizeHint().height()};
 }
 
 void AddressLabel::paintEvent(QPaintEvent*) {
@@ -45,24 +63,25 @@ void AddressLabel::paintEvent(QPaintEvent*) {
     QFont shown = font();
     if (isChecked()) {
         // On: filled and bold. Off: an empty dashed frame. The two differ without any colour.
-        painter.setPen(QPen(colours.color(QPalette::Highlight), 1));
-        painter.setBrush(colours.color(QPalette::Highlight));
+        const QColor text = colours.color(QPalette::HighlightedText);
+        const QColor fill = ReadableFill(colours.color(QPalette::Highlight), text);
+        painter.setPen(QPen(fill, 1));
+        painter.setBrush(fill);
         painter.drawRoundedRect(box, cornerRadius, cornerRadius);
-        painter.setPen(colours.color(QPalette::HighlightedText));
+        painter.setPen(text);
         shown.setBold(true);
     } else {
-        QColor line = colours.color(QPalette::WindowText);
-        line.setAlphaF(underMouse() ? 0.9F : 0.45F);
+        const QColor strong = colours.color(QPalette::WindowText);
+        const QColor behind = colours.color(QPalette::Window);
+        const QColor line = underMouse() ? strong : LighterText(strong, behind, visibleContrast);
         painter.setPen(QPen(line, 1, Qt::DashLine));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(box, cornerRadius, cornerRadius);
-        QColor faint = colours.color(QPalette::WindowText);
-        faint.setAlphaF(0.75F);
-        painter.setPen(faint);
+        painter.setPen(LighterText(strong, behind));
     }
     painter.setFont(shown);
     painter.drawText(rect(), Qt::AlignCenter, text());
-    if (hasFocus()) {
+    if (ShowsFocus(*this)) {
         painter.setPen(QPen(colours.color(QPalette::WindowText), 1.5));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(QRectF(rect()).adjusted(0.75, 0.75, -0.75, -0.75), cornerRadius + 1,

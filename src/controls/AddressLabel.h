@@ -6,19 +6,19 @@
 namespace vek {
 
 /// Left click or Space: clicked(). Right click, or the menu key: MenuRequested(). The owner sets the state,
-/// with SetAddress() or SetOff(); a click alone changes nothing.
+/// with ShowAddress(); a click alone changes nothing.
 class AddressLabel : public QAbstractButton {
     Q_OBJECT
 
   public:
-    /// `function` names the address to a screen reader.
-    explicit AddressLabel(const QString& function, QWidget* parent = nullptr);
+    explicit AddressLabel(QWidget* parent = nullptr);
 
-    void SetAddress(int address);
-    void SetOff();
+    /// What the address is for, as a screen reader says it before the address and its state.
+    void SetMeaning(const QString& meaning);
+    void ShowAddress(int address, bool enabled);
 
     QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    QSize minimumSizeHint() const override;
 
   Q_SIGNALS:
     void MenuRequested(const QPoint& globalPosition);
@@ -32,7 +32,10 @@ class AddressLabel : public QAbstractButton {
     void nextCheckState() override {}
 
   private:
-    void Show(bool enabled, const QString& shown);
+    void TellName();
+
+    QString meaning_;
+    int address_ = 0;
 };
 
 } // namespace vek

@@ -7,10 +7,10 @@ namespace vek {
 
 namespace {
 
-constexpr double lightest = 0.6; // of the text colour, where the palette has contrast to spare
 constexpr double step = 0.05;
-// The blended colour is rounded to whole steps of each channel.
-constexpr double wanted = readableContrast + 0.2;
+// Styles draw the panes of tabs and group boxes in shades of the background, up to so much nearer to the
+// text.
+constexpr double shade = 0.15;
 
 double Linear(float channel) {
     const double value = channel;
@@ -37,13 +37,23 @@ QColor Blended(const QColor& text, const QColor& background, double part) {
             mix(text.blue(), background.blue())};
 }
 
-QColor LighterText(const QColor& text, const QColor& background) {
-    for (double part = lightest; part < 1.0; part += step) {
+QColor LighterText(const QColor& text, const QColor& background, double contrast) {
+    const QColor nearest = Blended(text, background, shade);
+    for (double part = step; part < 1.0; part += step) {
         const QColor colour = Blended(text, background, part);
-        if (ContrastRatio(colour, background) >= wanted)
+        if (ContrastRatio(colour, nearest) >= contrast)
             return colour;
     }
     return text;
+}
+
+QColor ReadableFill(const QColor& background, const QColor& text) {
+    const bool bright = ContrastRatio(text, Qt::black) > ContrastRatio(text, Qt::white);
+    const QColor farther = bright ? Qt::black : Qt::white;
+    QColor fill = background;
+    for (double part = step; part < 1.0 && ContrastRatio(fill, text) < readableContrast; part += step)
+        fill = Blended(farther, background, part);
+    return fill;
 }
 
 } // namespace vek

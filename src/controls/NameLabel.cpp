@@ -7,7 +7,9 @@ namespace vek {
 
 namespace {
 
-constexpr int mostWanted = 18; // average characters
+// In average characters.
+constexpr int mostWanted = 18;
+constexpr int leastWanted = 3;
 
 } // namespace
 
@@ -24,6 +26,11 @@ void NameLabel::SetName(const QString& name) {
 QSize NameLabel::sizeHint() const {
     const QSize whole = ElidedLabel::sizeHint();
     return {qMin(whole.width(), fontMetrics().averageCharWidth() * mostWanted), whole.height()};
+}
+
+QSize NameLabel::minimumSizeHint() const {
+    const QSize more = ElidedLabel::minimumSizeHint();
+    return {qMin(more.width(), fontMetrics().averageCharWidth() * leastWanted), more.height()};
 }
 
 QColor NameLabel::TextColour() const {

@@ -15,8 +15,9 @@ class NameLabel : public ElidedLabel {
 
     void SetName(const QString& name);
 
-    /// Long names do not widen the page.
+    /// Long names do not widen the page, and where it is very narrow a letter has to do.
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
   protected:
     QColor TextColour() const override;

@@ -14,6 +14,7 @@
 #include "pages/OnlineStrip.h"
 #include "pages/PageHeading.h"
 #include "pages/RemotePanelsPage.h"
+#include "pages/Rs232Page.h"
 #include "pages/Selectors.h"
 #include "pages/TrimPage.h"
 
@@ -151,6 +152,8 @@ void ModelView::ShowNames() {
         return;
     names_ = std::move(names);
     pages_.RemotePanels->ShowNames(names_);
+    pages_.Addresses->ShowNames(names_);
+    pages_.Rs232->ShowNames(names_);
     pages_.InputTrims->ShowNames(names_);
     pages_.OutputTrims->ShowNames(names_);
     pages_.Strip->ShowNames(names_);

@@ -36,9 +36,9 @@ class ModelView {
     /// The current mode and output in Config. Throw SubscriptError while nothing is selected.
     const ModeRecord& Mode() const;
     const OutputLevelRecord& Levels() const;
-    std::size_t Output() const;
     /// What the notes call things.
     const Names& ShownNames() const { return names_; }
+    std::size_t Output() const;
 
     // Between the controls and Config.
 

@@ -1,13 +1,18 @@
 #include "pages/AddressesPage.h"
 
 #include "controls/AddressLabel.h"
+#include "controls/FocusGrid.h"
 #include "controls/LayoutHelpers.h"
+#include "controls/NameLabel.h"
 #include "controls/TextConversion.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+
+#include <optional>
+#include <utility>
 
 namespace vek {
 
@@ -35,27 +40,62 @@ constexpr std::string_view LabelName(AddressGroup group) {
 constexpr const char* volumeCaptions[] = {"Step Up", "Step Down", "Analog", "Mute"};
 constexpr const char* controlCaptions[] = {"Next", "Previous", "Analog"};
 
-void AddHeadings(QGridLayout* grid, QWidget* parent) {
-    int column = 1;
-    for (const QString& side : {AddressesPage::tr("In"), AddressesPage::tr("Out")}) {
-        auto* heading = new QLabel(side, parent);
-        heading->setAlignment(Qt::AlignHCenter);
-        grid->addWidget(heading, 0, column++);
+QString FrameTitle(AddressGroup group) {
+    switch (group) {
+    case AddressGroup::Mode:
+        return AddressesPage::tr("Mode Recall");
+    case AddressGroup::Route:
+    case AddressGroup::RouteControl:
+        return AddressesPage::tr("Input Select Addresses");
+    case AddressGroup::Volume:
+        return AddressesPage::tr("Volume Addresses");
     }
+    return {};
 }
+
+/// The kind of thing that a row of the group stands for, where it has a number.
+std::optional<NameKind> KindOfRows(AddressGroup group) {
+    switch (group) {
+    case AddressGroup::Mode:
+        return NameKind::Mode;
+    case AddressGroup::Route:
+        return NameKind::Input;
+    case AddressGroup::RouteControl:
+    case AddressGroup::Volume:
+        break;
+    }
+    return std::nullopt;
+}
+
+/// What stands before the labels of a row, and before its name.
+QString RowCaption(AddressGroup group, std::size_t row) {
+    if (const auto kind = KindOfRows(group))
+        return FromConstant(NumberText(*kind, row));
+    return AddressesPage::tr(group == AddressGroup::Volume ? volumeCaptions[row] : controlCaptions[row]);
+}
+
+enum Column { CaptionColumn, NameColumn, InColumn, OutColumn, columnCount };
 
 } // namespace
 
+/// A group box with rows of labels.
+struct AddressesPage::Frame {
+    QGroupBox* Box;
+    QGridLayout* Grid;
+    FocusGrid* Focus;
+    int Rows = 1; ///< with the headings
+};
+
 AddressesPage::AddressesPage(QWidget* parent) : QWidget(parent) {
     auto* layout = new QHBoxLayout(this);
-    layout->addWidget(MakeModeFrame(), 1);
-    layout->addWidget(MakeInputFrame(), 1);
-    layout->addWidget(MakeVolumeFrame(), 1);
+    layout->addWidget(MakeModeFrame(), 3); // wider, for its names
+    layout->addWidget(MakeInputFrame(), 3);
+    layout->addWidget(MakeVolumeFrame(), 2);
+    TellMeanings();
 }
 
-AddressLabel* AddressesPage::MakeLabel(AddressGroup group, std::size_t function, const QString& caption) {
-    const bool input = function < FirstOutputFunction(group);
-    auto* label = new AddressLabel(caption + u' ' + (input ? tr("In") : tr("Out")), this);
+AddressLabel* AddressesPage::MakeLabel(AddressGroup group, std::size_t function) {
+    auto* label = new AddressLabel(this);
     label->setObjectName(ElementName(LabelName(group), function));
     connect(label, &AddressLabel::clicked, this,
             [this, group, function] { Q_EMIT Clicked(group, function); });
@@ -65,52 +105,63 @@ AddressLabel* AddressesPage::MakeLabel(AddressGroup group, std::size_t function,
     return label;
 }
 
-void AddressesPage::AddPair(QGridLayout* grid, int row, const QString& caption, AddressGroup group,
-                            std::size_t function) {
-    grid->addWidget(new QLabel(caption, this), row, 0);
-    grid->addWidget(MakeLabel(group, function, caption), row, 1);
-    grid->addWidget(MakeLabel(group, function + FirstOutputFunction(group), caption), row, 2);
+AddressesPage::Frame AddressesPage::MakeFrame(const QString& title) {
+    auto* box = new QGroupBox(title, this);
+    auto* grid = new QGridLayout(box);
+    int column = InColumn;
+    for (const QString& side : {tr("In"), tr("Out")}) {
+        auto* heading = new QLabel(side, box);
+        heading->setAlignment(Qt::AlignHCenter);
+        grid->addWidget(heading, 0, column++);
+    }
+    return {box, grid, new FocusGrid(2, box)};
+}
+
+void AddressesPage::AddRows(Frame& frame, AddressGroup group) {
+    const std::size_t count = FirstOutputFunction(group);
+    const auto kind = KindOfRows(group);
+    for (std::size_t row = 0; row < count; ++row, ++frame.Rows) {
+        frame.Grid->addWidget(new QLabel(RowCaption(group, row), frame.Box), frame.Rows, CaptionColumn);
+        if (kind) {
+            auto* name = new NameLabel(frame.Box);
+            (*kind == NameKind::Mode ? modeNames_ : inputNames_)[row] = name;
+            frame.Grid->addWidget(name, frame.Rows, NameColumn);
+        }
+        int column = InColumn;
+        for (const std::size_t function : {row, count + row}) {
+            AddressLabel* label = MakeLabel(group, function);
+            frame.Grid->addWidget(label, frame.Rows, column++);
+            frame.Focus->Add(label);
+        }
+    }
 }
 
 QWidget* AddressesPage::MakeModeFrame() {
-    auto* frame = new QGroupBox(tr("Mode Recall"), this);
-    auto* grid = new QGridLayout(frame);
-    AddHeadings(grid, frame);
-    int row = 1;
-    for (std::size_t mode = 0; mode < modeCount; ++mode)
-        AddPair(grid, row++, tr("Mode %1").arg(mode + 1), AddressGroup::Mode, mode);
-    grid->setRowStretch(row, 1);
-    return frame;
+    Frame frame = MakeFrame(FrameTitle(AddressGroup::Mode));
+    AddRows(frame, AddressGroup::Mode);
+    frame.Grid->setRowStretch(frame.Rows, 1);
+    return frame.Box;
 }
 
 QWidget* AddressesPage::MakeInputFrame() {
-    auto* frame = new QGroupBox(tr("Input Select Addresses"), this);
-    auto* grid = new QGridLayout(frame);
-    AddHeadings(grid, frame);
-    int row = 1;
-    for (std::size_t input = 0; input < inputCount; ++input)
-        AddPair(grid, row++, tr("Input %1").arg(input + 1), AddressGroup::Route, input);
-    for (std::size_t control = 0; control < std::size(controlCaptions); ++control)
-        AddPair(grid, row++, tr(controlCaptions[control]), AddressGroup::RouteControl, control);
-    grid->setRowStretch(row, 1);
-    return frame;
+    Frame frame = MakeFrame(FrameTitle(AddressGroup::Route));
+    AddRows(frame, AddressGroup::Route);
+    AddRows(frame, AddressGroup::RouteControl);
+    frame.Grid->setRowStretch(frame.Rows, 1);
+    return frame.Box;
 }
 
 QWidget* AddressesPage::MakeVolumeFrame() {
-    auto* frame = new QGroupBox(tr("Volume Addresses"), this);
-    auto* grid = new QGridLayout(frame);
-    AddHeadings(grid, frame);
-    int row = 1;
-    for (std::size_t function = 0; function < std::size(volumeCaptions); ++function)
-        AddPair(grid, row++, tr(volumeCaptions[function]), AddressGroup::Volume, function);
+    Frame frame = MakeFrame(FrameTitle(AddressGroup::Volume));
+    AddRows(frame, AddressGroup::Volume);
     auto* hint =
         MakeHint(tr("Click an address to switch it on or off. Right-click for many at once.\n\nInput select "
                     "and volume addresses are those of the output chosen on the left."),
-                 frame);
-    grid->setRowMinimumHeight(row++, 12);
-    grid->addWidget(hint, row++, 0, 1, 3);
-    grid->setRowStretch(row, 1);
-    return frame;
+                 frame.Box);
+    frame.Grid->setRowMinimumHeight(frame.Rows, 12);
+    frame.Grid->addWidget(hint, frame.Rows + 1, 0, 1, columnCount);
+    frame.Grid->setRowStretch(frame.Rows + 2, 1);
+    return frame.Box;
 }
 
 std::span<AddressLabel*> AddressesPage::Labels(AddressGroup group) {
@@ -127,16 +178,43 @@ std::span<AddressLabel*> AddressesPage::Labels(AddressGroup group) {
     return VolumeVekNetLabel_;
 }
 
-void AddressesPage::ShowAddresses(const AddressEnables& enables, int base, std::size_t output) {
+QString AddressesPage::MeaningOf(AddressGroup group, std::size_t function) const {
+    const std::size_t rows = FirstOutputFunction(group);
+    const std::size_t row = function % rows;
+    const auto kind = KindOfRows(group);
+    QStringList parts = {FrameTitle(group), kind ? NumberAndName(names_, *kind, row) : RowCaption(group, row),
+                         function < rows ? tr("In") : tr("Out")};
+    if (group != AddressGroup::Mode)
+        parts += NumberAndName(names_, NameKind::Output, output_);
+    return parts.join(", "_L1);
+}
+
+void AddressesPage::TellMeanings() {
     for (const AddressGroup group : groups) {
         const auto labels = Labels(group);
-        for (std::size_t function = 0; function < labels.size(); ++function) {
-            if (IsSet(AddressFlag(enables, group, function, output)))
-                labels[function]->SetAddress(base + AddressOffset(group, function, output));
-            else
-                labels[function]->SetOff();
-        }
+        for (std::size_t function = 0; function < labels.size(); ++function)
+            labels[function]->SetMeaning(MeaningOf(group, function));
     }
+}
+
+void AddressesPage::ShowAddresses(const AddressEnables& enables, int base, std::size_t output) {
+    if (std::exchange(output_, output) != output)
+        TellMeanings();
+    for (const AddressGroup group : groups) {
+        const auto labels = Labels(group);
+        for (std::size_t function = 0; function < labels.size(); ++function)
+            labels[function]->ShowAddress(base + AddressOffset(group, function, output),
+                                          IsSet(AddressFlag(enables, group, function, output)));
+    }
+}
+
+void AddressesPage::ShowNames(const Names& names) {
+    names_ = names;
+    for (std::size_t mode = 0; mode < modeCount; ++mode)
+        modeNames_[mode]->SetName(NameOf(names, NameKind::Mode, mode));
+    for (std::size_t input = 0; input < inputCount; ++input)
+        inputNames_[input]->SetName(NameOf(names, NameKind::Input, input));
+    TellMeanings();
 }
 
 } // namespace vek

@@ -2,6 +2,7 @@
 // output.
 #pragma once
 
+#include "model/Names.h"
 #include "model/VekNetAddresses.h"
 
 #include <QWidget>
@@ -14,6 +15,8 @@ class QGridLayout;
 namespace vek {
 
 class AddressLabel;
+class FocusGrid;
+class NameLabel;
 
 class AddressesPage : public QWidget {
     Q_OBJECT
@@ -27,17 +30,30 @@ class AddressesPage : public QWidget {
     /// Captions every label: base plus offset where the function is enabled, "OFF" elsewhere.
     void ShowAddresses(const AddressEnables& enables, int base, std::size_t output);
 
+    /// Names the rows, and what a screen reader says.
+    void ShowNames(const Names& names);
+
   Q_SIGNALS:
     void Clicked(vek::AddressGroup group, std::size_t function);
     void MenuRequested(vek::AddressGroup group, std::size_t function, const QPoint& globalPosition);
 
   private:
+    struct Frame;
+
+    Frame MakeFrame(const QString& title);
     QWidget* MakeModeFrame();
     QWidget* MakeInputFrame();
     QWidget* MakeVolumeFrame();
-    void AddPair(QGridLayout* grid, int row, const QString& caption, AddressGroup group,
-                 std::size_t function);
-    AddressLabel* MakeLabel(AddressGroup group, std::size_t function, const QString& caption);
+    /// The rows of a group, each with a label of either side.
+    void AddRows(Frame& frame, AddressGroup group);
+    AddressLabel* MakeLabel(AddressGroup group, std::size_t function);
+    QString MeaningOf(AddressGroup group, std::size_t function) const;
+    void TellMeanings();
+
+    Names names_;
+    std::size_t output_ = 0;
+    std::array<NameLabel*, modeCount> modeNames_ = {};
+    std::array<NameLabel*, inputCount> inputNames_ = {};
 
     std::array<AddressLabel*, modeFunctionCount> VekNetLabel2_ = {};
     std::array<AddressLabel*, routeFunctionCount> VekNetLabelRoute_ = {};

@@ -50,7 +50,7 @@ void MakePages(EditorPages& pages, QTabWidget& tabs, std::function<QStringList()
     pages.RemotePanels = Place(tabs, RemotePanelsTab, new RemotePanelsPage);
     pages.Levels = Place(tabs, LevelsTab, new LevelsPage);
     pages.Addresses = Place(tabs, AddressesTab, new AddressesPage);
-    Place(tabs, Rs232Tab, new Rs232Page);
+    pages.Rs232 = Place(tabs, Rs232Tab, new Rs232Page);
     pages.InputTrims = Place(tabs, InputTrimsTab,
                              new TrimPage("InputLevelTrim", QObject::tr("Input Trims"), NameKind::Input));
     pages.OutputTrims = Place(tabs, OutputTrimsTab,

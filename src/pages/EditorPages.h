@@ -19,6 +19,7 @@ class OnlinePage;
 class OnlineStrip;
 class PageHeading;
 class RemotePanelsPage;
+class Rs232Page;
 class Selectors;
 class TrimPage;
 
@@ -31,6 +32,7 @@ struct EditorPages {
     RemotePanelsPage* RemotePanels = nullptr;
     LevelsPage* Levels = nullptr;
     AddressesPage* Addresses = nullptr;
+    Rs232Page* Rs232 = nullptr;
     TrimPage* InputTrims = nullptr;
     TrimPage* OutputTrims = nullptr;
     NotesPage* Notes = nullptr;

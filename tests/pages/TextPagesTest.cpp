@@ -88,6 +88,14 @@ TEST(Rs232Page, EachCodeStandsUnderItsCommandBesideItsOutput) {
         EXPECT_TRUE(i >= 8 || Caption(page, label, Qt::TopEdge) == QLatin1StringView(heading)) << heading;
         EXPECT_TRUE(i % 8 != 0 || Caption(page, label, Qt::LeftEdge) == "Output "_L1 + output) << i;
     }
+    page.ShowNames(Names("Output 3: Foyer"));
+    EXPECT_EQ(Caption(page, Child<QLabel>(page, "RS232Label_16"), Qt::LeftEdge), "Foyer"_L1);
+    // The keyboard selects a code, and copies it.
+    QTest::keyClick(&page, Qt::Key_Tab);
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Down})
+        QTest::keyClick(QApplication::focusWidget(), key);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "D3"_L1);
 }
 
 TEST(NotesPage, TellsHowMuchRoomIsLeft) {
