@@ -2,74 +2,23 @@
 
 #include "base/Numbers.h"
 
-#include <algorithm>
-
 namespace vek {
 
 namespace {
 
-constexpr double twipsPerPixel = 15.0;
+constexpr int labels = static_cast<int>(outputCount);
 
-// All in twips.
-constexpr int labelWidth = 240;
-constexpr int labelHeight = 300;
-
-/// Where the labels of a group begin and how far apart they stand.
-struct Row {
-    int Left;
-    int Top;
-    int StepRight;
-    int StepDown;
-};
-constexpr std::array<Row, groupFrameCount> rows = {{
-    {480, 360, 0, 360},
-    {1320, 240, 240, 0},
-    {1320, 1080, 240, 0},
-    {1320, 1920, 240, 0},
-    {1320, 2760, 240, 0},
-}};
-
-// Each frame encloses a column or a row of all eight labels with room around it.
-constexpr int rowMarginX = 120;
-constexpr int rowMarginY = 105;
-constexpr int columnMargin = 90;
-constexpr int captionGap = 150;
-constexpr int captionWidth = 1080;
-constexpr int columnCaptionHeight = 255;
-
-constexpr int lastLabel = static_cast<int>(outputCount) - 1;
-
-struct TwipRect {
-    int Left;
-    int Top;
-    int Width;
-    int Height;
-};
-
-constexpr TwipRect FrameTwips(std::size_t frame) {
-    const Row& row = rows[frame];
-    const int marginX = row.StepRight == 0 ? columnMargin : rowMarginX;
-    const int marginY = row.StepDown == 0 ? rowMarginY : columnMargin;
-    return {row.Left - marginX, row.Top - marginY, lastLabel * row.StepRight + labelWidth + 2 * marginX,
-            lastLabel * row.StepDown + labelHeight + 2 * marginY};
+/// Between two labels.
+constexpr int Gap(int labelHeight) { return labelHeight / 6 + 1; }
+/// Between a frame and its labels.
+constexpr int Margin(int labelHeight) { return labelHeight / 4 + 1; }
+/// The length of a frame around eight labels in a line, each so long.
+constexpr int FrameLength(int label, int labelHeight) {
+    return labels * label + (labels - 1) * Gap(labelHeight) + 2 * Margin(labelHeight);
 }
-
-constexpr TwipRect CaptionTwips(std::size_t frame) {
-    const TwipRect beside = FrameTwips(frame);
-    if (rows[frame].StepRight == 0) {
-        const int middle = beside.Left + beside.Width / 2;
-        return {middle - captionWidth / 2, beside.Top - columnCaptionHeight, captionWidth,
-                columnCaptionHeight};
-    }
-    return {beside.Left + beside.Width + captionGap, beside.Top, captionWidth, beside.Height};
-}
-
-PixelRect Scaled(const TwipRect& rect, double scale) {
-    const auto pixels = [scale](int twips) {
-        return static_cast<int>(RoundHalfEven(twips * scale / twipsPerPixel));
-    };
-    return {pixels(rect.Left), pixels(rect.Top), pixels(rect.Width), pixels(rect.Height)};
-}
+constexpr int FrameBreadth(int label, int labelHeight) { return label + 2 * Margin(labelHeight); }
+/// Between the column and the rows.
+constexpr int RowsGap(int labelHeight) { return labelHeight / 2; }
 
 } // namespace
 
@@ -79,20 +28,53 @@ bool Contains(const PixelRect& outer, const PixelRect& inner) {
            inner.Top + inner.Height <= outer.Top + outer.Height;
 }
 
-PixelRect GroupingLayout::Frame(std::size_t frame) const { return Scaled(FrameTwips(frame), scale_); }
+int GroupingLayout::LabelWidthFor(int drawingWidth, int labelHeight) {
+    const int others = FrameBreadth(0, labelHeight) + RowsGap(labelHeight) + FrameLength(0, labelHeight);
+    return (drawingWidth - others) / (labels + 1);
+}
 
-PixelRect GroupingLayout::Caption(std::size_t frame) const { return Scaled(CaptionTwips(frame), scale_); }
+int GroupingLayout::HeightFor(int labelHeight, int captionHeight) {
+    return captionHeight + FrameLength(labelHeight, labelHeight);
+}
+
+PixelRect GroupingLayout::Frame(std::size_t frame) const {
+    const int height = sizes_.LabelHeight;
+    const int columnWidth = FrameBreadth(sizes_.LabelWidth, height);
+    const int columnHeight = FrameLength(height, height);
+    if (frame == 0)
+        return {0, sizes_.CaptionHeight, columnWidth, columnHeight};
+    // The last row ends where the column does.
+    const int rowHeight = FrameBreadth(height, height);
+    const int step = (columnHeight - rowHeight) / (linkGroupCount - 1);
+    const int below = (linkGroupCount - static_cast<int>(frame)) * step;
+    return {columnWidth + RowsGap(height), sizes_.CaptionHeight + columnHeight - rowHeight - below,
+            FrameLength(sizes_.LabelWidth, height), rowHeight};
+}
+
+PixelRect GroupingLayout::Caption(std::size_t frame) const {
+    const PixelRect below = Frame(frame);
+    return {below.Left, below.Top - sizes_.CaptionHeight, below.Width, sizes_.CaptionHeight};
+}
 
 std::array<PixelRect, outputCount> GroupingLayout::Labels(const LinkGroups& groups) const {
-    std::array<PixelRect, outputCount> labels;
-    std::array<Row, groupFrameCount> origins = rows;
-    for (std::size_t output = 0; output < outputCount; ++output) {
-        Row& origin = origins[CheckedIndex(groups[output], groupFrameCount)];
-        labels[output] = Scaled({origin.Left, origin.Top, labelWidth, labelHeight}, scale_);
-        origin.Left += origin.StepRight;
-        origin.Top += origin.StepDown;
+    const int margin = Margin(sizes_.LabelHeight);
+    const int gap = Gap(sizes_.LabelHeight);
+    std::array<PixelRect, groupFrameCount> next;
+    for (std::size_t frame = 0; frame < groupFrameCount; ++frame) {
+        const PixelRect around = Frame(frame);
+        next[frame] = {around.Left + margin, around.Top + margin, sizes_.LabelWidth, sizes_.LabelHeight};
     }
-    return labels;
+    std::array<PixelRect, outputCount> rects;
+    for (std::size_t output = 0; output < outputCount; ++output) {
+        const std::size_t group = CheckedIndex(groups[output], groupFrameCount);
+        PixelRect& place = next[group];
+        rects[output] = place;
+        if (group == 0)
+            place.Top += place.Height + gap;
+        else
+            place.Left += place.Width + gap;
+    }
+    return rects;
 }
 
 std::optional<std::size_t> GroupingLayout::FrameAround(const PixelRect& label) const {
@@ -103,13 +85,8 @@ std::optional<std::size_t> GroupingLayout::FrameAround(const PixelRect& label) c
 }
 
 PixelRect GroupingLayout::Bounds() const {
-    PixelRect bounds;
-    for (std::size_t frame = 0; frame < groupFrameCount; ++frame)
-        for (const PixelRect& part : {Frame(frame), Caption(frame)}) {
-            bounds.Width = std::max(bounds.Width, part.Left + part.Width);
-            bounds.Height = std::max(bounds.Height, part.Top + part.Height);
-        }
-    return bounds;
+    const PixelRect last = Frame(groupFrameCount - 1);
+    return {0, 0, last.Left + last.Width, HeightFor(sizes_.LabelHeight, sizes_.CaptionHeight)};
 }
 
 } // namespace vek

@@ -29,18 +29,30 @@ struct PixelRect {
 /// True when the inner rectangle does not reach beyond the outer one; touching edges count as inside.
 bool Contains(const PixelRect& outer, const PixelRect& inner);
 
-/// The dialog's drawing, designed in twips (15 to a pixel) and scaled as a whole, so that its proportions are
-/// the same at any size.
+/// What the drawing is made of, in pixels.
+struct GroupingSizes {
+    int LabelWidth;
+    int LabelHeight;
+    int CaptionHeight; ///< at most LabelHeight
+};
+
+/// The drawing: the individual outputs in a column on the left, the groups as rows beside it, each frame
+/// below its caption.
 class GroupingLayout {
   public:
-    /// `scale` is 1 at the design's own size of 15 twips to a pixel.
-    explicit GroupingLayout(double scale) : scale_(scale) {}
+    explicit GroupingLayout(const GroupingSizes& sizes) : sizes_(sizes) {}
+
+    /// The width of the labels that makes the drawing at most so wide, for labels of this height.
+    static int LabelWidthFor(int drawingWidth, int labelHeight);
+    /// How high the drawing is.
+    static int HeightFor(int labelHeight, int captionHeight);
 
     PixelRect Frame(std::size_t frame) const;
     /// Where the caption of a frame stands.
     PixelRect Caption(std::size_t frame) const;
     /// The rectangles of the output numbers: those of a group follow each other from the group's origin in
-    /// the order of the outputs. Throws SubscriptError for a group outside 0 … 4.
+    /// the order of the outputs, in a column for the individual ones and in a row for a group. Throws
+    /// SubscriptError for a group outside 0 … 4.
     std::array<PixelRect, outputCount> Labels(const LinkGroups& groups) const;
     /// The first frame that contains the rectangle.
     std::optional<std::size_t> FrameAround(const PixelRect& label) const;
@@ -48,7 +60,7 @@ class GroupingLayout {
     PixelRect Bounds() const;
 
   private:
-    double scale_;
+    GroupingSizes sizes_;
 };
 
 } // namespace vek

@@ -1,12 +1,19 @@
 #include "dialogs/LinkingForm.h"
 
+#include "controls/NameLabel.h"
+#include "controls/TextConversion.h"
 #include "dialogs/DialogButtons.h"
 #include "dialogs/OutputLabel.h"
 
 #include <QDialogButtonBox>
 #include <QFrame>
+#include <QHBoxLayout>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <ranges>
 
 namespace vek {
 
@@ -14,7 +21,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double designFontHeight = 13.0; // pixels at which the drawing has its design size
+// What the window needs on the screen around itself, pixels.
+constexpr int frameWidth = 12;
+constexpr int frameHeight = 40;
+constexpr int captionGap = 2; // between a caption and its frame
 
 QRect ToQRect(const PixelRect& rect) { return {rect.Left, rect.Top, rect.Width, rect.Height}; }
 
@@ -30,22 +40,19 @@ QLabel* MakeText(const QString& name, const QString& text, QWidget* parent) {
 
 } // namespace
 
-LinkingForm::LinkingForm(const LinkGroups& groups, QWidget* parent)
-    : QDialog(parent), groups_(groups), layout_(fontMetrics().height() / designFontHeight) {
+LinkingForm::LinkingForm(const LinkGroups& groups, std::size_t mode, const Names& names, QWidget* parent)
+    : QDialog(parent), groups_(groups), names_(names), drawing_(new QWidget(this)) {
     setWindowTitle(tr("Output Grouping"));
-    auto* drawing = new QWidget(this);
-    const PixelRect bounds = layout_.Bounds();
-    drawing->setFixedSize(bounds.Width, bounds.Height);
-    MakeFrames(drawing);
-    MakeLabels(drawing);
-    LayOutLabels();
+    MakeFrames();
+    MakeLabels();
 
     const DialogButtons buttons = MakeDialogButtons(this, tr("&Done"));
     connect(buttons.Done, &QPushButton::clicked, this, &QDialog::accept);
 
     auto* column = new QVBoxLayout(this);
     column->setSizeConstraint(QLayout::SetFixedSize);
-    column->addWidget(drawing);
+    column->addLayout(MakeTitle(mode));
+    column->addWidget(drawing_);
     column->addSpacing(column->spacing());
     column->addWidget(MakeText(
         u"Label4"_s,
@@ -54,29 +61,44 @@ LinkingForm::LinkingForm(const LinkGroups& groups, QWidget* parent)
         MakeText(u"Label5"_s,
                  tr("To release an output from a group drag its number into the individual frame."), this));
     column->addWidget(buttons.Box);
+
+    FitToScreen();
+    LayOutDrawing();
 }
 
-void LinkingForm::MakeFrames(QWidget* drawing) {
+QLayout* LinkingForm::MakeTitle(std::size_t mode) {
+    auto* number = new QLabel(FromConstant(NumberText(NameKind::Mode, mode)), this);
+    QFont bold = number->font();
+    bold.setBold(true);
+    number->setFont(bold);
+    auto* name = new NameLabel(this);
+    name->SetName(NameOf(names_, NameKind::Mode, mode));
+    auto* line = new QHBoxLayout;
+    line->addWidget(number);
+    line->addWidget(name, 1);
+    line->addStretch();
+    return line;
+}
+
+void LinkingForm::MakeFrames() {
     for (std::size_t frame = 0; frame < groupFrameCount; ++frame) {
-        Shape2_[frame] = new QFrame(drawing);
+        Shape2_[frame] = new QFrame(drawing_);
         Shape2_[frame]->setObjectName(u"Shape2_%1"_s.arg(frame));
         Shape2_[frame]->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
         Shape2_[frame]->setBackgroundRole(QPalette::Base);
         Shape2_[frame]->setAutoFillBackground(true);
-        Shape2_[frame]->setGeometry(ToQRect(layout_.Frame(frame)));
 
-        QLabel* caption = frame == 0
-                              ? MakeText(u"Label2"_s, tr("Individual"), drawing)
-                              : MakeText(u"Label3_%1"_s.arg(frame - 1), tr("Group %1").arg(frame), drawing);
-        caption->setWordWrap(false);
-        caption->setAlignment(frame == 0 ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter);
-        caption->setGeometry(ToQRect(layout_.Caption(frame)));
+        captions_[frame] = frame == 0
+                               ? MakeText(u"Label2"_s, tr("Individual"), drawing_)
+                               : MakeText(u"Label3_%1"_s.arg(frame - 1), tr("Group %1").arg(frame), drawing_);
+        captions_[frame]->setWordWrap(false);
     }
 }
 
-void LinkingForm::MakeLabels(QWidget* drawing) {
+void LinkingForm::MakeLabels() {
     for (std::size_t output = 0; output < outputCount; ++output) {
-        auto* label = new OutputLabel(static_cast<int>(output) + 1, drawing);
+        auto* label =
+            new OutputLabel(static_cast<int>(output) + 1, NameOf(names_, NameKind::Output, output), drawing_);
         Label1_[output] = label;
         connect(label, &OutputLabel::Moved, this, [this, output] { ShowTarget(TargetOf(output)); });
         connect(label, &OutputLabel::Dropped, this, [this, output] { Drop(output); });
@@ -89,12 +111,45 @@ void LinkingForm::MakeLabels(QWidget* drawing) {
     }
 }
 
+void LinkingForm::FitToScreen() {
+    const QSize room = screen()->availableSize() - QSize(frameWidth, frameHeight);
+    const int textHeight = fontMetrics().height();
+    const QMargins margins = layout()->contentsMargins();
+    const auto hints = Label1_ | std::views::transform([](auto* label) { return label->sizeHint(); });
+
+    GroupingSizes sizes = {3 * textHeight, 2 * textHeight, textHeight + captionGap};
+    for (const QSize& hint : hints)
+        sizes.LabelWidth = std::max(sizes.LabelWidth, hint.width());
+    sizes.LabelWidth = std::min(
+        sizes.LabelWidth,
+        GroupingLayout::LabelWidthFor(room.width() - margins.left() - margins.right(), sizes.LabelHeight));
+
+    drawing_->setFixedSize(GroupingLayout(sizes).Bounds().Width, 0);
+    const int others = layout()->totalHeightForWidth(layout()->totalSizeHint().width());
+    const int least = hints.front().height();
+    while (sizes.LabelHeight > least &&
+           GroupingLayout::HeightFor(sizes.LabelHeight, sizes.CaptionHeight) + others > room.height())
+        --sizes.LabelHeight;
+    layout_ = GroupingLayout(sizes);
+}
+
+void LinkingForm::LayOutDrawing() {
+    const PixelRect bounds = layout_.Bounds();
+    drawing_->setFixedSize(bounds.Width, bounds.Height);
+    for (std::size_t frame = 0; frame < groupFrameCount; ++frame) {
+        Shape2_[frame]->setGeometry(ToQRect(layout_.Frame(frame)));
+        captions_[frame]->setGeometry(ToQRect(layout_.Caption(frame)));
+    }
+    LayOutLabels();
+}
+
 void LinkingForm::LayOutLabels() {
     const auto rects = layout_.Labels(groups_);
     for (std::size_t output = 0; output < outputCount; ++output) {
         Label1_[output]->setGeometry(ToQRect(rects[output]));
         const QString where = groups_[output] == 0 ? tr("individual") : tr("group %1").arg(groups_[output]);
-        Label1_[output]->setAccessibleName(tr("Output %1, %2").arg(output + 1).arg(where));
+        Label1_[output]->setAccessibleName(
+            tr("%1, %2").arg(NumberAndName(names_, NameKind::Output, output), where));
     }
 }
 

@@ -1,4 +1,4 @@
-// The number of an output that is dragged between the frames of the grouping dialog.
+// The chip of an output that is dragged between the frames of the grouping dialog: its number and name.
 #pragma once
 
 #include <QLabel>
@@ -6,12 +6,17 @@
 namespace vek {
 
 /// Follows the pointer while the left button drags it, within its parent. Has the keyboard focus like a
-/// button.
+/// button. The text is the number; the name stands beside it as far as there is room, and whole in the tool
+/// tip.
 class OutputLabel : public QLabel {
     Q_OBJECT
 
   public:
-    OutputLabel(int number, QWidget* parent);
+    /// `number` counts from 1.
+    OutputLabel(int number, const QString& name, QWidget* parent);
+
+    /// Wide enough for all of the name.
+    QSize sizeHint() const override;
 
     /// Back to where it was grabbed.
     void PutBack();
@@ -36,7 +41,9 @@ class OutputLabel : public QLabel {
 
   private:
     void EndDrag();
+    QFont NumberFont() const;
 
+    QString name_;
     bool dragging_ = false;
     QPoint grab_; ///< the pointer within the label when it was grabbed
     QPoint home_; ///< where the label stood then

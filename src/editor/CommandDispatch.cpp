@@ -64,7 +64,8 @@ void CommandDispatch::ResetModeToDefault() {
 }
 
 void CommandDispatch::GroupOutputs() {
-    LinkingForm form(view_.LinkGroups(), &window_);
+    LinkingForm form(view_.LinkGroups(), static_cast<std::size_t>(view_.CurrentMode()), view_.ShownNames(),
+                     &window_);
     if (form.exec() == QDialog::Accepted)
         view_.SetLinkGroups(form.Groups());
 }

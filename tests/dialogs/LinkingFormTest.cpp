@@ -8,36 +8,57 @@ using namespace Qt::StringLiterals;
 
 const LinkGroups mixed = {0, 1, 3, 1, 0, 3, 0, 1};
 
+static QRect Rect(const PixelRect& rect) { return {rect.Left, rect.Top, rect.Width, rect.Height}; }
+
+const GroupingSizes sizes[] = {{51, 34, 19}, {16, 20, 20}, {170, 27, 26}};
+
 TEST(GroupingLayout, PacksEachGroupFromItsOriginInOutputOrder) {
-    const GroupingLayout layout(1.0);
-    const auto at = [&](const LinkGroups& groups, std::size_t output) {
-        const PixelRect label = layout.Labels(groups)[output];
-        return std::pair(label.Left * 15, label.Top * 15);
-    };
-    const std::pair<int, int> twips[] = {{480, 360}, {1320, 240},  {1320, 1920}, {1560, 240},
-                                         {480, 720}, {1560, 1920}, {480, 1080},  {1800, 240}};
-    for (std::size_t output = 0; output < outputCount; ++output)
-        EXPECT_EQ(at(mixed, output), twips[output]) << output;
-    EXPECT_EQ(at({2, 4}, 0), std::pair(1320, 1080));
-    EXPECT_EQ(at({2, 4}, 1), std::pair(1320, 2760));
-    EXPECT_THROW(layout.Labels({5}), SubscriptError);
-    EXPECT_THROW(layout.Labels({-1}), SubscriptError);
+    for (const GroupingSizes& size : sizes) {
+        const GroupingLayout layout(size);
+        LinkGroups column = {}, row;
+        row.fill(3);
+        const auto down = layout.Labels(column), right = layout.Labels(row);
+        const auto at = layout.Labels(mixed);
+        for (const auto& [output, place] : {std::pair(0, 0), {4, 1}, {6, 2}})
+            EXPECT_EQ(at[output], down[place]) << output;
+        for (const auto& [output, place] : {std::pair(2, 0), {5, 1}})
+            EXPECT_EQ(at[output], right[place]) << output;
+        for (std::size_t i = 1; i < outputCount; ++i) {
+            EXPECT_EQ(down[i].Left, down[0].Left);
+            EXPECT_GT(down[i].Top, down[i - 1].Top + size.LabelHeight);
+            EXPECT_EQ(right[i].Top, right[0].Top);
+            EXPECT_GT(right[i].Left, right[i - 1].Left + size.LabelWidth);
+        }
+        EXPECT_THROW(layout.Labels({5}), SubscriptError);
+        EXPECT_THROW(layout.Labels({-1}), SubscriptError);
+    }
 }
 
-TEST(GroupingLayout, FramesHoldAllEightLabelsAtAnyScale) {
-    for (const double scale : {1.0, 1.31, 2.0, 3.7}) {
-        const GroupingLayout layout(scale);
+TEST(GroupingLayout, FramesHoldAllEightLabelsAndNothingElse) {
+    for (const GroupingSizes& size : sizes) {
+        const GroupingLayout layout(size);
         for (std::int16_t group = 0; group <= linkGroupCount; ++group) {
             LinkGroups all;
             all.fill(group);
             for (const PixelRect& label : layout.Labels(all))
-                EXPECT_EQ(layout.FrameAround(label), static_cast<std::size_t>(group)) << scale;
+                EXPECT_EQ(layout.FrameAround(label), static_cast<std::size_t>(group));
+            const auto frame = static_cast<std::size_t>(group);
+            EXPECT_TRUE(Contains(layout.Bounds(), layout.Frame(frame)));
+            EXPECT_TRUE(Contains(layout.Bounds(), layout.Caption(frame)));
+            const QRect caption = Rect(layout.Caption(frame));
+            for (std::size_t other = 0; other < groupFrameCount; ++other) {
+                EXPECT_FALSE(caption.intersects(Rect(layout.Frame(other)))) << frame << ' ' << other;
+                EXPECT_TRUE(other == frame ||
+                            !Rect(layout.Frame(other)).intersects(Rect(layout.Frame(frame))));
+            }
         }
+        EXPECT_EQ(layout.Bounds().Height, GroupingLayout::HeightFor(size.LabelHeight, size.CaptionHeight));
+        EXPECT_EQ(GroupingLayout::LabelWidthFor(layout.Bounds().Width, size.LabelHeight), size.LabelWidth);
     }
 }
 
 TEST(GroupingLayout, TouchingEdgesAreInside) {
-    const GroupingLayout layout(1.0);
+    const GroupingLayout layout(sizes[0]);
     const PixelRect frame = layout.Frame(2);
     EXPECT_EQ(layout.FrameAround(frame), 2U);
     for (const auto& [x, y] : {std::pair(-1, 0), std::pair(1, 0), std::pair(0, -1), std::pair(0, 1)})
@@ -54,7 +75,8 @@ struct LinkingFormTest : testing::Test {
         DragBy(Label(output), Frame(frame).geometry().center() - Label(output).geometry().center());
     }
 
-    LinkingForm form{mixed};
+    const Names names{"Output 2: Foyer\r\nMode 4: Ball"};
+    LinkingForm form{mixed, 3, names};
 };
 
 TEST_F(LinkingFormTest, DroppingIntoAFrameMovesTheOutputAndClosesTheGap) {
@@ -62,12 +84,12 @@ TEST_F(LinkingFormTest, DroppingIntoAFrameMovesTheOutputAndClosesTheGap) {
     DragTo(1, 4);
     EXPECT_EQ(form.Groups(), (LinkGroups{0, 4, 3, 1, 0, 3, 0, 1}));
     EXPECT_EQ(Label(7).pos(), second);
-    EXPECT_EQ(Label(1).accessibleName(), "Output 2, group 4"_L1);
+    EXPECT_EQ(Label(1).accessibleName(), "Output 2 Foyer, group 4"_L1);
     DragTo(1, 0);
     DragTo(0, 1);
     EXPECT_EQ(form.Groups(), (LinkGroups{1, 0, 3, 1, 0, 3, 0, 1}));
     EXPECT_EQ(Label(7).pos(), third);
-    EXPECT_EQ(Label(1).accessibleName(), "Output 2, individual"_L1);
+    EXPECT_EQ(Label(1).accessibleName(), "Output 2 Foyer, individual"_L1);
 }
 
 TEST_F(LinkingFormTest, ALabelReturnsFromHalfOverAFrameAndOnEscape) {
