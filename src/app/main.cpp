@@ -8,7 +8,7 @@
 #include "platform/JsonRegistryStore.h"
 #include "platform/QtOneShotTimer.h"
 #include "platform/QtSerialControl.h"
-#include "userstate/StateFolder.h"
+#include "userstate/UserFolders.h"
 
 #include <CLI/CLI.hpp>
 

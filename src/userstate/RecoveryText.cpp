@@ -1,5 +1,7 @@
 #include "userstate/RecoveryText.h"
 
+#include "userstate/PathText.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
@@ -20,38 +22,6 @@ template <typename Number>
 bool ReadHex(std::string_view text, Number& number) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, hexadecimal);
     return error == std::errc() && end == text.data() + text.size();
-}
-
-std::string Escaped(std::string_view path) {
-    std::string text;
-    for (const char c : path) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte >= ' ' && c != '%' && c != '\x7F') {
-            text += c;
-            continue;
-        }
-        char escape[4];
-        std::snprintf(escape, sizeof escape, "%%%02X", static_cast<unsigned>(byte));
-        text += escape;
-    }
-    return text;
-}
-
-bool ReadPath(std::string_view text, std::string& path) {
-    path.clear();
-    while (!text.empty()) {
-        if (text.front() != '%') {
-            path += text.front();
-            text.remove_prefix(1);
-            continue;
-        }
-        unsigned char byte = 0;
-        if (text.size() < 3 || !ReadHex(text.substr(1, 2), byte))
-            return false;
-        path += static_cast<char>(byte);
-        text.remove_prefix(3);
-    }
-    return true;
 }
 
 std::string TimeText(std::int64_t time) {
@@ -95,8 +65,12 @@ constexpr Line lines[] = {
          return ReadChoice(value, origin.Kind, unsavedChanges, RecoveryKind::UnsavedChanges, otherVersion,
                            RecoveryKind::OtherVersion);
      }},
-    {"File", [](const RecoveryOrigin& origin) { return Escaped(origin.File); },
-     [](std::string_view value, RecoveryOrigin& origin) { return ReadPath(value, origin.File); }},
+    {"File", [](const RecoveryOrigin& origin) { return EscapedPath(origin.File); },
+     [](std::string_view value, RecoveryOrigin& origin) {
+         const auto path = UnescapedPath(value);
+         origin.File = path.value_or("");
+         return path.has_value();
+     }},
     {"Named", [](const RecoveryOrigin& origin) { return std::string(origin.Named ? "yes" : "no"); },
      [](std::string_view value, RecoveryOrigin& origin) {
          return ReadChoice(value, origin.Named, "yes", true, "no", false);

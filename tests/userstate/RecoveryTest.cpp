@@ -5,7 +5,6 @@
 #include "support/FailingDisk.h"
 #include "support/TestData.h"
 #include "userstate/RecoveryWriter.h"
-#include "userstate/StateFolder.h"
 
 #include <future>
 #include <gmock/gmock.h>
@@ -67,17 +66,6 @@ TEST(RecoveryTexts, TellWhatTheyCannotRead) {
         const bool line = std::string_view(text).find(": ") != std::string::npos;
         EXPECT_EQ(DecodeRecoveryText((line ? title : "") + text), std::nullopt) << text;
     }
-}
-
-TEST(StateFolder, IsTheUsersOwn) {
-    const auto folder = [](const char* state, const char* home) {
-        state != nullptr ? ::setenv("XDG_STATE_HOME", state, 1) : ::unsetenv("XDG_STATE_HOME");
-        home != nullptr ? ::setenv("HOME", home, 1) : ::unsetenv("HOME");
-        return UserStateFolder();
-    };
-    EXPECT_EQ(folder("/state", "/home/a"), "/state/vorn-matrix-editor");
-    EXPECT_EQ(folder("state", "/home/a"), "/home/a/.local/state/vorn-matrix-editor");
-    EXPECT_EQ(folder(nullptr, nullptr), "");
 }
 
 TEST_F(Recovery, CopiesOfEndedEditorsAreTakenOnceFromTheNewest) {
