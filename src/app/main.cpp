@@ -13,6 +13,7 @@
 #include <CLI/CLI.hpp>
 
 #include <QApplication>
+#include <QDir>
 #include <QIcon>
 #include <QTimer>
 
@@ -36,6 +37,13 @@ QStringList PortNames() {
     for (const ComPort& port : FindComPorts())
         names[port.Number - 1] = QString::fromStdString(port.ShownName);
     return names;
+}
+
+/// The examples lie beside the folder of the program, also where it was built.
+std::string ExampleFolder() {
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() +
+                           "/../share/vorn-matrix-editor/templates"_L1)
+        .toStdString();
 }
 
 /// Everything on the command line that is no option: a path may come in several words.
@@ -78,6 +86,8 @@ int RunEditor(const std::string& commandLine, Endings& endings) {
         .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
         .PortNames = PortNames,
         .StateFolder = UserStateFolder(),
+        .SettingsFile = UserSettingsFile(),
+        .TemplateFolders = {ExampleFolder(), UserTemplatesFolder()},
     };
     CorvaneForm window(services, commandLine);
     endings.Watch(window);

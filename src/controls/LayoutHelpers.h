@@ -24,11 +24,12 @@ inline void KeepPlaceWhenHidden(QWidget* widget) {
     widget->setSizePolicy(policy);
 }
 
-/// A tool tip that shows a name as it is, angle brackets included.
-inline void SetPlainToolTip(QWidget& widget, const QString& text) {
+/// A tool tip of a widget or an action that shows a name as it is, angle brackets included.
+template <typename Pointed>
+void SetPlainToolTip(Pointed& pointed, const QString& text) {
     const QString shown = Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
-    if (widget.toolTip() != shown)
-        widget.setToolTip(shown);
+    if (pointed.toolTip() != shown)
+        pointed.setToolTip(shown);
 }
 
 } // namespace vek

@@ -11,6 +11,7 @@
 #include "editor/ExportCommands.h"
 #include "editor/FileBars.h"
 #include "editor/FileCommands.h"
+#include "editor/FileDrop.h"
 #include "editor/LevelLimits.h"
 #include "editor/OnlineControl.h"
 #include "editor/RecoveryKeeper.h"
@@ -57,9 +58,9 @@ bool ShowsOneOutput(int page) { return page == LevelsTab || page == AddressesTab
 CorvaneForm::CorvaneForm(const EditorServices& services, std::string commandLine, QWidget* parent)
     : QMainWindow(parent), services_(services), commandLine_(std::move(commandLine)),
       messages_(*this, services.Boxes), toolBar_(new EditorToolBar(this)), SSTab1_(new PageTabs(this)),
-      pages_(MakeTabs(*SSTab1_)), view_(pages_, history_),
+      pages_(MakeTabs(*SSTab1_)), view_(pages_, history_), settings_(services.SettingsFile),
       recovery_(new RecoveryKeeper(services.StateFolder, file_, this)),
-      files_(new FileCommands(*this, view_, services.Boxes, file_, *recovery_)),
+      files_(new FileCommands(*this, view_, services.Boxes, file_, *recovery_, settings_)),
       exports_(new ExportCommands(*this, view_, services.Boxes)),
       dispatch_(*this, view_, *files_, *exports_, services, turns_, types_, messages_),
       status_(new EditorStatusBar(this)) {
@@ -95,6 +96,7 @@ void CorvaneForm::LayOut() {
     columns->addLayout(column_, 1);
     setCentralWidget(centre);
     resize(usualSize);
+    restoreGeometry(QByteArray::fromHex(QByteArray::fromStdString(settings_.Geometry())));
 }
 
 void CorvaneForm::MakeCommands() {
@@ -118,6 +120,11 @@ void CorvaneForm::MakeCommands() {
     connect(exports_, &ExportCommands::Failed, this, tell);
     connect(recovery_, &RecoveryKeeper::Failed, this, tell);
     connect(&history_, &EditHistory::Changed, recovery_, &RecoveryKeeper::Look);
+
+    drop_ = new FileDrop(*this);
+    connect(drop_, &FileDrop::Refused, this, tell);
+    connect(drop_, &FileDrop::Dropped, this,
+            [this](const std::string& path) { Replace([&] { files_->OpenNamed(path); }); });
 
     Timer1_.setObjectName(u"Timer1"_s);
     connect(&Timer1_, &QTimer::timeout, this, &CorvaneForm::Timer1_Tick);
@@ -257,6 +264,7 @@ void CorvaneForm::Replace(const std::function<void()>& action) {
 void CorvaneForm::ShowOnline() {
     toolBar_->SetOnline(online_->IsOnline());
     bars_->SetOnline(online_->IsOnline());
+    drop_->SetRefusal(online_->IsOnline() ? tr("No file can be opened while online") : QString());
     undo_->Refresh();
     Timer1_Tick();
 }
@@ -341,6 +349,7 @@ void CorvaneForm::GoOffline() {
 void CorvaneForm::FinishEnding() {
     if (std::exchange(ended_, true))
         return;
+    settings_.SetGeometry(saveGeometry().toHex().toStdString());
     recovery_->Finish(std::max(ending_.remainingTime(), leastKeeping));
     ending_.stop();
     Q_EMIT Ended();
@@ -352,6 +361,7 @@ void CorvaneForm::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    settings_.SetGeometry(saveGeometry().toHex().toStdString());
     // Closing asks nothing; what is not saved is offered at the next start.
     recovery_->Finish(longestKeeping);
     Timer1_.stop();

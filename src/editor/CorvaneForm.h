@@ -9,6 +9,7 @@
 #include "editor/ModelView.h"
 #include "editor/PortTurns.h"
 #include "link/DeviceTypes.h"
+#include "userstate/UserSettings.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -27,6 +28,7 @@ class EditorToolBar;
 class ExportCommands;
 class FileBars;
 class FileCommands;
+class FileDrop;
 class OnlineControl;
 class PageTabs;
 class RecoveryKeeper;
@@ -108,12 +110,14 @@ class CorvaneForm : public QMainWindow {
     std::unique_ptr<UndoActions>
         undo_; ///< hears of the focus, also while the window ends: before what it uses
     FileOnDisk file_;
+    UserSettings settings_;
     RecoveryKeeper* recovery_;
     FileCommands* files_;
     ExportCommands* exports_;
     CommandDispatch dispatch_;
     EditorStatusBar* status_;
     FileBars* bars_ = nullptr;
+    FileDrop* drop_ = nullptr;
     QTimer Timer1_;
     QTimer Timer4_;
     QTimer ending_; ///< runs while the window ends in order

@@ -1,5 +1,5 @@
 // What the editor takes from outside: boxes, serial ports, clocks, the per-machine store and the user's
-// state folder.
+// folders.
 #pragma once
 
 #include "link/RegistryStore.h"
@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace vek {
 
@@ -25,6 +26,10 @@ struct EditorServices {
     std::function<QStringList()> PortNames;
     /// Where recovery copies are kept, a path in the system's own bytes; empty for nowhere.
     std::string StateFolder = {};
+    /// Where the user's settings are kept; empty for nowhere.
+    std::string SettingsFile = {};
+    /// Where templates are looked for, the user's own folder last.
+    std::vector<std::string> TemplateFolders = {};
 };
 
 } // namespace vek

@@ -8,6 +8,7 @@
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"
 #include "model/RecordLayout.h"
+#include "userstate/UserSettings.h"
 
 #include <QWidget>
 
@@ -39,13 +40,19 @@ std::string WithoutQuotes(std::string_view path) {
 
 std::uint64_t DigestOf(const MatrixConfig& config) { return RecordDigest(EncodeRecord(config)); }
 
+QString NotThere(const std::string& path) {
+    return FileCommands::tr("%1 was not opened: there is no such file")
+        .arg(QString::fromStdString(FileNameOf(path)));
+}
+
 QString CurrentName() { return QString::fromStdString(CurrentFileName); }
 
 } // namespace
 
 FileCommands::FileCommands(QWidget& window, ModelView& view, Dialogs& dialogs, FileOnDisk& file,
-                           RecoveryKeeper& recovery)
-    : QObject(&window), window_(window), view_(view), dialogs_(dialogs), file_(file), recovery_(recovery) {}
+                           RecoveryKeeper& recovery, UserSettings& settings)
+    : QObject(&window), window_(window), view_(view), dialogs_(dialogs), file_(file), recovery_(recovery),
+      settings_(settings) {}
 
 void FileCommands::NewCommand() {
     if (!AskToSaveChanges())
@@ -56,6 +63,22 @@ void FileCommands::NewCommand() {
     ConfigChanged = false;
 }
 
+void FileCommands::NewFromTemplate(const std::string& path) {
+    MatrixConfig contents;
+    try {
+        contents = LoadConfig(path);
+    } catch (const FileError& error) {
+        Q_EMIT Told(QString::fromStdString(error.what()));
+        return;
+    }
+    if (!AskToSaveChanges())
+        return;
+    Forget();
+    Config = SavedConfig = contents;
+    view_.TakeStartLevels();
+    ShowRead();
+}
+
 void FileCommands::Forget() {
     NewConfiguration();
     file_.Forget();
@@ -63,7 +86,12 @@ void FileCommands::Forget() {
 }
 
 QString FileCommands::ProposedName() const {
-    return QString::fromStdString(CurrentFileName.empty() ? file_.Path() : CurrentFileName);
+    if (!CurrentFileName.empty())
+        return QString::fromStdString(CurrentFileName);
+    if (!file_.Path().empty())
+        return QString::fromStdString(file_.Path());
+    const QString folder = QString::fromStdString(settings_.LastFolder());
+    return folder.isEmpty() || folder.endsWith(u'/') ? folder : folder + u'/';
 }
 
 void FileCommands::OpenFileCommand() {
@@ -72,6 +100,16 @@ void FileCommands::OpenFileCommand() {
     const auto name = dialogs_.OpenFile(&window_, ProposedName(), ConfigurationFiles());
     if (name)
         Read(name->toStdString(), name->toStdString());
+}
+
+void FileCommands::OpenNamed(const std::string& path) {
+    if (!Exists(path)) {
+        Q_EMIT Told(NotThere(path));
+        settings_.ForgetFile(path);
+        return;
+    }
+    if (AskToSaveChanges())
+        Read(path, path);
 }
 
 void FileCommands::OpenFileAtStartup(const std::string& commandLine) {
@@ -84,7 +122,7 @@ void FileCommands::OpenFileAtStartup(const std::string& commandLine) {
         return;
     }
     if (!Exists(path)) {
-        Q_EMIT Told(tr("%1 was not opened: there is no such file").arg(name));
+        Q_EMIT Told(NotThere(path));
         return;
     }
     try {
@@ -105,6 +143,7 @@ void FileCommands::Read(const std::string& path, const std::string& nameAfterwar
         SavedConfig = Config;
         CurrentFileName = nameAfterwards;
         file_.Follow(path, !nameAfterwards.empty(), DigestOf(SavedConfig));
+        settings_.FileUsed(path);
     } catch (const FileError& error) {
         FileFailed(error.what());
     }
@@ -161,6 +200,7 @@ void FileCommands::Write(const std::string& path) {
     ConfigChanged = false;
     SavedConfig = Config;
     file_.Follow(path, true, DigestOf(SavedConfig));
+    settings_.FileUsed(path);
     view_.History().SetSaved();
     dialogs_.Message(&window_, MessageIcon::None, tr("File Saved."),
                      tr("Configuration saved to ") + QString::fromStdString(FileNameOf(CurrentFileName)));

@@ -1,5 +1,5 @@
-// NEW, OPEN, SAVE and SAVEAS, the question about unsaved changes, the file named on the command line, and
-// what was left unsaved or written by others.
+// NEW, OPEN, SAVE and SAVEAS, templates and recent files, the question about unsaved changes, the file named
+// on the command line, and what was left unsaved or written by others.
 #pragma once
 
 #include "editor/FileOnDisk.h"
@@ -17,6 +17,7 @@ class Dialogs;
 class ModelView;
 class RecoveryCopy;
 class RecoveryKeeper;
+class UserSettings;
 
 class FileCommands : public QObject {
     Q_OBJECT
@@ -24,10 +25,16 @@ class FileCommands : public QObject {
   public:
     /// All must outlive this object; `window` is the parent of the boxes.
     FileCommands(QWidget& window, ModelView& view, Dialogs& dialogs, FileOnDisk& file,
-                 RecoveryKeeper& recovery);
+                 RecoveryKeeper& recovery, UserSettings& settings);
 
     void NewCommand();
+    /// A new configuration with the contents of a file, which stays as it is: without a name, nothing
+    /// unsaved.
+    void NewFromTemplate(const std::string& path);
     void OpenFileCommand();
+    /// Opens a file as OPEN does when it is chosen there. One that is gone is told, and forgotten among the
+    /// recent files.
+    void OpenNamed(const std::string& path);
     /// Does nothing for a configuration without a name.
     void SaveCommand();
     void SaveAsCommand();
@@ -68,6 +75,7 @@ class FileCommands : public QObject {
     Dialogs& dialogs_;
     FileOnDisk& file_;
     RecoveryKeeper& recovery_;
+    UserSettings& settings_;
 };
 
 } // namespace vek
