@@ -13,7 +13,8 @@ void FocusGrid::Add(QWidget* control) {
 }
 
 void FocusGrid::MakeStop(std::size_t index) {
-    controls_[stop_]->setFocusPolicy(Qt::ClickFocus);
+    if (controls_[stop_] != nullptr)
+        controls_[stop_]->setFocusPolicy(Qt::ClickFocus);
     controls_[index]->setFocusPolicy(Qt::StrongFocus);
     stop_ = index;
 }
@@ -43,7 +44,8 @@ std::size_t FocusGrid::Beside(std::size_t index, int key) const {
 bool FocusGrid::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::FocusIn && event->type() != QEvent::KeyPress)
         return false;
-    const auto index = static_cast<std::size_t>(std::ranges::find(controls_, watched) - controls_.begin());
+    const auto index = static_cast<std::size_t>(
+        std::ranges::find(controls_, watched, &QPointer<QWidget>::data) - controls_.begin());
     if (event->type() == QEvent::FocusIn) {
         MakeStop(index);
         return false;
@@ -52,7 +54,7 @@ bool FocusGrid::eventFilter(QObject* watched, QEvent* event) {
     if ((press->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
         return false;
     const std::size_t next = Beside(index, press->key());
-    if (next == controls_.size())
+    if (next == controls_.size() || controls_[next] == nullptr)
         return false;
     controls_[next]->window()->setAttribute(Qt::WA_KeyboardFocusChange);
     controls_[next]->setFocus(Qt::TabFocusReason);

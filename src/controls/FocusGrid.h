@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QWidget>
 
 #include <cstddef>
@@ -10,7 +11,7 @@
 namespace vek {
 
 /// The arrow keys, Home and End move the focus among the controls; Tab goes to the one that had it last and
-/// then leaves the grid. Belongs to `parent`, which must not outlive the controls.
+/// then leaves the grid. Belongs to `parent`; the controls may go before it.
 class FocusGrid : public QObject {
     Q_OBJECT
 
@@ -27,7 +28,7 @@ class FocusGrid : public QObject {
     void MakeStop(std::size_t index);
     std::size_t Beside(std::size_t index, int key) const;
 
-    std::vector<QWidget*> controls_;
+    std::vector<QPointer<QWidget>> controls_;
     std::size_t columns_;
     std::size_t stop_ = 0;
 };

@@ -18,7 +18,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double radius = 4.0;
-constexpr int padding = 6; // at the left and the right, pixels
+constexpr int padding = 6;     // at the left and the right, pixels
+constexpr int mostOfName = 18; // average characters
 
 } // namespace
 
@@ -42,7 +43,8 @@ QSize OutputLabel::sizeHint() const {
     const int number = QFontMetrics(NumberFont()).horizontalAdvance(text());
     const QFontMetrics metrics = fontMetrics();
     const int name = name_.isEmpty() ? 0 : metrics.horizontalAdvance(u' ' + name_) + 1;
-    return {number + name + 2 * padding, metrics.height() + padding};
+    const int most = metrics.averageCharWidth() * mostOfName;
+    return {number + std::min(name, most) + 2 * padding, metrics.height() + padding};
 }
 
 void OutputLabel::PutBack() { move(home_); }

@@ -15,7 +15,7 @@ class OutputLabel : public QLabel {
     /// `number` counts from 1.
     OutputLabel(int number, const QString& name, QWidget* parent);
 
-    /// Wide enough for all of the name.
+    /// Wide enough for a name of usual length.
     QSize sizeHint() const override;
 
     /// Back to where it was grabbed.

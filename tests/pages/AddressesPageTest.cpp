@@ -1,6 +1,7 @@
 #include "pages/AddressesPage.h"
 
 #include "controls/AddressLabel.h"
+#include "controls/FocusGrid.h"
 #include "pages/PageLayout.h"
 
 using namespace vek;
@@ -103,6 +104,9 @@ TEST(AddressesPage, AGroupIsOneTabStopAndArrowKeysMoveWithinIt) {
         return QApplication::focusWidget()->objectName();
     };
     page.Labels(Mode)[0]->setFocus();
+    EXPECT_FALSE(ShowsFocus(*page.Labels(Mode)[0]));
+    EXPECT_EQ(press({Qt::Key_Tab, Qt::Key_Backtab}), "VekNetLabel2_0"_L1);
+    EXPECT_TRUE(ShowsFocus(*page.Labels(Mode)[0])) << "the keyboard brings it";
     EXPECT_EQ(press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Down, Qt::Key_Down}), "VekNetLabel2_10"_L1);
     EXPECT_EQ(press({Qt::Key_Tab}), "VekNetLabelRoute_0"_L1);
     EXPECT_EQ(press({Qt::Key_Up, Qt::Key_Left, Qt::Key_End}), "VekNetLabelRouteControl_5"_L1);
