@@ -2,6 +2,7 @@
 
 #include "inspect/FieldTexts.h"
 #include "inspect/NamedFields.h"
+#include "inspect/NamedNumbers.h"
 
 #include <algorithm>
 #include <bit>
@@ -31,7 +32,7 @@ class ValueLister {
         for (const float level : levels)
             Level(name, level);
     }
-    void Enables(const FieldName&, std::string_view, std::span<const Flag> flags) {
+    void Enables(const FieldName&, NameKind, std::span<const Flag> flags) {
         for (const Flag flag : flags)
             Add(flag);
     }
@@ -75,8 +76,9 @@ std::vector<bool> DifferingFields(const MatrixConfig& before, const MatrixConfig
 /// Lists fields, all but the notes or the wanted ones, in the same order for every configuration.
 class FieldLister {
   public:
-    /// `wanted` must outlive this object; null for all.
-    explicit FieldLister(const std::vector<bool>* wanted) : wanted_(wanted) {}
+    /// Both must outlive this object; `wanted` is null for all.
+    FieldLister(const NamedNumbers& numbers, const std::vector<bool>* wanted)
+        : numbers_(numbers), wanted_(wanted) {}
 
     void Integer(const FieldName& name, std::int16_t value) {
         Add(name, [=] { return std::to_string(value); });
@@ -95,15 +97,16 @@ class FieldLister {
     }
 
     void Levels(const FieldName& name, std::span<const float> levels) {
-        for (number_ = 0; number_ < levels.size(); ++*number_)
-            Level(name, levels[*number_]);
+        const NameKind kind = name.Kind == FieldKind::InputTrims ? NameKind::Input : NameKind::Output;
+        for (number_ = {kind, 0}; number_->Index < levels.size(); ++number_->Index)
+            Level(name, levels[number_->Index]);
         number_.reset();
     }
 
-    void Enables(const FieldName& name, std::string_view numbered, std::span<const Flag> flags) {
+    void Enables(const FieldName& name, NameKind numbered, std::span<const Flag> flags) {
         Object(name, [&] {
-            for (number_ = 0; number_ < flags.size(); ++*number_)
-                Enable({"", numbered}, flags[*number_]);
+            for (number_ = {numbered, 0}; number_->Index < flags.size(); ++number_->Index)
+                Enable({"", ""}, flags[number_->Index]);
             number_.reset();
         });
     }
@@ -131,10 +134,11 @@ class FieldLister {
     template <typename Body>
     void Array(const FieldName& name, std::size_t size, Body body) {
         const std::string outer = where_;
-        std::optional<std::size_t>& index = name.Json == "modes" ? mode_ : output_;
+        const bool modes = name.Json == "modes";
+        std::optional<std::size_t>& index = modes ? mode_ : output_;
         for (std::size_t i = 0; i < size; ++i) {
             where_ = outer.empty() ? "" : outer + ", ";
-            where_ += Numbered(name.Caption, i);
+            where_ += numbers_.Text(modes ? NameKind::Mode : NameKind::Output, i);
             index = i;
             body(i);
         }
@@ -145,12 +149,10 @@ class FieldLister {
     std::vector<ListedField> Fields;
 
   private:
-    static std::string Numbered(std::string_view caption, std::size_t index) {
-        std::string text(caption);
-        text += ' ';
-        text += std::to_string(index + 1);
-        return text;
-    }
+    struct NumberOfKind {
+        NameKind Kind;
+        std::size_t Index;
+    };
 
     template <typename MakeText>
     void Add(const FieldName& name, MakeText text) {
@@ -158,22 +160,27 @@ class FieldLister {
             return;
         std::string words = where_.empty() ? "" : where_ + ": ";
         words += words_;
-        words += number_ ? Numbered(name.Caption, *number_) : std::string(name.Caption);
+        words += name.Caption;
+        if (number_)
+            words += name.Caption.empty() ? numbers_.Text(number_->Kind, number_->Index)
+                                          : ' ' + numbers_.Number(number_->Kind, number_->Index);
         Fields.push_back({std::move(words), text(), {name.Kind.value_or(kind_), mode_, output_}});
     }
 
+    const NamedNumbers& numbers_;
     const std::vector<bool>* wanted_;
     std::size_t next_ = 0;
     std::string where_; ///< "Mode 2, Output 3"
     std::string words_;
-    std::optional<std::size_t> number_; ///< of one of several fields of a name
+    std::optional<NumberOfKind> number_; ///< of one of several fields of a name
     FieldKind kind_ = FieldKind::Base;
     std::optional<std::size_t> mode_;
     std::optional<std::size_t> output_;
 };
 
-std::vector<ListedField> ListFields(const MatrixConfig& config, const std::vector<bool>* wanted = nullptr) {
-    FieldLister lister(wanted);
+std::vector<ListedField> ListFields(const MatrixConfig& config, const NamedNumbers& numbers,
+                                    const std::vector<bool>* wanted = nullptr) {
+    FieldLister lister(numbers, wanted);
     VisitNamedFields(config, lister);
     return std::move(lister.Fields);
 }
@@ -232,8 +239,9 @@ void AppendTailDifference(std::vector<FieldDifference>& differences, const std::
 std::vector<FieldDifference> FieldDifferences(const StoredConfig& before, const StoredConfig& after) {
     std::vector<FieldDifference> differences;
     const std::vector<bool> differing = DifferingFields(before.Config, after.Config);
-    const auto old = ListFields(before.Config, &differing);
-    const auto now = ListFields(after.Config, &differing);
+    const NamedNumbers numbers(after.Config, before.Config);
+    const auto old = ListFields(before.Config, numbers, &differing);
+    const auto now = ListFields(after.Config, numbers, &differing);
     for (std::size_t i = 0; i < old.size(); ++i)
         differences.push_back({old[i].Words, old[i].Text, now[i].Text, old[i].Place});
     AppendNoteDifferences(differences, before.Config, after.Config);
@@ -250,7 +258,7 @@ std::vector<std::string> Differences(const StoredConfig& before, const StoredCon
 
 std::vector<std::string> AllSettings(const StoredConfig& stored) {
     std::vector<std::string> settings;
-    for (const ListedField& field : ListFields(stored.Config))
+    for (const ListedField& field : ListFields(stored.Config, NamedNumbers(stored.Config)))
         settings.push_back(field.Words + ' ' + field.Text);
     const auto notes = NoteLines(stored.Config);
     for (std::size_t i = 0; i < notes.size(); ++i)

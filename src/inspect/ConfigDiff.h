@@ -20,8 +20,8 @@ struct FieldDifference {
     std::string Line() const { return Field + ' ' + Before + " -> " + After; }
 };
 
-/// Texts are UTF-8, modes and outputs in them counted from 1. Empty exactly when the two are the same byte
-/// for byte.
+/// Texts are UTF-8, modes and outputs in them counted from 1 and with their names, those of `after` first.
+/// Empty exactly when the two are the same byte for byte.
 std::vector<FieldDifference> FieldDifferences(const StoredConfig& before, const StoredConfig& after);
 
 /// A UTF-8 line for each difference, "Mode 2, Output 3: Maximum level +6dB -> +3dB", modes and outputs

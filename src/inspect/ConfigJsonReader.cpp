@@ -119,7 +119,7 @@ class JsonReader {
             levels[i] = LevelFrom(list.Element(i));
     }
 
-    void Enables(const FieldName& name, std::string_view, std::span<Flag> flags) {
+    void Enables(const FieldName& name, NameKind, std::span<Flag> flags) {
         const Located list = ArrayOf(Member(name.Json), flags.size());
         for (std::size_t i = 0; i < flags.size(); ++i)
             flags[i] = FlagFrom(list.Element(i));

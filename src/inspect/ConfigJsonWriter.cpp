@@ -24,7 +24,7 @@ class JsonWriter {
         Add(name, Json::array_t(levels.begin(), levels.end()));
     }
 
-    void Enables(const FieldName& name, std::string_view, std::span<const Flag> flags) {
+    void Enables(const FieldName& name, NameKind, std::span<const Flag> flags) {
         Json list = Json::array();
         for (const Flag flag : flags)
             list.push_back(FlagJson(flag));

@@ -4,6 +4,7 @@
 #include "inspect/FieldKind.h"
 #include "inspect/NumberLists.h"
 #include "model/Config.h"
+#include "model/Names.h"
 #include "model/VekNetAddresses.h"
 
 #include <array>
@@ -31,7 +32,7 @@ struct AddressGroupNames {
     AddressGroup Group;
     FieldName Name;
     std::span<const FieldName> Functions; ///< empty when they are just numbered
-    std::string_view Numbered;            ///< what the numbers count
+    NameKind Numbered = {};               ///< what the numbers count
 };
 
 inline constexpr FieldName volumeFunctionNames[] = {
@@ -40,12 +41,12 @@ inline constexpr FieldName controlFunctionNames[] = {
     {"next", "Next"}, {"previous", "Previous"}, {"analog", "Analog"}};
 
 inline constexpr AddressGroupNames modeAddressNames = {
-    AddressGroup::Mode, {"modeRecall", "Mode recall address"}, {}, "Mode"};
+    AddressGroup::Mode, {"modeRecall", "Mode recall address"}, {}, NameKind::Mode};
 /// The groups that every output has.
 inline constexpr AddressGroupNames outputAddressNames[] = {
-    {AddressGroup::Volume, {"volume", "Volume address"}, volumeFunctionNames, ""},
-    {AddressGroup::RouteControl, {"routeControl", "Input select address"}, controlFunctionNames, ""},
-    {AddressGroup::Route, {"route", "Input select address"}, {}, "Input"}};
+    {AddressGroup::Volume, {"volume", "Volume address"}, volumeFunctionNames},
+    {AddressGroup::RouteControl, {"routeControl", "Input select address"}, controlFunctionNames},
+    {AddressGroup::Route, {"route", "Input select address"}, {}, NameKind::Input}};
 
 /// The first half of a group's flags is the "In" side.
 inline constexpr FieldName sideNames[] = {{"in", "(In)"}, {"out", "(Out)"}};

@@ -61,6 +61,27 @@ TEST(ConfigDiff, LinesInTheUsersWords) {
     }
 }
 
+TEST(ConfigDiff, NamesStandBesideTheNumbers) {
+    MatrixConfig before = WithNotes("Mode 2: Evening\r\nOutput 3: Hall\r\nInput 1: CD");
+    MatrixConfig after = WithNotes("Mode 2: Evening\r\nOutput 3: Foyer\r\n");
+    after.Modes[1].OutputLevels[2].MaximumLevel = 3.0F;
+    after.Modes[2].OutputPanels[2].PanelVolumes = "1";
+    after.InputTrim[0] = 2.0F;
+    after.OutputTrim[2] = -2.0F;
+    after.Addresses.ModeAddressEnable[9] = flagTrue;
+    after.Addresses.RouteAddressEnable[2][8] = flagTrue;
+    EXPECT_THAT(Changed(before, after),
+                ElementsAre("Mode 2 Evening, Output 3 Foyer: Maximum level +6dB -> +3dB",
+                            "Mode 3, Output 3 Foyer: Volume remote panels none -> 1",
+                            "Input trim 1 CD 0dB -> +2dB", "Output trim 3 Foyer 0dB -> -2dB",
+                            "Mode recall address (Out) Mode 2 Evening off -> on",
+                            "Output 3 Foyer: Input select address (Out) Input 1 CD off -> on",
+                            "Notes, line 2: \"Output 3: Hall\" -> \"Output 3: Foyer\"",
+                            "Notes, line 3: \"Input 1: CD\" -> \"\""));
+    EXPECT_THAT(AllSettings({after, {}}),
+                testing::Contains("Mode 2 Evening, Output 3 Foyer: Level steps +1dB"));
+}
+
 TEST(ConfigDiff, NotesAreComparedByLine) {
     const struct {
         std::string_view Before;
@@ -154,4 +175,26 @@ TEST(ConfigSummary, TellsModesAddressesNotesAndData) {
                                 "  Output 3, Volume address (In): 538 Analog (7), 539 Mute\n\n"));
     EXPECT_THAT(page,
                 testing::EndsWith("\nNotes\n  first\n    caf\xC3\xA9\n\nData after the record: 12 bytes\n"));
+}
+
+TEST(ConfigSummary, NamesStandBesideTheNumbersInAlignedColumns) {
+    StoredConfig stored;
+    MatrixConfig& config = stored.Config;
+    config.Modes[0].OutputPanels[0] = DefaultMode().OutputPanels[0];
+    config.Addresses.ModeAddressEnable[1] = flagTrue;
+    config.Addresses.RouteAddressEnable[1][3] = flagTrue;
+    config.Notes = "mode 1: Caf\xE9\r\nMode 2: Evening\r\nOutput 1: Caf\xE9\r\nInput 4: CD\x01\r\n"
+                   "Output 2: A name longer than anybody needs it";
+    const std::string page = SummaryOf(stored);
+    EXPECT_THAT(page, HasSubstr("\nMode 1 Caf\xC3\xA9\n"
+                                "  Output                              Group  Inputs               Start"));
+    EXPECT_THAT(page, HasSubstr("\n  1 Caf\xC3\xA9                              none   OFF,1,2,3,4,5,6,7,8  f"
+                                "irst"));
+    EXPECT_THAT(page, HasSubstr("\n  2 A name longer than anybody need\xE2\x80\xA6  none   none "));
+    EXPECT_THAT(page, HasSubstr("\n  3                                   none   none "));
+    EXPECT_THAT(page, HasSubstr("\nMode 2 Evening: nothing set\n\nMode 3: nothing set\n"));
+    EXPECT_THAT(page,
+                HasSubstr(": 513 Mode 2 Evening\n"
+                          "  Output 2 A name longer than anybody need\xE2\x80\xA6, Input select address "
+                          "(In): 603 Input 4 CD\\x01\n"));
 }
