@@ -53,7 +53,7 @@ void CheckSharedPanels(const Subject& subject, const ModeRecord& mode, std::stri
         text += " is given to outputs ";
         for (const std::size_t output : outputs)
             text += (output == outputs.front() ? "" : ", ") + std::to_string(output + 1);
-        text += "; it will only work for output " + std::to_string(outputs.back() + 1);
+        text += "; it will only work for output " + findings.Numbers.Number(NameKind::Output, outputs.back());
         findings.Add(Severity::Error, subject, text);
     }
 }
@@ -62,13 +62,13 @@ void CheckSharedPanels(const Subject& subject, const ModeRecord& mode, std::stri
 void CheckUnusedMode(const MatrixConfig& config, std::size_t number, Findings& findings) {
     const ModeRecord& mode = config.Modes[number];
     if (std::any_of(mode.OutputPanels.begin(), mode.OutputPanels.end(), HasPanels))
-        findings.Add(Severity::Warning, ModeSubject(number, FieldKind::Panels),
+        findings.Add(Severity::Warning, ModeSubject(findings.Numbers, number, FieldKind::Panels),
                      std::string("has remote panels, but ") + noInputs);
     const std::span recall = config.Addresses.ModeAddressEnable;
     for (const auto& [side, enable] :
          {std::pair("(In)", recall[number]), std::pair("(Out)", recall[modeCount + number])}) {
         if (IsSet(enable))
-            findings.Add(Severity::Warning, ModeSubject(number, FieldKind::Addresses),
+            findings.Add(Severity::Warning, ModeSubject(findings.Numbers, number, FieldKind::Addresses),
                          std::string("its recall address ") + side + " is enabled, but " + noInputs);
     }
 }
@@ -76,9 +76,9 @@ void CheckUnusedMode(const MatrixConfig& config, std::size_t number, Findings& f
 void CheckGroups(const ModeRecord& mode, std::size_t number, Findings& findings) {
     for (std::int16_t group = 1; group <= linkGroupCount; ++group) {
         if (std::count(mode.LinkGroup.begin(), mode.LinkGroup.end(), group) == 1)
-            findings.Add(Severity::Warning, ModeSubject(number, FieldKind::LinkGroups),
+            findings.Add(Severity::Warning, ModeSubject(findings.Numbers, number, FieldKind::LinkGroups),
                          "link group " + std::to_string(group) + " has no output but " +
-                             std::to_string(LinkLeader(mode, group) + 1));
+                             findings.Numbers.Number(NameKind::Output, LinkLeader(mode, group)));
     }
 }
 
@@ -89,16 +89,15 @@ void CheckMode(const MatrixConfig& config, std::size_t number, Findings& finding
     for (std::size_t output = 0; output < outputCount; ++output)
         CheckOutput(config, number, output, findings);
     CheckGroups(mode, number, findings);
-    const Subject panels = ModeSubject(number, FieldKind::Panels);
+    const Subject panels = ModeSubject(findings.Numbers, number, FieldKind::Panels);
     CheckSharedPanels(panels, mode, "Volume remote panel", &PanelRecord::PanelVolumes, findings);
     CheckSharedPanels(panels, mode, "Input selector remote panel", &PanelRecord::PanelSelects, findings);
 }
 
-void CheckTrims(std::string_view caption, FieldKind kind, std::span<const float> trims, Findings& findings) {
+void CheckTrims(NameKind numbered, FieldKind kind, std::span<const float> trims, Findings& findings) {
     for (std::size_t i = 0; i < trims.size(); ++i) {
-        std::string words(caption);
-        words += ' ' + std::to_string(i + 1);
-        CheckLevel({words, {kind, {}, {}}}, "Trim", trims[i], trimRange, findings);
+        CheckLevel({findings.Numbers.Text(numbered, i), {kind, {}, {}}}, "Trim", trims[i], trimRange,
+                   findings);
     }
 }
 
@@ -124,7 +123,8 @@ void CheckImage(const MatrixConfig& config, Findings& findings) {
             alone.Modes[0].OutputLevels[0] = config.Modes[mode].OutputLevels[output];
             const auto own = ImageFault(alone);
             if (own)
-                findings.Add(Severity::Error, OutputSubject(mode, output, FieldKind::Levels), *own);
+                findings.Add(Severity::Error,
+                             OutputSubject(findings.Numbers, mode, output, FieldKind::Levels), *own);
             located = located || own;
         }
     }
@@ -136,15 +136,15 @@ void CheckImage(const MatrixConfig& config, Findings& findings) {
 
 std::vector<Finding> CheckConfig(const StoredConfig& stored) {
     const MatrixConfig& config = stored.Config;
-    Findings findings;
+    Findings findings(config);
     CheckBase(config, findings);
     if (std::none_of(config.Modes.begin(), config.Modes.end(), IsUsedMode))
         findings.Add(Severity::Warning, {"No mode is in use", {FieldKind::Panels, {}, {}}},
                      std::string(noInputs) + " in any mode");
     for (std::size_t mode = 0; mode < modeCount; ++mode)
         CheckMode(config, mode, findings);
-    CheckTrims("Input", FieldKind::InputTrims, config.InputTrim, findings);
-    CheckTrims("Output", FieldKind::OutputTrims, config.OutputTrim, findings);
+    CheckTrims(NameKind::Input, FieldKind::InputTrims, config.InputTrim, findings);
+    CheckTrims(NameKind::Output, FieldKind::OutputTrims, config.OutputTrim, findings);
     CheckImage(config, findings);
     if (!stored.Tail.empty())
         findings.Add(Severity::Note, {"Data after the record", {FieldKind::Tail, {}, {}}},

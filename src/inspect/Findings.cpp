@@ -5,12 +5,12 @@
 
 namespace vek {
 
-Subject ModeSubject(std::size_t mode, FieldKind kind) {
-    return {"Mode " + std::to_string(mode + 1), {kind, mode, {}}};
+Subject ModeSubject(const NamedNumbers& numbers, std::size_t mode, FieldKind kind) {
+    return {numbers.Text(NameKind::Mode, mode), {kind, mode, {}}};
 }
 
-Subject OutputSubject(std::size_t mode, std::size_t output, FieldKind kind) {
-    return {ModeSubject(mode, kind).Words + ", Output " + std::to_string(output + 1), {kind, mode, output}};
+Subject OutputSubject(const NamedNumbers& numbers, std::size_t mode, std::size_t output, FieldKind kind) {
+    return {numbers.OutputOfMode(mode, output), {kind, mode, output}};
 }
 
 void CheckLevel(const Subject& subject, std::string_view caption, float level, const LevelRange& range,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "inspect/FieldKind.h"
+#include "inspect/NamedNumbers.h"
 #include "model/Levels.h"
 
 #include <cstddef>
@@ -27,15 +28,18 @@ struct Finding {
 
 /// What a finding is about.
 struct Subject {
-    std::string Words; ///< "Mode 2, Output 3"
+    std::string Words; ///< "Mode 2 Evening, Output 3"
     FieldPlace Place;
 };
 
 class Findings {
   public:
+    explicit Findings(const MatrixConfig& config) : Numbers(config) {}
+
     void Add(Severity severity, const Subject& subject, const std::string& text) {
         List.push_back({severity, subject.Words + ": " + text, subject.Place});
     }
+    const NamedNumbers Numbers;
     std::vector<Finding> List;
 };
 
@@ -50,8 +54,8 @@ inline constexpr LevelRange trimRange = {trimMinimum, trimMaximum};
 
 // A part of a mode, or of an output in a mode, both counted from 0.
 
-Subject ModeSubject(std::size_t mode, FieldKind kind);
-Subject OutputSubject(std::size_t mode, std::size_t output, FieldKind kind);
+Subject ModeSubject(const NamedNumbers& numbers, std::size_t mode, FieldKind kind);
+Subject OutputSubject(const NamedNumbers& numbers, std::size_t mode, std::size_t output, FieldKind kind);
 
 /// A level outside the range, or one that the device, which knows half decibels, does not take as it is.
 void CheckLevel(const Subject& subject, std::string_view caption, float level, const LevelRange& range,

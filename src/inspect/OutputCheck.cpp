@@ -131,7 +131,7 @@ std::size_t Leader(const ModeRecord& mode, std::size_t output) {
 
 void CheckFollower(const Subject& subject, const PanelRecord& panels, const PanelRecord& leading,
                    std::size_t leader, Findings& findings) {
-    const std::string linked = "linked to output " + std::to_string(leader + 1);
+    const std::string linked = "linked to output " + findings.Numbers.Number(NameKind::Output, leader);
     constexpr const char* lost = "; the editor drops it as soon as it shows and stores the mode";
     if (!panels.PanelSelects.Trimmed().empty())
         findings.Add(Severity::Warning, subject,
@@ -178,8 +178,8 @@ bool HasPanels(const PanelRecord& panels) {
 
 void CheckOutput(const MatrixConfig& config, std::size_t modeNumber, std::size_t output, Findings& findings) {
     const ModeRecord& mode = config.Modes[modeNumber];
-    const Subject levels = OutputSubject(modeNumber, output, FieldKind::Levels);
-    const Subject subject = OutputSubject(modeNumber, output, FieldKind::Panels);
+    const Subject levels = OutputSubject(findings.Numbers, modeNumber, output, FieldKind::Levels);
+    const Subject subject = OutputSubject(findings.Numbers, modeNumber, output, FieldKind::Panels);
     const PanelRecord& panels = mode.OutputPanels[output];
     const std::size_t leader = Leader(mode, output);
     CheckLevels(levels, mode.OutputLevels[output], findings);

@@ -168,3 +168,25 @@ TEST(ConfigCheck, FindsWhatCannotWork) {
         EXPECT_EQ(FindingsOf({config, {}}), findings);
     }
 }
+
+TEST(ConfigCheck, TellsTheNamesOfTheNotes) {
+    MatrixConfig config = CleanConfig();
+    config.Notes = "Mode 2: Evening\r\nOutput 3: Foyer\r\nOutput 2: Bar\r\nInput 1: Lectern";
+    config.Modes[1].LinkGroup = {0, 1, 1, 2};
+    Levels(config).MaximumLevel = 40.0F;
+    Panels(config) = PanelRecord();
+    Panels(config).UsePreviousRoute = flagTrue;
+    Panels(config).PanelVolumes = "1";
+    config.InputTrim[0] = 40.0F;
+    EXPECT_THAT(FindingsOf({config, {}}),
+                testing::ElementsAre(
+                    "error: Mode 2 Evening, Output 3 Foyer: Maximum level +40dB is outside -96dB to +22dB",
+                    "warning: Mode 2 Evening, Output 3 Foyer: linked to output 2 Bar, but has a start route "
+                    "of its own "
+                    "(previous); the editor drops it as soon as it shows and stores the mode",
+                    "warning: Mode 2 Evening: link group 2 has no output but 4",
+                    "error: Mode 2 Evening: Volume remote panel 1 is given to outputs 1, 3; it will only "
+                    "work for output "
+                    "3 Foyer",
+                    "error: Input 1 Lectern: Trim +40dB is outside -18dB to +6dB"));
+}
