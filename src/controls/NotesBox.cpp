@@ -13,6 +13,8 @@
 #include <QTextDocument>
 #include <QToolTip>
 
+#include <algorithm>
+
 namespace vek {
 
 using namespace Qt::StringLiterals;
@@ -50,6 +52,26 @@ void NotesBox::SetBytes(std::string_view bytes) {
     loading_ = true;
     setPlainText(LinesFromBytes(bytes));
     loading_ = false;
+}
+
+void NotesBox::Replace(const std::string& bytes) {
+    const QString former = WithLineFeeds(document()->toRawText());
+    const QString text = LinesFromBytes(bytes);
+    const qsizetype shorter = std::min(former.size(), text.size());
+    qsizetype start = 0;
+    while (start < shorter && former[start] == text[start])
+        ++start;
+    qsizetype same = 0; // characters at the end
+    while (same < shorter - start && former[former.size() - 1 - same] == text[text.size() - 1 - same])
+        ++same;
+    bytes_ = bytes;
+    loading_ = true;
+    QTextCursor edit(document());
+    edit.setPosition(static_cast<int>(start));
+    edit.setPosition(static_cast<int>(former.size() - same), QTextCursor::KeepAnchor);
+    edit.insertText(text.sliced(start, text.size() - same - start));
+    loading_ = false;
+    Q_EMIT Edited();
 }
 
 int NotesBox::Remaining() const { return static_cast<int>(notesLength) - static_cast<int>(bytes_.size()); }

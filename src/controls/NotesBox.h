@@ -21,6 +21,9 @@ class NotesBox : public QPlainTextEdit {
     const std::string& Bytes() const { return bytes_; }
     /// Shows another text.
     void SetBytes(std::string_view bytes);
+    /// An edit that the user made elsewhere: Edited() follows, and the cursor stays where it is in the text.
+    /// No more than `notesLength` bytes.
+    void Replace(const std::string& bytes);
 
     /// Bytes left of `notesLength`.
     int Remaining() const;

@@ -7,6 +7,7 @@
 #include "controls/TextConversion.h"
 #include "controls/dBText.h"
 #include "editor/EditHistory.h"
+#include "inspect/NamedNumbers.h"
 #include "model/ProgramState.h"
 #include "pages/AddressesPage.h"
 #include "pages/LevelsPage.h"
@@ -65,6 +66,11 @@ void StoreText(FixedText<N>& field, const RemoteNumberPanel& box) {
     const QString contents = box.Contents();
     if (FromBytes(field.Trimmed()) != contents)
         Store(field, FixedText<N>(ToBytes(contents)));
+}
+
+/// "Mode 2 Evening" for a mode from 0.
+QString NameOfMode(std::size_t mode) {
+    return QString::fromStdString(NamedNumbers(Config).Text(NameKind::Mode, mode));
 }
 
 template <typename Index>
@@ -265,7 +271,7 @@ void ModelView::ShowAll() {
 }
 
 void ModelView::ResetMode() {
-    Step(QObject::tr("reset Mode %1 to default").arg(ModeIndex() + 1), [this] {
+    Step(QObject::tr("reset %1 to default").arg(NameOfMode(ModeIndex())), [this] {
         Edit([this](MatrixConfig& config) { config.Modes[ModeIndex()] = DefaultMode(); });
         ShowMode();
     });
@@ -275,14 +281,15 @@ void ModelView::PasteMode(std::size_t mode, const ModeRecord& pasted) {
     // The controls of another mode still hold edits; those of this one would overwrite what was pasted.
     if (mode != ModeIndex())
         StoreView();
-    Step(QObject::tr("paste Mode %1").arg(mode + 1), [&] {
+    Step(QObject::tr("paste %1").arg(NameOfMode(mode)), [&] {
         Edit([&](MatrixConfig& config) { config.Modes[mode] = pasted; });
         ShowMode();
     });
 }
 
 void ModelView::PasteOutput(std::size_t output, const OutputLevelRecord& pasted) {
-    Step(QObject::tr("paste Mode %1, Output %2").arg(ModeIndex() + 1).arg(output + 1), [&] {
+    const auto place = QString::fromStdString(NamedNumbers(Config).OutputOfMode(ModeIndex(), output));
+    Step(QObject::tr("paste %1").arg(place), [&] {
         Edit([&](MatrixConfig& config) { config.Modes[ModeIndex()].OutputLevels[output] = pasted; });
         ShowMode();
     });
@@ -296,7 +303,7 @@ void ModelView::SetBase(std::int16_t base) {
 }
 
 void ModelView::SetLinkGroups(const std::array<std::int16_t, outputCount>& groups) {
-    Step(QObject::tr("link outputs of Mode %1").arg(ModeIndex() + 1), [&] {
+    Step(QObject::tr("link outputs of %1").arg(NameOfMode(ModeIndex())), [&] {
         linkGroups_ = groups;
         StoreView();
         ShowMode();

@@ -2,7 +2,9 @@
 
 #include "controls/NotesBox.h"
 #include "model/Config.h"
+#include "pages/NamesTable.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -16,10 +18,18 @@ NotesPage::NotesPage(QWidget* parent) : QWidget(parent) {
     Text1->setAccessibleName(tr("Notes"));
     remaining_ = new QLabel(this);
     remaining_->setAlignment(Qt::AlignRight);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(Text1, 1);
-    layout->addWidget(remaining_);
-    connect(Text1, &NotesBox::textChanged, this, &NotesPage::ShowRemaining);
+    Names = new NamesTable(this);
+    auto* text = new QVBoxLayout;
+    text->addWidget(Text1, 1);
+    text->addWidget(remaining_);
+    auto* layout = new QHBoxLayout(this);
+    layout->addLayout(text, 2);
+    layout->addWidget(Names, 1);
+    connect(Text1, &NotesBox::textChanged, this, [this] {
+        ShowRemaining();
+        Names->SetNotes(Text1->Bytes());
+    });
+    connect(Names, &NamesTable::Edited, Text1, &NotesBox::Replace);
     ShowRemaining();
 }
 

@@ -1,4 +1,4 @@
-// The page "Notes": the notes and how much room is left.
+// The page "Notes": the notes, how much room is left, and the names in them as a table.
 #pragma once
 
 #include <QWidget>
@@ -7,6 +7,7 @@ class QLabel;
 
 namespace vek {
 
+class NamesTable;
 class NotesBox;
 
 class NotesPage : public QWidget {
@@ -15,7 +16,9 @@ class NotesPage : public QWidget {
   public:
     explicit NotesPage(QWidget* parent = nullptr);
 
-    NotesBox* Text1; ///< owned by this page
+    // Owned by this page.
+    NotesBox* Text1;
+    NamesTable* Names;
 
   private:
     void ShowRemaining();

@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QTabWidget>
+#include <QTableWidget>
 #include <QTimer>
 
 #include <random>
@@ -66,6 +67,40 @@ TEST_F(Undo, NamesItsStepsAndGoesToThem) {
     Trigger(u"EditUndo"_s);
     EXPECT_EQ(Tabs().currentIndex(), RemotePanelsTab);
     EXPECT_EQ(Config.Modes[0], ModeRecord());
+}
+
+TEST_F(Undo, StepsTellTheNamesOfTheNotes) {
+    Find<QPlainTextEdit>(u"Text1"_s)->setPlainText(u"Mode 1: Caf\u00E9\nOutput 2: Foyer"_s);
+    ShowTab(OutputTrimsTab);
+    PressKnob(u"OutputLevelTrim_1"_s, Qt::Key_Down);
+    EXPECT_EQ(Text("EditUndo"), u"&Undo: Output trim 2 Foyer 0dB -> -1dB"_s);
+    QGuiApplication::clipboard()->setText(QString::fromStdString(CopyModeText(DefaultMode())));
+    Trigger(u"mnuHiddenModePaste"_s);
+    EXPECT_EQ(Text("EditUndo").toStdString(), "&Undo: paste Mode 1 Caf\u00E9 (24 changes)");
+}
+
+TEST_F(Undo, ANameThatIsTypedIsAnEditOfTheNotes) {
+    Activate();
+    ShowTab(NotesTab);
+    auto* names = Find<QTableWidget>(u"NamesTable"_s);
+    const auto type = [&] {
+        names->setFocus();
+        for (const char key : std::string_view("Hi"))
+            QTest::keyClick(QApplication::focusWidget(), key);
+    };
+    type();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    Settle();
+    type();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Find<QPlainTextEdit>(u"Text1"_s)->toPlainText(), u"Input 1: Hi"_s);
+    Find(u"Modes_0"_s)->setFocus();
+    const QString taken = u"&Redo: Notes, line 2: none -> \"Input 2: Hi\""_s;
+    EXPECT_EQ(Text("EditRedo"), taken) << "nothing is left in the box";
+    type();
+    Trigger(u"DEFAULT"_s);
+    EXPECT_EQ(Config.Notes.Trimmed(), "Input 1: Hi\r\nInput 2: Hi")
+        << "commands take over what is being typed";
 }
 
 TEST_F(Undo, EditsOfOneFieldAreOneStepUntilItIsLeft) {

@@ -1,6 +1,7 @@
 // The pages of texts: remote panels, RS232 codes and notes.
 #include "controls/NotesBox.h"
 #include "controls/RemoteNumberPanel.h"
+#include "pages/NamesTable.h"
 #include "pages/NotesPage.h"
 #include "pages/PageLayout.h"
 #include "pages/RemotePanelsPage.h"
@@ -107,4 +108,79 @@ TEST(NotesPage, TellsHowMuchRoomIsLeft) {
     EXPECT_EQ(remaining->text(), "1495 of 1500 characters left"_L1);
     QTest::keyClicks(page.Text1, u"xy"_s);
     EXPECT_EQ(remaining->text(), "1493 of 1500 characters left"_L1);
+}
+
+struct NamesTableTest : testing::Test {
+    NamesTableTest() {
+        ShowActive(page);
+        QObject::connect(page.Text1, &NotesBox::Edited, [this] { ++edits; });
+    }
+    QString Name(int row) const { return page.Names->item(row, 0)->text(); }
+    /// Types on a row as it is, without opening it.
+    void Type(int row, const QString& text) {
+        page.Names->setFocus();
+        page.Names->setCurrentCell(row, 0);
+        for (const QChar character : text)
+            QTest::keyClick(QApplication::focusWidget(), character.toLatin1());
+    }
+    void Press(Qt::Key key) {
+        QTest::keyClick(QApplication::focusWidget(), key);
+        QCoreApplication::processEvents();
+    }
+
+    NotesPage page;
+    int edits = 0;
+};
+
+constexpr int output3 = 10; // rows
+constexpr int panelA = 33;
+
+TEST_F(NamesTableTest, ShowsWhatTheNotesSay) {
+    page.Text1->SetBytes("Hall\r\nOUTPUT 3: <i>Caf\xE9</i>\r\npanel a: Bar");
+    EXPECT_EQ(page.Names->verticalHeaderItem(panelA)->text(), "Panel A"_L1);
+    EXPECT_EQ(Name(output3), u"<i>Caf\u00E9</i>"_s);
+    EXPECT_TRUE(page.Names->item(output3, 0)->toolTip().contains("&lt;i&gt;"_L1));
+    EXPECT_EQ(Name(panelA), "Bar"_L1);
+    page.Text1->moveCursor(QTextCursor::End);
+    QTest::keyClicks(page.Text1, u"s"_s);
+    EXPECT_EQ(Name(panelA), "Bars"_L1);
+    page.Text1->SetBytes("");
+    EXPECT_EQ(Name(output3), QString());
+}
+
+TEST_F(NamesTableTest, ANameChangesItsLineAlone) {
+    page.Text1->SetBytes("Hall\routput 3 : Foyer\r\n\tMode 1: A\r\nend");
+    page.Text1->moveCursor(QTextCursor::End);
+    Type(output3, u"Bar "_s);
+    EXPECT_EQ(edits, 0) << "typed, not entered";
+    Press(Qt::Key_Return);
+    EXPECT_EQ(page.Text1->Bytes(), "Hall\rOutput 3: Bar\r\n\tMode 1: A\r\nend");
+    EXPECT_EQ(page.Text1->textCursor().position(), page.Text1->document()->characterCount() - 1);
+    EXPECT_EQ(Name(output3), "Bar"_L1);
+    EXPECT_EQ(page.Names->currentRow(), output3 + 1);
+    Type(panelA, u"B"_s);
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(page.Text1->Bytes(), "Hall\rOutput 3: Bar\r\n\tMode 1: A\r\nPanel A: B\r\nend");
+    Type(panelA, u"C"_s);
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(edits, 2);
+    Type(output3, {});
+    Press(Qt::Key_Delete);
+    EXPECT_EQ(page.Text1->Bytes(), "Hall\r\tMode 1: A\r\nPanel A: B\r\nend");
+    EXPECT_EQ(edits, 3);
+}
+
+TEST_F(NamesTableTest, TakesWhatTheNotesCanHold) {
+    page.Text1->SetBytes(std::string(notesLength - std::string_view("\r\nOutput 3: AB").size(), 'x'));
+    Type(output3, u"ABC"_s);
+    EXPECT_EQ(QToolTip::text(), "The notes, which keep the names, hold 1500 characters"_L1);
+    QGuiApplication::clipboard()->setText(u"\u0416\u2028"_s);
+    QTest::keySequence(QApplication::focusWidget(), QKeySequence::Paste);
+    EXPECT_EQ(QToolTip::text(), "The notes cannot hold this character"_L1);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Name(output3), "AB"_L1);
+    EXPECT_EQ(page.Text1->Remaining(), 0);
+    page.Names->item(panelA, 0)->setText(u"D"_s);
+    EXPECT_EQ(Name(panelA), QString());
+    EXPECT_EQ(edits, 1);
 }
