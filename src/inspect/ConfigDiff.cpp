@@ -220,6 +220,8 @@ void AppendNoteDifferences(std::vector<FieldDifference>& differences, const Matr
     for (std::size_t i = start; i < std::max(old.size(), now.size()) - same; ++i) {
         const bool inOld = i < old.size() - same;
         const bool inNow = i < now.size() - same;
+        if (inOld && inNow && old[i] == now[i])
+            continue;
         differences.push_back(
             {NotesLine(i), inOld ? old[i] : "none", inNow ? now[i] : "none", {FieldKind::Notes, {}, {}}});
     }

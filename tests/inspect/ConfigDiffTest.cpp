@@ -92,6 +92,7 @@ TEST(ConfigDiff, NotesAreComparedByLine) {
         {"one\r\ntwo", "zero\r\none\r\ntwo", {"Notes, line 1: none -> \"zero\""}},
         {"1\r\n2\r\n3", "1", {"Notes, line 2: \"2\" -> none", "Notes, line 3: \"3\" -> none"}},
         {"same\r\nsame", "same", {"Notes, line 2: \"same\" -> none"}},
+        {"1\r\n\r\n2", "3\r\n\r\n4", {"Notes, line 1: \"1\" -> \"3\"", "Notes, line 3: \"2\" -> \"4\""}},
         {"", " \n", {"Notes, line 1: none -> \" \\x0A\""}},
     };
     for (const auto& [before, after, lines] : cases)
