@@ -18,6 +18,7 @@ struct ListedField {
     std::string Words; ///< "Mode 2, Output 3: Maximum level"
     std::string Text;
     FieldPlace Place;
+    std::size_t Number;
 };
 
 /// The stored values of all fields but the notes, in the order of FieldLister; quick to make and to compare.
@@ -56,6 +57,57 @@ class ValueLister {
 
   private:
     void Add(std::int16_t value) { Values.emplace_back(value, ""); }
+};
+
+/// Gives one field another value: ValueLister backwards.
+class ValueSetter {
+  public:
+    using Value = std::pair<std::int32_t, std::string_view>;
+
+    /// `number` counts the fields from 0, as ValueLister has them.
+    ValueSetter(std::size_t number, const Value& value) : left_(number), value_(value) {}
+
+    void Integer(const FieldName&, std::int16_t& field) { Set(field); }
+    void LinkGroup(const FieldName&, std::int16_t& field) { Set(field); }
+    void Level(const FieldName&, float& field) {
+        if (left_-- == 0)
+            field = std::bit_cast<float>(value_.first);
+    }
+    void Switch(const FieldName&, Flag& field) { Set(field); }
+    void Enable(const FieldName&, Flag& field) { Set(field); }
+    void Levels(const FieldName& name, std::span<float> levels) {
+        for (float& level : levels)
+            Level(name, level);
+    }
+    void Enables(const FieldName&, NameKind, std::span<Flag> flags) {
+        for (Flag& flag : flags)
+            Set(flag);
+    }
+    template <std::size_t N>
+    void List(const FieldName&, FixedText<N>& field, const NumberCharacters&) {
+        if (left_-- == 0)
+            field = value_.second;
+    }
+    template <std::size_t N>
+    void Notes(const FieldName&, const FixedText<N>&) {}
+    template <typename Body>
+    void Object(const FieldName&, Body body) {
+        body();
+    }
+    template <typename Body>
+    void Array(const FieldName&, std::size_t size, Body body) {
+        for (std::size_t i = 0; i < size; ++i)
+            body(i);
+    }
+
+  private:
+    void Set(std::int16_t& field) {
+        if (left_-- == 0)
+            field = static_cast<std::int16_t>(value_.first);
+    }
+
+    std::size_t left_; ///< to the field; wraps behind it
+    Value value_;
 };
 
 /// Which fields differ.
@@ -156,7 +208,8 @@ class FieldLister {
 
     template <typename MakeText>
     void Add(const FieldName& name, MakeText text) {
-        if (wanted_ != nullptr && !(*wanted_)[next_++])
+        const std::size_t number = next_++;
+        if (wanted_ != nullptr && !(*wanted_)[number])
             return;
         std::string words = where_.empty() ? "" : where_ + ": ";
         words += words_;
@@ -164,7 +217,7 @@ class FieldLister {
         if (number_)
             words += name.Caption.empty() ? numbers_.Text(number_->Kind, number_->Index)
                                           : ' ' + numbers_.Number(number_->Kind, number_->Index);
-        Fields.push_back({std::move(words), text(), {name.Kind.value_or(kind_), mode_, output_}});
+        Fields.push_back({std::move(words), text(), {name.Kind.value_or(kind_), mode_, output_}, number});
     }
 
     const NamedNumbers& numbers_;
@@ -189,17 +242,37 @@ std::string NotesLine(std::size_t index) { return "Notes, line " + std::to_strin
 
 std::string TailText(const std::vector<std::byte>& tail) { return std::to_string(tail.size()) + " bytes"; }
 
-std::vector<std::string> NoteLines(const MatrixConfig& config) {
-    constexpr std::string_view lineEnd = "\r\n";
+constexpr std::string_view noteLineEnd = "\r\n";
+
+/// None when there are no notes.
+std::vector<std::string_view> NoteLines(const MatrixConfig& config) {
     std::string_view rest = WithoutPadding(config.Notes.Padded());
-    std::vector<std::string> lines;
-    for (std::size_t end = rest.find(lineEnd); end != rest.npos; end = rest.find(lineEnd)) {
-        lines.push_back(QuotedText(rest.substr(0, end)));
-        rest.remove_prefix(end + lineEnd.size());
+    std::vector<std::string_view> lines;
+    for (std::size_t end = rest.find(noteLineEnd); end != rest.npos; end = rest.find(noteLineEnd)) {
+        lines.push_back(rest.substr(0, end));
+        rest.remove_prefix(end + noteLineEnd.size());
     }
     if (!rest.empty() || !lines.empty())
-        lines.push_back(QuotedText(rest));
+        lines.push_back(rest);
     return lines;
+}
+
+/// The lines from `Start` to those that are the same at the end, in either of the two.
+struct DifferingLines {
+    std::size_t Start;
+    std::size_t Same; ///< at the end
+};
+
+DifferingLines LinesThatDiffer(const std::vector<std::string_view>& old,
+                               const std::vector<std::string_view>& now) {
+    const std::size_t shorter = std::min(old.size(), now.size());
+    std::size_t start = 0;
+    while (start < shorter && old[start] == now[start])
+        ++start;
+    std::size_t same = 0;
+    while (same < shorter - start && old[old.size() - 1 - same] == now[now.size() - 1 - same])
+        ++same;
+    return {start, same};
 }
 
 /// Lines that both have at the start and at the end are no differences; what is left between is compared line
@@ -210,21 +283,43 @@ void AppendNoteDifferences(std::vector<FieldDifference>& differences, const Matr
         return;
     const auto old = NoteLines(before);
     const auto now = NoteLines(after);
-    const std::size_t shorter = std::min(old.size(), now.size());
-    std::size_t start = 0;
-    while (start < shorter && old[start] == now[start])
-        ++start;
-    std::size_t same = 0;
-    while (same < shorter - start && old[old.size() - 1 - same] == now[now.size() - 1 - same])
-        ++same;
+    const auto [start, same] = LinesThatDiffer(old, now);
     for (std::size_t i = start; i < std::max(old.size(), now.size()) - same; ++i) {
         const bool inOld = i < old.size() - same;
         const bool inNow = i < now.size() - same;
         if (inOld && inNow && old[i] == now[i])
             continue;
-        differences.push_back(
-            {NotesLine(i), inOld ? old[i] : "none", inNow ? now[i] : "none", {FieldKind::Notes, {}, {}}});
+        differences.push_back({NotesLine(i),
+                               inOld ? QuotedText(old[i]) : "none",
+                               inNow ? QuotedText(now[i]) : "none",
+                               {FieldKind::Notes, {}, {}},
+                               i});
     }
+}
+
+/// One line of the notes as it was; an added line goes, one that is gone comes back.
+std::optional<MatrixConfig> WithFormerLine(std::size_t number, const MatrixConfig& before,
+                                           const MatrixConfig& after) {
+    const auto old = NoteLines(before);
+    auto now = NoteLines(after);
+    const std::size_t same = LinesThatDiffer(old, now).Same;
+    const bool inOld = number < old.size() - same;
+    const bool inNow = number < now.size() - same;
+    const auto place = now.begin() + static_cast<std::ptrdiff_t>(std::min(number, now.size() - same));
+    if (inOld && inNow)
+        *place = old[number];
+    else if (inOld)
+        now.insert(place, old[number]);
+    else if (inNow)
+        now.erase(place);
+    std::string text;
+    for (std::size_t i = 0; i < now.size(); ++i)
+        (text += i == 0 ? "" : noteLineEnd) += now[i];
+    if (text.size() > notesLength)
+        return std::nullopt;
+    MatrixConfig config = after;
+    config.Notes = text;
+    return config;
 }
 
 void AppendTailDifference(std::vector<FieldDifference>& differences, const std::vector<std::byte>& before,
@@ -233,7 +328,7 @@ void AppendTailDifference(std::vector<FieldDifference>& differences, const std::
         return;
     const std::string now =
         before.size() == after.size() ? std::to_string(after.size()) + " other bytes" : TailText(after);
-    differences.push_back({tailWords, TailText(before), now, {FieldKind::Tail, {}, {}}});
+    differences.push_back({tailWords, TailText(before), now, {FieldKind::Tail, {}, {}}, 0});
 }
 
 } // namespace
@@ -245,10 +340,24 @@ std::vector<FieldDifference> FieldDifferences(const StoredConfig& before, const 
     const auto old = ListFields(before.Config, numbers, &differing);
     const auto now = ListFields(after.Config, numbers, &differing);
     for (std::size_t i = 0; i < old.size(); ++i)
-        differences.push_back({old[i].Words, old[i].Text, now[i].Text, old[i].Place});
+        differences.push_back({old[i].Words, old[i].Text, now[i].Text, old[i].Place, old[i].Number});
     AppendNoteDifferences(differences, before.Config, after.Config);
     AppendTailDifference(differences, before.Tail, after.Tail);
     return differences;
+}
+
+std::optional<MatrixConfig> TakenBack(const FieldDifference& difference, const MatrixConfig& before,
+                                      const MatrixConfig& after) {
+    if (difference.Place.Kind == FieldKind::Tail)
+        return std::nullopt;
+    if (difference.Place.Kind == FieldKind::Notes)
+        return WithFormerLine(difference.Number, before, after);
+    MatrixConfig config = after;
+    ValueLister values;
+    VisitNamedFields(before, values);
+    ValueSetter setter(difference.Number, values.Values.at(difference.Number));
+    VisitNamedFields(config, setter);
+    return config;
 }
 
 std::vector<std::string> Differences(const StoredConfig& before, const StoredConfig& after) {
@@ -264,7 +373,7 @@ std::vector<std::string> AllSettings(const StoredConfig& stored) {
         settings.push_back(field.Words + ' ' + field.Text);
     const auto notes = NoteLines(stored.Config);
     for (std::size_t i = 0; i < notes.size(); ++i)
-        settings.push_back(NotesLine(i) + ' ' + notes[i]);
+        settings.push_back(NotesLine(i) + ' ' + QuotedText(notes[i]));
     if (!stored.Tail.empty())
         settings.push_back(std::string(tailWords) + ' ' + TailText(stored.Tail));
     return settings;

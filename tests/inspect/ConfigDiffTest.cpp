@@ -99,6 +99,44 @@ TEST(ConfigDiff, NotesAreComparedByLine) {
         EXPECT_EQ(Changed(WithNotes(before), WithNotes(after)), lines);
 }
 
+TEST(ConfigDiff, EveryDifferenceCanBeTakenBackAlone) {
+    std::mt19937 random(7);
+    MatrixConfig before = test::RandomConfig(random);
+    MatrixConfig after = test::RandomConfig(random);
+    before.Notes = "one\r\n\r\ntwo\r\nthree\r\nfour\r\nlast";
+    after.Notes = "1\r\ntwo\r\n3\r\nlast";
+    auto left = FieldDifferences({before, {}}, {after, {}});
+    ASSERT_GT(left.size(), 700U);
+    while (!left.empty()) {
+        const FieldDifference taken = left[random() % left.size()];
+        const auto next = TakenBack(taken, before, after);
+        ASSERT_TRUE(next) << taken.Line();
+        ASSERT_NE(*next, after) << taken.Line();
+        after = *next;
+        const std::size_t count = left.size();
+        left = FieldDifferences({before, {}}, {after, {}});
+        if (taken.Place.Kind == FieldKind::Notes) { // lines move when another goes or comes
+            ASSERT_LE(left.size(), count) << taken.Line();
+            continue;
+        }
+        ASSERT_EQ(left.size(), count - 1) << taken.Line();
+        for (const FieldDifference& other : left)
+            ASSERT_NE(other.Field, taken.Field);
+    }
+    EXPECT_EQ(EncodeRecord(after), EncodeRecord(before));
+}
+
+TEST(ConfigDiff, ALineComesBackOnlyWhereThereIsRoom) {
+    const MatrixConfig before = WithNotes("one\r\n" + std::string(notesLength - 5, 'x'));
+    const MatrixConfig after = WithNotes(std::string(notesLength, 'y'));
+    const auto differences = FieldDifferences({before, {}}, {after, {}});
+    ASSERT_EQ(differences.size(), 2U);
+    EXPECT_TRUE(TakenBack(differences[0], before, after));
+    EXPECT_FALSE(TakenBack(differences[1], before, after));
+    const auto tail = FieldDifferences({before, std::vector<std::byte>(1)}, {before, {}});
+    EXPECT_FALSE(TakenBack(tail.at(0), before, before));
+}
+
 TEST(ConfigDiff, DataAfterTheRecordCounts) {
     const std::vector<std::byte> two(2);
     EXPECT_THAT(Differences({{}, two}, {{}, {}}), ElementsAre("Data after the record 2 bytes -> 0 bytes"));
