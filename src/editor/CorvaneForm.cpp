@@ -109,7 +109,7 @@ void CorvaneForm::MakeCommands() {
     auto* edit = menuBar()->addMenu(tr("&Edit"));
     edit->setObjectName(u"EditMenu"_s);
     edit->setToolTipsVisible(true);
-    undo_ = std::make_unique<UndoActions>(view_, pages_, *SSTab1_, *edit, *this);
+    undo_ = std::make_unique<UndoActions>(view_, PlaceFinder(view_, pages_, *SSTab1_), *edit, *this);
     connect(undo_.get(), &UndoActions::Taken, this, [this](FieldKind kind) {
         if (online_ && (kind == FieldKind::InputTrims || kind == FieldKind::OutputTrims))
             online_->LevelsChanged();

@@ -2,45 +2,15 @@
 
 #include "controls/KeyFilteredLineEdit.h"
 #include "editor/ModelView.h"
-#include "pages/EditorPages.h"
-#include "pages/Selectors.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QMenu>
-#include <QRadioButton>
-#include <QTabWidget>
 
 namespace vek {
 
-namespace {
-
-int PageOf(FieldKind kind) {
-    switch (kind) {
-    case FieldKind::Base:
-    case FieldKind::Addresses:
-        return AddressesTab;
-    case FieldKind::Levels:
-        return LevelsTab;
-    case FieldKind::InputTrims:
-        return InputTrimsTab;
-    case FieldKind::OutputTrims:
-        return OutputTrimsTab;
-    case FieldKind::Notes:
-    case FieldKind::Tail:
-        return NotesTab;
-    case FieldKind::Panels:
-    case FieldKind::LinkGroups:
-        break;
-    }
-    return RemotePanelsTab;
-}
-
-} // namespace
-
-UndoActions::UndoActions(ModelView& view, const EditorPages& pages, QTabWidget& tabs, QMenu& menu,
-                         QWidget& window)
-    : view_(view), pages_(pages), tabs_(tabs),
+UndoActions::UndoActions(ModelView& view, const PlaceFinder& places, QMenu& menu, QWidget& window)
+    : view_(view), places_(places),
       window_(window), undo_{MakeAction("EditUndo", menu, window, {QKeySequence(tr("Ctrl+Z"))}), tr("&Undo"),
                              &EditHistory::UndoPlace, &EditHistory::UndoText, &EditHistory::Undo},
       redo_{MakeAction("EditRedo", menu, window,
@@ -75,7 +45,7 @@ void UndoActions::Refresh() {
 
 void UndoActions::Refresh(const Direction& direction) {
     const auto place = (view_.History().*direction.Place)();
-    const bool reachable = place && tabs_.isTabEnabled(PageOf(place->Kind));
+    const bool reachable = place && places_.Reachable(*place);
     QString text = direction.Verb;
     if (place)
         text +=
@@ -100,21 +70,12 @@ void UndoActions::Take(const Direction& direction) {
     if (!FinishTyping())
         return;
     const auto place = (view_.History().*direction.Place)();
-    if (!place || !tabs_.isTabEnabled(PageOf(place->Kind)))
+    if (!place || !places_.Reachable(*place))
         return;
-    GoTo(*place);
+    places_.GoTo(*place);
     (view_.History().*direction.Take)();
     view_.History().EndVisit();
     Q_EMIT Taken(place->Kind);
-}
-
-void UndoActions::GoTo(const FieldPlace& place) {
-    if (place.Mode)
-        pages_.Selectors->Modes[*place.Mode]->setChecked(true);
-    if (place.Output)
-        pages_.Selectors->UsePanel[*place.Output]->setChecked(true);
-    tabs_.setCurrentIndex(PageOf(place.Kind));
-    view_.ReadSelectors();
 }
 
 } // namespace vek

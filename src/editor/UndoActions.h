@@ -2,6 +2,7 @@
 #pragma once
 
 #include "editor/EditHistory.h"
+#include "editor/PlaceFinder.h"
 
 #include <QObject>
 
@@ -9,12 +10,10 @@
 
 class QAction;
 class QMenu;
-class QTabWidget;
 
 namespace vek {
 
 class ModelView;
-struct EditorPages;
 
 /// The actions `EditUndo` and `EditRedo`. They name the step that they take, go to the mode, output and page
 /// where it was made, and are disabled with the reason while that page is.
@@ -23,7 +22,7 @@ class UndoActions : public QObject {
 
   public:
     /// All must outlive this object; the actions belong to the menu and the window `window`.
-    UndoActions(ModelView& view, const EditorPages& pages, QTabWidget& tabs, QMenu& menu, QWidget& window);
+    UndoActions(ModelView& view, const PlaceFinder& places, QMenu& menu, QWidget& window);
 
     /// Looks anew what can be done: other pages may be enabled.
     void Refresh();
@@ -46,11 +45,9 @@ class UndoActions : public QObject {
     void Take(const Direction& direction);
     /// Takes over what is being typed; false when that was all there was to take back.
     bool FinishTyping();
-    void GoTo(const FieldPlace& place);
 
     ModelView& view_;
-    const EditorPages& pages_;
-    QTabWidget& tabs_;
+    const PlaceFinder places_;
     QWidget& window_;
     Direction undo_;
     Direction redo_;
