@@ -13,7 +13,7 @@ Subject OutputSubject(const NamedNumbers& numbers, std::size_t mode, std::size_t
     return {numbers.OutputOfMode(mode, output), {kind, mode, output}};
 }
 
-void CheckLevel(const Subject& subject, std::string_view caption, float level, const LevelRange& range,
+void CheckLevel(const Subject& subject, std::string_view caption, float level, const SettableLevels& range,
                 Findings& findings) {
     std::string text(caption);
     text += ' ' + ExactLevelText(level);

@@ -44,13 +44,13 @@ class Findings {
 };
 
 /// What can be set in the editor, in dB.
-struct LevelRange {
+struct SettableLevels {
     float Lowest;
     float Highest;
 };
-inline constexpr LevelRange levelRange = {levelMinimum, levelMaximum};
-inline constexpr LevelRange stepRange = {stepMinimum, stepMaximum};
-inline constexpr LevelRange trimRange = {trimMinimum, trimMaximum};
+inline constexpr SettableLevels levelRange = {levelMinimum, levelMaximum};
+inline constexpr SettableLevels stepRange = {stepMinimum, stepMaximum};
+inline constexpr SettableLevels trimRange = {trimMinimum, trimMaximum};
 
 // A part of a mode, or of an output in a mode, both counted from 0.
 
@@ -58,7 +58,7 @@ Subject ModeSubject(const NamedNumbers& numbers, std::size_t mode, FieldKind kin
 Subject OutputSubject(const NamedNumbers& numbers, std::size_t mode, std::size_t output, FieldKind kind);
 
 /// A level outside the range, or one that the device, which knows half decibels, does not take as it is.
-void CheckLevel(const Subject& subject, std::string_view caption, float level, const LevelRange& range,
+void CheckLevel(const Subject& subject, std::string_view caption, float level, const SettableLevels& range,
                 Findings& findings);
 
 } // namespace vek
