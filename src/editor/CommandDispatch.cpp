@@ -79,7 +79,10 @@ void CommandDispatch::SetBaseAddress() {
 void CommandDispatch::Download() {
     const DownloadImage image = BuildImageFromConfig(view_);
     VekComms form(services_, turns_, types_, image, &window_);
+    form.TellProblemsOf(Config);
     form.exec();
+    if (form.Programmed())
+        programmed_ = Config;
 }
 
 void CommandDispatch::About() {

@@ -3,7 +3,9 @@
 
 #include "editor/EditorServices.h"
 #include "link/DeviceTypes.h"
+#include "model/Config.h"
 
+#include <optional>
 #include <string_view>
 
 class QWidget;
@@ -27,6 +29,9 @@ class CommandDispatch {
     /// nothing more. Run-time errors end the command with a message.
     void DispatchCommand(std::string_view key);
 
+    /// The configuration that a device took last since the start, null for none.
+    const MatrixConfig* LastProgrammed() const { return programmed_ ? &*programmed_ : nullptr; }
+
   private:
     void Run(std::string_view key);
     void ResetModeToDefault();
@@ -43,6 +48,7 @@ class CommandDispatch {
     PortTurns& turns_;
     const DeviceTypeList& types_;
     WindowMessages& messages_;
+    std::optional<MatrixConfig> programmed_;
 };
 
 } // namespace vek

@@ -6,6 +6,7 @@
 #include "editor/AddressMenus.h"
 #include "editor/ClipboardMenus.h"
 #include "editor/CommandTable.h"
+#include "editor/EditorPanels.h"
 #include "editor/EditorStatusBar.h"
 #include "editor/EditorToolBar.h"
 #include "editor/ExportCommands.h"
@@ -109,14 +110,16 @@ void CorvaneForm::MakeCommands() {
     auto* edit = menuBar()->addMenu(tr("&Edit"));
     edit->setObjectName(u"EditMenu"_s);
     edit->setToolTipsVisible(true);
-    undo_ = std::make_unique<UndoActions>(view_, PlaceFinder(view_, pages_, *SSTab1_), *edit, *this);
-    connect(undo_.get(), &UndoActions::Taken, this, [this](FieldKind kind) {
-        if (online_ && (kind == FieldKind::InputTrims || kind == FieldKind::OutputTrims))
-            online_->LevelsChanged();
-    });
+    const PlaceFinder places(view_, pages_, *SSTab1_);
+    undo_ = std::make_unique<UndoActions>(view_, places, *edit, *this);
+    connect(undo_.get(), &UndoActions::Taken, this, &CorvaneForm::LevelsRestored);
+    panels_ = new EditorPanels(*this, view_, places, services_.Boxes, *status_,
+                               [this] { return dispatch_.LastProgrammed(); });
+    connect(panels_, &EditorPanels::TakenBack, this, &CorvaneForm::LevelsRestored);
 
     const auto tell = [this](const QString& text) { status_->showMessage(text, messageMilliseconds); };
     connect(files_, &FileCommands::Told, this, tell);
+    connect(panels_, &EditorPanels::Told, this, tell);
     connect(exports_, &ExportCommands::Failed, this, tell);
     connect(recovery_, &RecoveryKeeper::Failed, this, tell);
     connect(&history_, &EditHistory::Changed, recovery_, &RecoveryKeeper::Look);
@@ -203,6 +206,11 @@ void CorvaneForm::ConnectPages() {
         Qt::QueuedConnection);
 }
 
+void CorvaneForm::LevelsRestored(FieldKind kind) {
+    if (online_ && (kind == FieldKind::InputTrims || kind == FieldKind::OutputTrims))
+        online_->LevelsChanged();
+}
+
 void CorvaneForm::SelectionChanged() {
     FinishStart();
     Guarded(messages_, [this] {
@@ -278,6 +286,7 @@ void CorvaneForm::Timer1_Tick() {
     online_->CheckPort();
     recovery_->Look();
     bars_->LookAtFile();
+    panels_->Look();
     ShowState();
 }
 

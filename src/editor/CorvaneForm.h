@@ -23,6 +23,7 @@ class QVBoxLayout;
 
 namespace vek {
 
+class EditorPanels;
 class EditorStatusBar;
 class EditorToolBar;
 class ExportCommands;
@@ -81,6 +82,7 @@ class CorvaneForm : public QMainWindow {
     void LayOut();
     void ConnectSelectors();
     void ConnectPages();
+    void LevelsRestored(FieldKind kind);
     void SelectionChanged();
     void PanelListEdited();
     void RouteEdited();
@@ -116,6 +118,7 @@ class CorvaneForm : public QMainWindow {
     ExportCommands* exports_;
     CommandDispatch dispatch_;
     EditorStatusBar* status_;
+    EditorPanels* panels_ = nullptr;
     FileBars* bars_ = nullptr;
     FileDrop* drop_ = nullptr;
     QTimer Timer1_;

@@ -6,6 +6,8 @@
 #include "model/ProgramState.h"
 #include "model/VekNetAddresses.h"
 
+#include <QMouseEvent>
+
 namespace vek {
 
 using namespace Qt::StringLiterals;
@@ -25,10 +27,30 @@ void SetText(QLabel* label, const QString& text) {
 EditorStatusBar::EditorStatusBar(QWidget* parent) : QStatusBar(parent) {
     file_ = AddField(u"StatusFile"_s, 1, true);
     changes_ = AddField(u"StatusChanges"_s, 0, false);
-    addresses_ = AddField(u"StatusAddresses"_s, 0, false);
-    onlineState_ = AddField(u"StatusOnline"_s, 0, true);
-    onlineState_->setMaximumWidth(fontMetrics().averageCharWidth() * stateCharacters);
+    problems_ = AddField(u"StatusProblems"_s, 0, false);
+    base_ = AddField(u"StatusBase"_s, 0, false);
+    link_ = AddField(u"StatusLink"_s, 0, true);
+    for (QLabel* opening : {changes_, problems_}) {
+        opening->installEventFilter(this);
+        opening->setCursor(Qt::PointingHandCursor);
+    }
+    changes_->setToolTip(tr("Show what changed (F7)"));
+    problems_->setToolTip(tr("Show the problems (F8)"));
+    link_->setMaximumWidth(fontMetrics().averageCharWidth() * stateCharacters);
 }
+
+bool EditorStatusBar::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonRelease &&
+        static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
+        if (watched == changes_)
+            Q_EMIT ChangesClicked();
+        else
+            Q_EMIT ProblemsClicked();
+    }
+    return QStatusBar::eventFilter(watched, event);
+}
+
+void EditorStatusBar::ShowProblems(const QString& text) { SetText(problems_, text); }
 
 QLabel* EditorStatusBar::AddField(const QString& name, int stretch, bool elided) {
     auto* field = elided ? new ElidedLabel(QString(), this) : new QLabel(this);
@@ -56,9 +78,9 @@ void EditorStatusBar::ShowFile(const std::string& readFrom) {
 void EditorStatusBar::ShowState(const std::string& readFrom, const QString& onlinePort) {
     ShowFile(readFrom);
     SetText(changes_, ConfigDiffers() ? tr("Unsaved changes") : tr("No unsaved changes"));
-    SetText(addresses_, tr("Base %1-%2").arg(Config.VekNetBase).arg(LastVekNetAddress(Config.VekNetBase)));
-    SetText(onlineState_, onlinePort.isEmpty() ? tr("Offline") : tr("Online on %1").arg(onlinePort));
-    SetPlainToolTip(*onlineState_, onlinePort);
+    SetText(base_, tr("Base %1-%2").arg(Config.VekNetBase).arg(LastVekNetAddress(Config.VekNetBase)));
+    SetText(link_, onlinePort.isEmpty() ? tr("Offline") : tr("Online on %1").arg(onlinePort));
+    SetPlainToolTip(*link_, onlinePort);
 }
 
 } // namespace vek

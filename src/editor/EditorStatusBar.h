@@ -1,4 +1,4 @@
-// The status bar: file, unsaved changes, the block of addresses and the online state.
+// The status bar: file, unsaved changes, problems, the block of addresses and the online state.
 #pragma once
 
 #include <QStatusBar>
@@ -18,6 +18,15 @@ class EditorStatusBar : public QStatusBar {
     /// Shows the program's state. `readFrom` is the file that a configuration without a name was read from,
     /// empty for a new one; `onlinePort` is empty while offline.
     void ShowState(const std::string& readFrom, const QString& onlinePort);
+    /// "2 errors, 1 warning"
+    void ShowProblems(const QString& text);
+
+  Q_SIGNALS:
+    void ChangesClicked();
+    void ProblemsClicked();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void ShowFile(const std::string& readFrom);
@@ -25,8 +34,9 @@ class EditorStatusBar : public QStatusBar {
 
     QLabel* file_;
     QLabel* changes_;
-    QLabel* addresses_;
-    QLabel* onlineState_;
+    QLabel* problems_;
+    QLabel* base_;
+    QLabel* link_;
 };
 
 } // namespace vek

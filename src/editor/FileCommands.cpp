@@ -22,8 +22,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-FileKind ConfigurationFiles() { return {QObject::tr("Vorn Matrix File (*.VMC)"), u"VMC"_s}; }
-
 bool Exists(const std::string& path) {
     std::error_code error;
     return std::filesystem::exists(path, error);
@@ -48,6 +46,8 @@ QString NotThere(const std::string& path) {
 QString CurrentName() { return QString::fromStdString(CurrentFileName); }
 
 } // namespace
+
+FileKind ConfigurationFiles() { return {QObject::tr("Vorn Matrix File (*.VMC)"), u"VMC"_s}; }
 
 FileCommands::FileCommands(QWidget& window, ModelView& view, Dialogs& dialogs, FileOnDisk& file,
                            RecoveryKeeper& recovery, UserSettings& settings)

@@ -2,6 +2,7 @@
 // on the command line, and what was left unsaved or written by others.
 #pragma once
 
+#include "dialogs/Dialogs.h"
 #include "editor/FileOnDisk.h"
 
 #include <QObject>
@@ -18,6 +19,9 @@ class ModelView;
 class RecoveryCopy;
 class RecoveryKeeper;
 class UserSettings;
+
+/// What the dialogs for configuration files offer.
+FileKind ConfigurationFiles();
 
 class FileCommands : public QObject {
     Q_OBJECT

@@ -336,6 +336,10 @@ void ModelView::TakeClamped(const MatrixConfig& clamped) {
     });
 }
 
+void ModelView::TakeBack(const QString& field, const MatrixConfig& config) {
+    Step(QObject::tr("take back %1").arg(field), [&] { Restore(config); });
+}
+
 void ModelView::Restore(const MatrixConfig& config) {
     Edit([&](MatrixConfig& present) { present = config; });
     ConfigChanged = ConfigDiffers();

@@ -75,6 +75,8 @@ class ModelView {
     void ApplyAddressMenu(AddressGroup group, const EnableMenuEntry& entry, std::size_t remembered);
     /// Takes over the levels that the download image had to limit.
     void TakeClamped(const MatrixConfig& clamped);
+    /// Makes Config what it is with one difference taken back; `field` is its name.
+    void TakeBack(const QString& field, const MatrixConfig& config);
     /// Makes an earlier or later state the configuration, and shows it; no edit of its own.
     void Restore(const MatrixConfig& config);
 

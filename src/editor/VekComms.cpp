@@ -2,8 +2,10 @@
 
 #include "controls/LayoutHelpers.h"
 #include "controls/TextConversion.h"
+#include "editor/ConfigWatch.h"
 #include "editor/LastWords.h"
 #include "editor/PortTurns.h"
+#include "inspect/ConfigCheck.h"
 #include "link/OutcomeTexts.h"
 #include "pages/PortRows.h"
 
@@ -35,6 +37,10 @@ VekComms::VekComms(const EditorServices& services, PortTurns& turns, const Devic
     layout->addWidget(ports_);
     layout->addWidget(MakePleaseWait());
     layout->addStretch(1);
+    problems_ = new QLabel(this);
+    problems_->setObjectName(u"Problems"_s);
+    problems_->setAlignment(Qt::AlignRight);
+    layout->addWidget(problems_);
     layout->addLayout(MakeButtons());
     setMinimumWidth(fontMetrics().averageCharWidth() * 72);
     connect(ports_, &PortRows::Chosen, this,
@@ -197,7 +203,12 @@ void VekComms::Progress(DownloadProgress progress) {
     ProgressBar1_->setValue(TenthsOf(progress));
 }
 
+void VekComms::TellProblemsOf(const MatrixConfig& config) {
+    problems_->setText(CountText(CheckConfig({config, {}})));
+}
+
 Task<bool> VekComms::WantsAnother() {
+    programmed_ = true;
     return messages_.Confirmed(tr("All sent ok"), tr("Program another vek"), Answer::No);
 }
 

@@ -32,6 +32,10 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
     /// The program has to end: as Cancel, but a download leaves the device restarted. finished() follows,
     /// perhaps at once.
     void EndInOrder();
+    /// What the checks say of the configuration, above the button that programs.
+    void TellProblemsOf(const MatrixConfig& config);
+    /// A device has taken the whole configuration.
+    bool Programmed() const { return programmed_; }
     /// The port whose device holds a part of the configuration only; empty when there is none.
     QString IncompletePort() const;
 
@@ -69,6 +73,7 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
     QLabel* Label2_;
     QLabel* Label3_;
     QProgressBar* ProgressBar1_;
+    QLabel* problems_;
     QPushButton* Command1_;
     QPushButton* ProgramVekButton_;
     VekLink link_;
@@ -77,6 +82,7 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
     bool asking_ = false; ///< the conversation waits for the user
     DownloadProgress progress_;
     bool begun_ = false; ///< the download
+    bool programmed_ = false;
     RunningTask conversation_;
 };
 

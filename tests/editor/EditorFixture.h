@@ -75,7 +75,7 @@ class EditorTest : public testing::Test {
     QString Status() {
         window->Timer1_Tick();
         QStringList texts;
-        for (const char* field : {"StatusFile", "StatusChanges", "StatusAddresses", "StatusOnline"})
+        for (const char* field : {"StatusFile", "StatusChanges", "StatusBase", "StatusLink"})
             texts += Find<QLabel>(QString::fromLatin1(field))->text();
         return texts.join(u'|');
     }

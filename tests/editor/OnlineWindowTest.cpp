@@ -128,7 +128,7 @@ TEST_F(OnlineWindow, GoingOnlineAndOff) {
     EXPECT_TRUE(Find<QAction>(u"SAVEAS"_s)->isEnabled());
     EXPECT_TRUE(strip->isVisible());
     EXPECT_TRUE(Status().endsWith(u"|Online on COM1 (ttyUSB0)"_s));
-    EXPECT_EQ(Find(u"StatusOnline"_s)->toolTip(), u"COM1 (ttyUSB0)"_s);
+    EXPECT_EQ(Find(u"StatusLink"_s)->toolTip(), u"COM1 (ttyUSB0)"_s);
     EXPECT_TRUE(Find(u"OnlineCancel"_s)->isVisible() && !Find(u"OnlineSearch"_s)->isVisible());
     EXPECT_EQ(tabs->currentIndex(), OnlineTab);
 

@@ -107,10 +107,12 @@ TEST_F(Programming, FindsChoosesAndPrograms) {
             EXPECT_TRUE(wait->isVisible());
         }
     };
+    EXPECT_FALSE(form->Programmed());
     boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::Yes, Answer::No);
     boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::No, Answer::No);
     Press(*form, "ProgramVek");
     Settle();
+    EXPECT_TRUE(form->Programmed());
     EXPECT_EQ(device.Image.size(), 2U * 273 * 8);
     EXPECT_EQ(ByteVector(device.Image.begin(), device.Image.begin() + imageLength),
               ByteVector(image.Buffer.begin(), image.Buffer.begin() + imageLength));
@@ -146,6 +148,16 @@ TEST_F(Programming, KeysPressedTwiceBreakNothingOff) {
     press(Qt::Key_Return);
     Settle();
     EXPECT_EQ(device.Image.size(), 273U * 8);
+}
+
+TEST_F(Programming, ProblemsAreToldAndForbidNothing) {
+    const auto form = Searched();
+    MatrixConfig config;
+    config.VekNetBase = 2000;
+    form->TellProblemsOf(config);
+    EXPECT_EQ(form->findChild<QLabel*>(u"Problems"_s)->text(), u"1 error, 1 warning"_s);
+    Press(*form, "Option1_0");
+    EXPECT_TRUE(Enabled(*form, "ProgramVek"));
 }
 
 TEST_F(Programming, WaitsForItsTurnAndSaysWhy) {

@@ -196,6 +196,15 @@ TEST_F(WindowOnDevice, ProgramsWhatWasEditedAndSaved) {
     Find<QAction>("DOWNLOAD")->trigger();
     const auto image = (*vek)->Image();
     ASSERT_TRUE(image);
+    Find<QAction>("ShowChanges")->trigger();
+    auto* base = Find<QComboBox>("ComparedWith");
+    base->setCurrentIndex(0);
+    QTest::keyClick(base, Qt::Key_End);
+    EXPECT_EQ(base->currentText(), u"What was programmed last"_s);
+    ShowTab(OutputTrimsTab);
+    QTest::keyClick(Knob("OutputLevelTrim_1"), Qt::Key_Down);
+    const auto* changes = Find("ChangesPanel")->findChild<QListWidget*>(u"Entries"_s);
+    Await([&] { return changes->item(0)->text() == u"Output trim 2 Terrace 0dB -> -1dB"_s; }, "the change");
     const DownloadImage encoded = EncodeImage(written).Image;
     EXPECT_TRUE(std::equal(image->begin(), image->end(), encoded.Buffer.begin()));
     EXPECT_EQ(encoded.Length, static_cast<int>(image->size()));

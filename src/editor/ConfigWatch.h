@@ -1,0 +1,43 @@
+// The checks of the configuration while it is edited.
+#pragma once
+
+#include "inspect/Findings.h"
+#include "model/Config.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <optional>
+#include <vector>
+
+namespace vek {
+
+class EditHistory;
+
+/// "2 errors, 1 warning", "No problems" for neither; notes are not counted.
+QString CountText(const std::vector<Finding>& findings);
+
+/// Looks at Config 50 ms after the last edit, so that no key waits for it.
+class ConfigWatch : public QObject {
+    Q_OBJECT
+
+  public:
+    /// The history must outlive this object.
+    ConfigWatch(EditHistory& history, QObject* parent);
+
+    /// Looks 50 ms later, unless Config is what it was: for what is no edit, such as a file that was opened.
+    void Look();
+    /// What the checks say of Config as it is now, the worst first.
+    const std::vector<Finding>& Found();
+
+  Q_SIGNALS:
+    /// Config has changed, and has been checked.
+    void Looked();
+
+  private:
+    QTimer timer_;
+    std::optional<MatrixConfig> checked_;
+    std::vector<Finding> found_;
+};
+
+} // namespace vek

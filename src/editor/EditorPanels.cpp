@@ -1,0 +1,91 @@
+#include "editor/EditorPanels.h"
+
+#include "editor/EditorStatusBar.h"
+#include "editor/ModelView.h"
+#include "editor/ProblemsPanel.h"
+
+#include <QAction>
+#include <QMainWindow>
+
+#include <utility>
+
+namespace vek {
+
+namespace {
+
+constexpr int usualCharacters = 40; // of a line
+
+} // namespace
+
+EditorPanels::EditorPanels(QMainWindow& window, ModelView& view, const PlaceFinder& places, Dialogs& boxes,
+                           EditorStatusBar& status, ChangesPanel::LastProgrammed lastProgrammed)
+    : QObject(&window), window_(window), view_(view), places_(places), boxes_(boxes), status_(status),
+      lastProgrammed_(std::move(lastProgrammed)), watch_(view.History(), this),
+      showProblems_(MakeAction("ShowProblems", tr("&Problems"), Qt::Key_F8)),
+      showChanges_(MakeAction("ShowChanges", tr("What &changed"), Qt::Key_F7)) {
+    connect(showProblems_, &QAction::triggered, this, [this](bool on) { ShowProblems(on); });
+    connect(showChanges_, &QAction::triggered, this, [this](bool on) { ShowChanges(on); });
+    connect(&status, &EditorStatusBar::ProblemsClicked, this, [this] { ShowProblems(true); });
+    connect(&status, &EditorStatusBar::ChangesClicked, this, [this] { ShowChanges(true); });
+    connect(&watch_, &ConfigWatch::Looked, this, [this] {
+        status_.ShowProblems(CountText(watch_.Found()));
+        if (changes_ != nullptr && changes_->isVisible())
+            changes_->Look();
+    });
+}
+
+QAction* EditorPanels::MakeAction(const char* name, const QString& text, Qt::Key key) {
+    auto* action = new QAction(text, &window_);
+    action->setObjectName(QLatin1StringView(name));
+    action->setShortcut(key);
+    action->setCheckable(true);
+    window_.addAction(action);
+    return action;
+}
+
+void EditorPanels::Look() {
+    watch_.Look();
+    if (changes_ != nullptr && changes_->isVisible())
+        changes_->Look();
+}
+
+void EditorPanels::ShowProblems(bool shown) {
+    if (problems_ == nullptr) {
+        problems_ = new ProblemsPanel(watch_, places_, &window_);
+        connect(problems_, &ProblemsPanel::Told, this, &EditorPanels::Told);
+        Add(*problems_, *showProblems_);
+    }
+    Show(*problems_, shown);
+}
+
+void EditorPanels::ShowChanges(bool shown) {
+    if (changes_ == nullptr) {
+        changes_ = new ChangesPanel(view_, places_, boxes_, lastProgrammed_, &window_);
+        connect(changes_, &ChangesPanel::Told, this, &EditorPanels::Told);
+        connect(changes_, &ChangesPanel::TakenBack, this, &EditorPanels::TakenBack);
+        Add(*changes_, *showChanges_);
+    }
+    Show(*changes_, shown);
+}
+
+void EditorPanels::Add(QDockWidget& panel, QAction& action) {
+    panel.hide();
+    // Small screens have more room there than below.
+    window_.addDockWidget(Qt::RightDockWidgetArea, &panel);
+    if (problems_ != nullptr && changes_ != nullptr)
+        window_.tabifyDockWidget(problems_, changes_);
+    window_.resizeDocks({&panel}, {window_.fontMetrics().averageCharWidth() * usualCharacters},
+                        Qt::Horizontal);
+    // Closed by its own button, too; a panel behind another one stays checked.
+    connect(panel.toggleViewAction(), &QAction::toggled, &action, &QAction::setChecked);
+}
+
+void EditorPanels::Show(QDockWidget& panel, bool shown) {
+    panel.setVisible(shown);
+    if (!shown)
+        return;
+    panel.raise();
+    panel.widget()->setFocus();
+}
+
+} // namespace vek
