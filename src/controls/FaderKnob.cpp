@@ -21,11 +21,11 @@ struct KnobKey {
     float Decibels;
 };
 
-constexpr float pageStep = 6.0F; // dB
 constexpr float toEnd = std::numeric_limits<float>::infinity();
 constexpr KnobKey knobKeys[] = {
-    {Qt::Key_Up, faderStep},       {Qt::Key_Down, -faderStep}, {Qt::Key_PageUp, pageStep},
-    {Qt::Key_PageDown, -pageStep}, {Qt::Key_Home, -toEnd},     {Qt::Key_End, toEnd},
+    {Qt::Key_Up, faderStep},         {Qt::Key_Down, -faderStep},
+    {Qt::Key_PageUp, faderPageStep}, {Qt::Key_PageDown, -faderPageStep},
+    {Qt::Key_Home, -toEnd},          {Qt::Key_End, toEnd},
 };
 
 const KnobKey* FindKnobKey(int key) {
@@ -65,13 +65,23 @@ void FaderKnob::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
     grabOffset_ = event->position().toPoint().y();
+    clicked_ = true;
     dragging_ = true;
     update();
 }
 
 void FaderKnob::mouseMoveEvent(QMouseEvent* event) {
-    if (dragging_)
-        Q_EMIT Dragged(mapToParent(event->position().toPoint()).y() - grabOffset_);
+    if (dragging_ && grabOffset_)
+        Q_EMIT Dragged(mapToParent(event->position().toPoint()).y() - *grabOffset_);
+}
+
+void FaderKnob::mouseDoubleClickEvent(QMouseEvent* event) {
+    const bool second = clicked_ && event->button() == Qt::LeftButton;
+    mousePressEvent(event);
+    if (!second)
+        return;
+    grabOffset_.reset();
+    Q_EMIT Zeroed();
 }
 
 void FaderKnob::mouseReleaseEvent(QMouseEvent* event) {

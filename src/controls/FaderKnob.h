@@ -1,7 +1,9 @@
-// The knob of a fader: dragged by the mouse, stepped by keys.
+// The knob of a fader: dragged by the mouse, stepped by keys, sent to 0 dB by a double click.
 #pragma once
 
 #include <QWidget>
+
+#include <optional>
 
 namespace vek {
 
@@ -28,6 +30,9 @@ class FaderKnob : public QWidget {
 
     AdjustableLevel& Shown() const { return shown_; }
 
+    /// A click elsewhere came in between: the next one here is not the second of a double click.
+    void ForgetClick() { clicked_ = false; }
+
     QSize sizeHint() const override;
 
   Q_SIGNALS:
@@ -35,6 +40,8 @@ class FaderKnob : public QWidget {
     void Dragged(int top);
     /// A key asks for a step in dB; infinite to go to an end.
     void Stepped(float decibels);
+    /// A double click asks for 0 dB; the knob stays there until the button is released.
+    void Zeroed();
     /// The mouse button was released, or the key that stepped. A key that repeats counts once more when it is
     /// released. A drag that ends because the knob is disabled or hidden or another window comes to the front
     /// counts as released once the event loop runs again.
@@ -44,6 +51,7 @@ class FaderKnob : public QWidget {
     bool event(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
@@ -57,7 +65,9 @@ class FaderKnob : public QWidget {
     AdjustableLevel& shown_;
     bool dragging_ = false;
     bool repeating_ = false; ///< a held key has moved the knob since the last Released
-    int grabOffset_ = 0;     ///< from the knob's top edge to the pointer, logical pixels
+    bool clicked_ = false;   ///< the last click in the fader was on the knob
+    /// From the knob's top edge to the pointer, logical pixels; nothing while a double click holds the knob.
+    std::optional<int> grabOffset_;
 };
 
 } // namespace vek

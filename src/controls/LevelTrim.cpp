@@ -7,10 +7,14 @@
 
 #include <QAccessible>
 #include <QEvent>
+#include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QWheelEvent>
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 
 namespace vek {
 
@@ -24,8 +28,15 @@ constexpr int bottomGap = 1; // below the track
 constexpr int trackWidth = 4;
 constexpr int tickLength = 7;
 constexpr int tickGap = 3; // on either side of a tick
+constexpr int minorTickLength = 4;
+constexpr int zeroTickHeight = 3;
+constexpr int shadeWidth = 12;
+constexpr QSize startMark(7, 9);
 constexpr int shortestTravel = 72;
 constexpr int usualTravel = 144;
+
+constexpr float shadeOpacity = 0.45F;
+constexpr float minorOpacity = 0.5F;
 
 /// The digits 0 to 8 and the signs; 9 is refused like any other key.
 bool IsLevelKey(QChar key) { return (key >= u'0' && key <= u'8') || key == u'-' || key == u'+'; }
@@ -46,6 +57,7 @@ LevelTrim::LevelTrim(QWidget* parent)
     connect(Command1_, &FaderKnob::Dragged, this, &LevelTrim::DragKnob);
     connect(Command1_, &FaderKnob::Stepped, this,
             [this](float decibels) { SetLevel(WholeLevel(range_, level_ + decibels)); });
+    connect(Command1_, &FaderKnob::Zeroed, this, [this] { SetLevel(WholeLevel(range_, 0.0)); });
     connect(Command1_, &FaderKnob::Released, this, &LevelTrim::Change);
     connect(Text2_, &KeyFilteredLineEdit::EnterPressed, this, [this] {
         AcceptText();
@@ -88,6 +100,21 @@ void LevelTrim::LimitsChanged() {
     update();
 }
 
+void LevelTrim::ShowMarks(const FaderMarks& marks) {
+    if (marks_ == marks)
+        return;
+    const bool first = !marks_;
+    marks_ = marks;
+    const QString range = tr("From %1 to %2").arg(LevelText(marks.Shaded.Min), LevelText(marks.Shaded.Max));
+    const QString start = marks.Start ? tr(", start at %1").arg(LevelText(*marks.Start)) : QString();
+    Command1_->setAccessibleDescription(range + start);
+    if (first) {
+        updateGeometry();
+        Arrange();
+    }
+    update();
+}
+
 void LevelTrim::SetAccessibleTitle(const QString& title) {
     setAccessibleName(title);
     Command1_->setAccessibleName(title);
@@ -125,16 +152,57 @@ FaderTrack LevelTrim::Track() const {
             static_cast<float>(Command1_->height())};
 }
 
-int LevelTrim::TrackCentre() const { return Command1_->width() / 2; }
+QString LevelTrim::StartText() const { return tr("start"); }
+
+int LevelTrim::KnobLeft() const {
+    if (!marks_)
+        return 0;
+    return QFontMetrics(ScaleFont()).horizontalAdvance(StartText()) + tickGap + startMark.width() + 1;
+}
+
+int LevelTrim::YAtLevel(float level) const {
+    // The middle of the knob is a whole pixel: its height is odd.
+    return static_cast<int>(RoundHalfEven(KnobTopAtLevel(Track(), range_, level))) + Command1_->height() / 2;
+}
 
 void LevelTrim::PlaceKnob() {
     const float top = KnobTopAtLevel(Track(), range_, level_);
-    Command1_->move(TrackCentre() - Command1_->width() / 2, static_cast<int>(RoundHalfEven(top)));
+    Command1_->move(KnobLeft(), static_cast<int>(RoundHalfEven(top)));
 }
 
 void LevelTrim::Arrange() {
     Text2_->setGeometry(0, 0, width(), Text2_->sizeHint().height());
     PlaceKnob();
+}
+
+void LevelTrim::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    Command1_->setFocus(Qt::MouseFocusReason);
+    Command1_->ForgetClick();
+    const int y = event->position().toPoint().y();
+    const QRect knob = Command1_->geometry();
+    if (y >= knob.top() && y <= knob.bottom())
+        return;
+    MoveTo(LevelAfterClick(Track(), range_, level_, static_cast<float>(y - knob.height() / 2)));
+}
+
+void LevelTrim::wheelEvent(QWheelEvent* event) {
+    const bool focused = Command1_->hasFocus() || Text2_->hasFocus();
+    if (!focused || event->buttons() != Qt::NoButton) {
+        event->ignore();
+        return;
+    }
+    // What is typed counts first.
+    if (Text2_->hasFocus())
+        Text2_->Finish();
+    wheelRest_ += event->angleDelta().y();
+    const int notches = wheelRest_ / QWheelEvent::DefaultDeltasPerStep;
+    wheelRest_ -= notches * QWheelEvent::DefaultDeltasPerStep;
+    if (notches != 0)
+        MoveTo(level_ + static_cast<float>(notches) * faderStep);
 }
 
 void LevelTrim::resizeEvent(QResizeEvent*) { Arrange(); }
@@ -152,7 +220,7 @@ QSize LevelTrim::SizeForTravel(int travel) const {
     int labels = 0;
     for (const float mark : ScaleLevels(range_))
         labels = std::max(labels, metrics.horizontalAdvance(LevelText(mark)));
-    return {Command1_->width() + tickGap + tickLength + tickGap + labels,
+    return {KnobLeft() + Command1_->width() + tickGap + tickLength + tickGap + labels,
             Text2_->sizeHint().height() + textGap + travel + Command1_->height() + bottomGap};
 }
 
@@ -170,27 +238,78 @@ QFont LevelTrim::ScaleFont() const {
 void LevelTrim::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setFont(ScaleFont());
+    PaintTrack(painter);
+    const int scaleLeft = KnobLeft() + Command1_->width() + tickGap;
+    // A knob that moves has no more than the groove repainted; the texts would be most of the work.
+    if (event->rect().left() >= KnobLeft() && event->rect().right() < scaleLeft)
+        return;
+    PaintStart(painter);
+    PaintScale(painter, scaleLeft);
+}
+
+void LevelTrim::PaintTrack(QPainter& painter) const {
     const FaderTrack track = Track();
     const QPalette& colours = palette();
-    const int knobCentre = Command1_->height() / 2; // a whole pixel: the height is odd
-
     const QRect groove(TrackCentre() - trackWidth / 2, static_cast<int>(track.Top), trackWidth,
                        static_cast<int>(track.Bottom - track.Top));
+    if (marks_) {
+        const int top = YAtLevel(marks_->Shaded.Max);
+        QColor shade = colours.color(QPalette::Highlight);
+        shade.setAlphaF(shadeOpacity);
+        painter.fillRect(TrackCentre() - shadeWidth / 2, top, shadeWidth,
+                         std::max(0, YAtLevel(marks_->Shaded.Min) + 1 - top), shade);
+    }
     painter.fillRect(groove, colours.color(QPalette::Mid));
     painter.fillRect(groove.adjusted(1, 1, -1, -1), colours.color(QPalette::Dark));
+}
 
-    const int tickLeft = Command1_->width() + tickGap;
-    // A knob that moves has no more than the groove repainted; the texts would be most of the work.
-    if (event->rect().right() < tickLeft)
+void LevelTrim::PaintStart(QPainter& painter) const {
+    if (!marks_ || !marks_->Start || *marks_->Start > range_.Max || *marks_->Start < range_.Min)
         return;
-    const int labelLeft = tickLeft + tickLength + tickGap;
-    painter.setPen(colours.color(QPalette::WindowText));
-    for (const float mark : ScaleLevels(range_)) {
-        const int y = static_cast<int>(RoundHalfEven(KnobTopAtLevel(track, range_, mark))) + knobCentre;
-        painter.fillRect(tickLeft, y, tickLength, 1, colours.color(QPalette::WindowText));
-        const QRect label(labelLeft, y - knobCentre, width() - labelLeft, Command1_->height());
-        painter.drawText(label, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, LevelText(mark));
+    const int y = YAtLevel(*marks_->Start);
+    const int tip = KnobLeft() - 1;
+    painter.setPen(palette().color(QPalette::WindowText));
+    const QRect text(0, y - Command1_->height() / 2, tip - startMark.width() - tickGap, Command1_->height());
+    painter.drawText(text, Qt::AlignRight | Qt::AlignVCenter | Qt::TextDontClip, StartText());
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(palette().color(QPalette::WindowText));
+    const double middle = y + 0.5;
+    const double half = startMark.height() / 2.0;
+    painter.drawPolygon(QPolygonF({QPointF(tip - startMark.width(), middle - half), QPointF(tip, middle),
+                                   QPointF(tip - startMark.width(), middle + half)}));
+    painter.setRenderHint(QPainter::Antialiasing, false);
+}
+
+void LevelTrim::PaintScale(QPainter& painter, int left) const {
+    const QColor ink = palette().color(QPalette::WindowText);
+    if (HasDecibelTicks(Track(), range_)) {
+        QColor light = ink;
+        light.setAlphaF(minorOpacity);
+        for (float level = std::ceil(range_.Min); level <= range_.Max; ++level)
+            painter.fillRect(left, YAtLevel(level), minorTickLength, 1, light);
     }
+    const int height = Command1_->height();
+    const int labelLeft = left + tickLength + tickGap;
+    const auto label = [&](float level) {
+        painter.drawText(QRect(labelLeft, YAtLevel(level) - height / 2, width() - labelLeft, height),
+                         Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, LevelText(level));
+    };
+    painter.setPen(ink);
+    bool roomForZero = range_.Max > 0.0F && range_.Min < 0.0F;
+    if (roomForZero)
+        painter.fillRect(left - tickGap, YAtLevel(0.0F) - 1, tickGap + tickLength, zeroTickHeight, ink);
+    for (const float mark : ScaleLevels(range_)) {
+        painter.fillRect(left, YAtLevel(mark), tickLength, 1, ink);
+        label(mark);
+        roomForZero &= std::abs(YAtLevel(mark) - YAtLevel(0.0F)) >= painter.fontMetrics().height();
+    }
+    if (!roomForZero)
+        return;
+    QFont bold = painter.font();
+    bold.setBold(true);
+    painter.setFont(bold);
+    label(0.0F);
 }
 
 } // namespace vek

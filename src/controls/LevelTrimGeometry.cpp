@@ -2,6 +2,7 @@
 
 #include "base/Numbers.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace vek {
@@ -32,6 +33,19 @@ float WholeLevel(const LevelRange& range, double level) {
     if (whole > range.Max)
         return range.Max;
     return whole < range.Min ? range.Min : static_cast<float>(whole);
+}
+
+float LevelAfterClick(const FaderTrack& track, const LevelRange& range, float level, float top) {
+    const float from = LimitLevel(level, range.Max, range.Min);
+    const float direction = top < KnobTopAtLevel(track, range, from) ? 1.0F : -1.0F;
+    const float wanted = LevelAtKnobTop(track, range, LimitKnobTop(track, top));
+    const float way = std::clamp(direction * (wanted - from), faderStep, faderPageStep);
+    return WholeLevel(range, from + direction * way);
+}
+
+bool HasDecibelTicks(const FaderTrack& track, const LevelRange& range) {
+    constexpr float leastDistance = 4.0F;
+    return track.Span() >= leastDistance * (range.Max - range.Min);
 }
 
 std::array<float, 4> ScaleLevels(const LevelRange& range) {

@@ -11,6 +11,8 @@ namespace vek {
 struct LevelRange {
     float Max = trimMaximum;
     float Min = trimMinimum;
+
+    bool operator==(const LevelRange&) const = default;
 };
 
 /// The track of a fader, in any unit; y grows downwards.
@@ -35,6 +37,14 @@ float KnobTopAtLevel(const FaderTrack& track, const LevelRange& range, float lev
 
 /// A level that a user entered, as a whole number of decibels (halves to even) within the limits.
 float WholeLevel(const LevelRange& range, double level);
+
+/// Where a click beside the knob takes the level: towards `top`, where the pointer wants the knob's top edge,
+/// but not past it and no further than faderPageStep; at least one decibel.
+float LevelAfterClick(const FaderTrack& track, const LevelRange& range, float level, float top);
+
+/// Whether ticks for every decibel would stand far enough apart to be told from each other. The track is in
+/// logical pixels.
+bool HasDecibelTicks(const FaderTrack& track, const LevelRange& range);
 
 /// The four levels printed beside the track, from the top down: the limits and two between them in equal
 /// steps.

@@ -35,6 +35,8 @@ static_assert(VolumeChipCode(sliderMaximum + 2.0F * trimMaximum) <= 255.0F &&
               VolumeChipCode(sliderMinimum + 2.0F * trimMinimum) >= 0.0F);
 /// Faders give whole decibels.
 inline constexpr float faderStep = 1.0F;
+/// How far a page key or a click beside the knob takes a fader.
+inline constexpr float faderPageStep = 6.0F;
 
 /// True for a level that can be computed with: neither infinite nor not-a-number.
 bool IsValidLevel(float level);

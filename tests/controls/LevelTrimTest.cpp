@@ -34,6 +34,17 @@ TEST(LevelTrimGeometry, StaysOnTheTrackAndWithinTheLimits) {
     EXPECT_EQ(ScaleLevels({10.0F, -62.0F}), (std::array{10.0F, -14.0F, -38.0F, -62.0F}));
 }
 
+TEST(LevelTrimGeometry, AClickBesideTheKnobStepsTowardsThePointer) {
+    // 100 units for 24 dB: 25 for a page step, 4.2 for a decibel. From the level, wanted top, level then.
+    const std::tuple<float, float, float> cases[] = {
+        {0, 30, 6}, {-10, 30, -4},   {-10, -500, -4}, {6, 999, 0},     {-6, 93, -9},
+        {6, 31, 5}, {-18, 125, -17}, {6, 20, 6},      {12.25F, 90, 0}, {2.5F, 40, 4}};
+    for (const auto& [level, top, then] : cases)
+        EXPECT_EQ(LevelAfterClick(track, usual, level, top), then) << level << " towards " << top;
+    EXPECT_TRUE(HasDecibelTicks(track, usual));
+    EXPECT_FALSE(HasDecibelTicks(track, {8, -18}));
+}
+
 struct LevelTrimTest : LevelControlTest<LevelTrim> {
     LevelTrimTest() : LevelControlTest("Text2") { window.resize(120, 300); }
 
@@ -121,6 +132,87 @@ TEST_F(LevelTrimTest, KeysMoveTheKnobAndAHeldOneRaisesTwoChanges) {
     EXPECT_EQ(Now(), State(-7, 1));
     QTest::keyRelease(&knob, Qt::Key_Down);
     EXPECT_EQ(changes.count(), 2);
+}
+
+TEST_F(LevelTrimTest, TheWheelMovesTheFaderThatHasTheFocus) {
+    const auto turn = [&](int delta) {
+        QWheelEvent event(QPointF(10, 100), fader.mapToGlobal(QPointF(10, 100)), {}, {0, delta}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QSpontaneKeyEvent::setSpontaneous(&event); // only those go on to the parent
+        qApp->notify(&knob, &event);
+        return event.isAccepted();
+    };
+    other.setFocus();
+    EXPECT_FALSE(turn(120)) << "the page scrolls";
+    EXPECT_EQ(Now(), State(0, 0));
+    knob.setFocus();
+    const std::tuple<int, float, int> cases[] = {{120, 1, 1},  {-360, -2, 2}, {-50, -2, 2}, {-50, -2, 2},
+                                                 {-50, -3, 3}, {-90, -4, 4},  {9000, 6, 5}, {120, 6, 5}};
+    for (const auto& [delta, level, raised] : cases) {
+        EXPECT_TRUE(turn(delta));
+        EXPECT_EQ(Now(), State(level, raised)) << delta;
+    }
+    Type(u"-4"_s);
+    turn(120);
+    EXPECT_EQ(fader.Level(), -3.0F) << "what was typed counts";
+}
+
+TEST_F(LevelTrimTest, ClicksBesideTheKnobStepAndNeverMakeADoubleClick) {
+    const QPoint below(5, fader.height() - 3);
+    QTest::mouseClick(&fader, Qt::LeftButton, {}, below);
+    EXPECT_EQ(Now(), State(-6, 1));
+    EXPECT_TRUE(knob.hasFocus());
+    QTest::mouseClick(&fader, Qt::RightButton, {}, below);
+    QTest::mouseClick(&fader, Qt::LeftButton, {}, {fader.width() - 2, knob.geometry().center().y()});
+    EXPECT_EQ(Now(), State(-6, 1));
+    // The knob comes under the pointer; the second click is one on the knob.
+    QTest::mouseClick(&knob, Qt::LeftButton);
+    const QPoint step(5, knob.geometry().bottom() + 12);
+    QTest::mouseClick(&fader, Qt::LeftButton, {}, step);
+    const float level = fader.Level();
+    EXPECT_LT(level, -6.0F);
+    QTest::mouseDClick(&window, Qt::LeftButton, {}, fader.mapTo(&window, step));
+    QMouseEvent second(QEvent::MouseButtonDblClick, QPointF(5, 5), knob.mapToGlobal(QPointF(5, 5)),
+                       Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&knob, &second);
+    EXPECT_EQ(fader.Level(), level);
+}
+
+TEST_F(LevelTrimTest, ADoubleClickGoesToZeroWithItsRelease) {
+    fader.SetLevel(-12.0F);
+    QTest::mouseClick(&knob, Qt::LeftButton);
+    QMouseEvent second(QEvent::MouseButtonDblClick, QPointF(5, 5), knob.mapToGlobal(QPointF(5, 5)),
+                       Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&knob, &second);
+    EXPECT_EQ(Now(), State(0, 1)) << "told when the button is released, as after a drag";
+    QTest::mouseMove(&knob, {5, 60});
+    QTest::mouseRelease(&knob, Qt::LeftButton);
+    EXPECT_EQ(Now(), State(0, 2));
+    fader.SetMaxLevel(-3.0F);
+    QTest::mouseDClick(&knob, Qt::LeftButton);
+    EXPECT_EQ(fader.Level(), -3.0F) << "within the limits";
+}
+
+TEST_F(LevelTrimTest, MarksTakeTheirRoomOnceAndAreTold) {
+    const auto describe = [&] {
+        return QAccessible::queryAccessibleInterface(&knob)->text(QAccessible::Description);
+    };
+    fader.ShowMarks({{3.0F, -12.0F}, -6.0F});
+    const int left = knob.x();
+    EXPECT_GT(left, 0);
+    EXPECT_EQ(describe(), "From -12dB to +3dB, start at -6dB"_L1);
+    const auto startMark = [&] { // how many pixels left of the knob are painted
+        const QImage image = fader.grab({0, readOut.height(), left, fader.height()}).toImage();
+        int marked = 0;
+        for (int y = 0; y < image.height(); ++y)
+            marked += image.pixel(left - 3, y) != image.pixel(0, 0);
+        return marked;
+    };
+    EXPECT_GT(startMark(), 0);
+    fader.ShowMarks({{3.0F, -12.0F}, std::nullopt});
+    EXPECT_EQ(startMark(), 0);
+    EXPECT_EQ(knob.x(), left) << "nothing moves when the start level has no place";
+    EXPECT_EQ(describe(), "From -12dB to +3dB"_L1);
 }
 
 TEST_F(LevelTrimTest, TypedLevelsAreWholeAndLimited) {
