@@ -1,5 +1,7 @@
 #include "model/LevelRules.h"
 
+#include "model/Levels.h"
+
 namespace vek {
 
 namespace {
@@ -14,6 +16,28 @@ constexpr LevelDecision Refuse(std::string_view title, std::string_view reason) 
 
 constexpr LevelDecision accept = {};
 constexpr LevelDecision acceptAndDrag = {.DragStart = true};
+
+struct LimitField {
+    LevelLimit Limit;
+    std::optional<float> LevelEntry::*Entered;
+    float OutputLevelRecord::*Field;
+    float LevelLimitValues::*Value;
+};
+
+constexpr LimitField limitFields[] = {
+    {LevelLimit::Maximum, &LevelEntry::MaximumLevel, &OutputLevelRecord::MaximumLevel,
+     &LevelLimitValues::Maximum},
+    {LevelLimit::Minimum, &LevelEntry::MinimumLevel, &OutputLevelRecord::MinimumLevel,
+     &LevelLimitValues::Minimum},
+    {LevelLimit::Start, &LevelEntry::StartLevel, &OutputLevelRecord::StartLevel, &LevelLimitValues::Start},
+};
+
+float ShownLevel(float level) { return LimitLevel(SnapHalfDecibels(level), levelMaximum, levelMinimum); }
+
+void EnterFlag(Flag& flag, std::optional<bool> entered) {
+    if (entered && IsSet(flag) != *entered)
+        flag = ToFlag(*entered);
+}
 
 } // namespace
 
@@ -41,6 +65,35 @@ LevelDecision DecideLevel(LevelLimit changed, const LevelLimitValues& levels, bo
         return accept;
     }
     return accept;
+}
+
+LevelDecision EnterLevels(OutputLevelRecord& levels, const LevelEntry& entry) {
+    OutputLevelRecord entered = levels;
+    EnterFlag(entered.MuteOnMin, entry.MuteOnMin);
+    EnterFlag(entered.PreviousNotSetStartLevel, entry.PreviousNotSetStartLevel);
+    entered.StepLevel = entry.StepLevel.value_or(levels.StepLevel);
+    LevelLimitValues values = {};
+    for (const LimitField& limit : limitFields) {
+        const auto& value = entry.*limit.Entered;
+        entered.*limit.Field = value.value_or(levels.*limit.Field);
+        values.*limit.Value = value.value_or(ShownLevel(levels.*limit.Field));
+    }
+    const bool fixedStart = !IsSet(entered.PreviousNotSetStartLevel);
+    LevelDecision all = accept;
+    for (const LimitField& limit : limitFields) {
+        if (!(entry.*limit.Entered))
+            continue;
+        const LevelDecision decision = DecideLevel(limit.Limit, values, fixedStart);
+        if (!decision.Accepted)
+            return decision;
+        const float value = values.*limit.Value;
+        if (!decision.DragStart || value == levels.*limit.Field)
+            continue;
+        all.DragStart = true;
+        entered.StartLevel = values.Start = value;
+    }
+    levels = entered;
+    return all;
 }
 
 } // namespace vek

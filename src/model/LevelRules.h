@@ -1,6 +1,9 @@
 // The rules among the three levels of an output: minimum < maximum, minimum <= start <= maximum.
 #pragma once
 
+#include "model/Config.h"
+
+#include <optional>
 #include <string_view>
 
 namespace vek {
@@ -26,5 +29,22 @@ struct LevelDecision {
 /// `fixedStart` tells whether the output starts at its start level (which then stands in the way of the
 /// limits) or at its previous level (the start level then follows them).
 LevelDecision DecideLevel(LevelLimit changed, const LevelLimitValues& levels, bool fixedStart);
+
+/// Settings of an output that the user enters; what is empty stays as it is. Levels in dB, as boxes give
+/// them: snapped to half decibels and within their range.
+struct LevelEntry {
+    std::optional<float> MaximumLevel = {};
+    std::optional<float> StartLevel = {};
+    std::optional<float> MinimumLevel = {};
+    std::optional<float> StepLevel = {};
+    std::optional<bool> MuteOnMin = {};
+    std::optional<bool> PreviousNotSetStartLevel = {};
+
+    bool operator==(const LevelEntry&) const = default;
+};
+
+/// Enters all of it, and decides on the levels as they are together then. Refused, nothing is entered.
+/// Levels that are not entered count as they are shown, and keep what is between half decibels.
+LevelDecision EnterLevels(OutputLevelRecord& levels, const LevelEntry& entry);
 
 } // namespace vek

@@ -45,3 +45,43 @@ TEST(LevelRules, Decisions) {
         EXPECT_EQ(decision.Title, accepted ? "" : titles[changed] + " Level error");
     }
 }
+
+TEST(LevelRules, EntriesAreTakenTogetherOrNotAtAll) {
+    constexpr auto none = std::nullopt;
+    const auto record = [](float maximum, float start, float minimum, bool previous = false) {
+        return OutputLevelRecord{.MaximumLevel = maximum,
+                                 .StartLevel = start,
+                                 .MinimumLevel = minimum,
+                                 .PreviousNotSetStartLevel = ToFlag(previous)};
+    };
+    const struct {
+        OutputLevelRecord levels;
+        LevelEntry entry; // maximum, start, minimum, step, mute, previous
+        OutputLevelRecord expected;
+        std::string_view title;
+    } cases[] = {
+        // One by one, the first of these would be refused.
+        {record(6, 0, -36), {-10, -30, -60}, record(-10, -30, -60), ""},
+        {record(6, 0, -36), {8, 9, none}, record(6, 0, -36), "Max Level error"},
+        {record(6, 0, -36), {-1}, record(6, 0, -36), "Max Level error"},
+        {record(6, 0, -36), {-1, none, none, none, none, true}, record(-1, -1, -36, true), ""},
+        {record(6, 0, -36, true), {none, none, 2}, record(6, 2, 2, true), ""},
+        {record(6, 0, -36, true),
+         {none, none, 2, none, none, false},
+         record(6, 0, -36, true),
+         "Min Level error"},
+        // A level that is not entered counts as it is shown, and stays as it is.
+        {record(6, 3.3F, -36), {3}, record(3, 3.3F, -36), ""},
+        {record(6, 3.3F, -36, true), {3}, record(3, 3.3F, -36, true), ""},
+        {record(30, 0, -36), {none, 22}, record(30, 22, -36), ""},
+        {record(30, 0, -36), {none, 22.5F}, record(30, 0, -36), "Start Level error"},
+    };
+    for (const auto& c : cases) {
+        OutputLevelRecord levels = c.levels;
+        EXPECT_EQ(EnterLevels(levels, c.entry).Title, c.title) << &c - cases;
+        EXPECT_EQ(levels, c.expected) << &c - cases;
+    }
+    OutputLevelRecord flags = {.MuteOnMin = 5};
+    EnterLevels(flags, {.StepLevel = 2.5F, .MuteOnMin = true});
+    EXPECT_EQ(flags, (OutputLevelRecord{.MuteOnMin = 5, .StepLevel = 2.5F})) << "it was set already";
+}
