@@ -8,18 +8,11 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 
+#include <algorithm>
+
 namespace vek {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// The digits 0 to 8, the signs and the point; 9 is refused like any other key.
-bool IsLevelKey(QChar key) {
-    return (key >= u'0' && key <= u'8') || key == u'-' || key == u'+' || key == u'.';
-}
-
-} // namespace
 
 dBText::dBText(QWidget* parent)
     : QWidget(parent),
@@ -74,6 +67,13 @@ void dBText::Show(float value) {
     level_ = Snapped(value);
     if (const QString text = LevelText(level_); text != Text1_->text())
         Text1_->setText(text);
+}
+
+QSize dBText::sizeHint() const {
+    const QSize usual = QWidget::sizeHint();
+    const int spared = Text1_->sizeHint().width() - Text1_->minimumSizeHint().width();
+    const int longest = fontMetrics().horizontalAdvance(LevelText(levelMinimum - levelStep) + u"  "_s);
+    return {usual.width() - std::max(0, spared - longest), usual.height()};
 }
 
 void dBText::SetMaxLevel(float value) {

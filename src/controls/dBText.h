@@ -10,6 +10,12 @@ namespace vek {
 class KeyFilteredLineEdit;
 class UpDownButtons;
 
+/// The keys that a level is typed with: the digits 0 to 8, the signs and the point; 9 is refused like any
+/// other key.
+constexpr bool IsLevelKey(QChar key) {
+    return (key >= u'0' && key <= u'8') || key == u'-' || key == u'+' || key == u'.';
+}
+
 /// Children: the text box `Text1` ("+1.5dB") and the buttons `Up` and `Down`, which step by levelStep and
 /// repeat while held. The arrow keys step from the keyboard. The level is within the limits after any change.
 class dBText : public QWidget {
@@ -37,6 +43,9 @@ class dBText : public QWidget {
 
     /// The level that SetLevel would give within the present limits.
     float Snapped(float value) const;
+
+    /// Wide enough for any level, and no wider.
+    QSize sizeHint() const override;
 
     /// Names the box and its buttons for assistive technology ("Maximum Level").
     void SetAccessibleTitle(const QString& title);

@@ -22,6 +22,7 @@
 #include "model/ProgramState.h"
 #include "pages/AddressesPage.h"
 #include "pages/LevelsPage.h"
+#include "pages/LevelsTable.h"
 #include "pages/NotesPage.h"
 #include "pages/OnlineStrip.h"
 #include "pages/PageHeading.h"
@@ -183,6 +184,8 @@ void CorvaneForm::ConnectPages() {
             [this] { pages_.RemotePanels->RefreshTakenMarks(view_.Mode()); });
     connect(pages_.Levels->LevelTrim1, &LevelTrim::Change, this, &CorvaneForm::LevelMoved);
     connect(pages_.Levels, &LevelsPage::Edited, this, [this] { view_.StoreView(); });
+    connect(pages_.Levels->Outputs, &LevelsTable::OutputWanted, this,
+            [this](std::size_t i) { pages_.Selectors->UsePanel[i]->setChecked(true); });
     for (TrimPage* trims : {pages_.InputTrims, pages_.OutputTrims}) {
         connect(trims, &TrimPage::Edited, this, [this] {
             view_.StoreView();

@@ -1,10 +1,14 @@
-// The editing rules of the levels page: what happens when a limit is changed, taken from the slider or
-// switched.
+// The editing rules of the levels page: what happens when a limit is changed, taken from the slider, switched
+// or entered in the table of all outputs.
 #pragma once
 
 #include "model/LevelRules.h"
 
 #include <QObject>
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
 
 namespace vek {
 
@@ -23,6 +27,8 @@ class LevelLimits : public QObject {
     void LevelChanged(LevelLimit changed);
     void TakeFromSlider(LevelLimit target);
     void StartChoiceClicked();
+    void Refuse(std::string_view title, const QString& reason);
+    void Enter(const std::vector<std::size_t>& outputs, const LevelEntry& entry);
 
     LevelsPage& page_;
     ModelView& view_;

@@ -148,6 +148,7 @@ void ModelView::StoreView() {
             StoreLevels(mode.OutputLevels[Output()]);
             StoreGlobalFields(config);
         });
+        ShowLevelsOfOutputs();
     });
     ShowSelection();
 }
@@ -208,6 +209,7 @@ void ModelView::ShowMode() {
         ShowPanels(mode);
     });
     ShowLevels(Levels());
+    ShowLevelsOfOutputs();
     addresses_ = Config.Addresses;
     pages_.Addresses->ShowAddresses(addresses_, Config.VekNetBase, Output());
     pages_.RemotePanels->RefreshTakenMarks(Mode());
@@ -249,6 +251,8 @@ void ModelView::ShowLevels(const OutputLevelRecord& levels) {
     page.ShowStartLevel(!previous);
     page.LevelTrim1->SetLevel(SliderLevel());
 }
+
+void ModelView::ShowLevelsOfOutputs() { pages_.Levels->ShowOutputs(Mode().OutputLevels, Output()); }
 
 void ModelView::ShowGlobalFields() {
     // The view of the trimmed text ends with the assignment, which pads it again.
@@ -292,6 +296,20 @@ void ModelView::PasteOutput(std::size_t output, const OutputLevelRecord& pasted)
     Step(QObject::tr("paste %1").arg(place), [&] {
         Edit([&](MatrixConfig& config) { config.Modes[ModeIndex()].OutputLevels[output] = pasted; });
         ShowMode();
+    });
+}
+
+void ModelView::SetLevels(const std::array<OutputLevelRecord, outputCount>& levels) {
+    const auto& before = Mode().OutputLevels;
+    int edited = 0;
+    for (std::size_t output = 0; output < outputCount; ++output)
+        edited += before[output] == levels[output] ? 0 : 1;
+    const QString several =
+        QObject::tr("set levels of %1 outputs of Mode %2").arg(edited).arg(ModeIndex() + 1);
+    Step(edited > 1 ? several : QString(), [&] {
+        Edit([&](MatrixConfig& config) { Store(config.Modes[ModeIndex()].OutputLevels, levels); });
+        ShowLevels(Levels());
+        ShowLevelsOfOutputs();
     });
 }
 

@@ -65,6 +65,8 @@ class ModelView {
     void PasteMode(std::size_t mode, const ModeRecord& pasted);
     /// Replaces the levels of an output (0 … 7) of the current mode.
     void PasteOutput(std::size_t output, const OutputLevelRecord& pasted);
+    /// The levels of all outputs of the current mode, of which one or several were edited.
+    void SetLevels(const std::array<OutputLevelRecord, outputCount>& levels);
     void SetBase(std::int16_t base);
     /// The link groups of the current mode, by output.
     void SetLinkGroups(const std::array<std::int16_t, outputCount>& groups);
@@ -107,6 +109,7 @@ class ModelView {
     void ShowSelection();
     void ShowPanels(ModeRecord& mode);
     void ShowLevels(const OutputLevelRecord& levels);
+    void ShowLevelsOfOutputs();
 
     const EditorPages& pages_;
     EditHistory& history_;

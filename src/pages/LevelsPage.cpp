@@ -1,10 +1,13 @@
 #include "pages/LevelsPage.h"
 
+#include "controls/ElidedLabel.h"
 #include "controls/LayoutHelpers.h"
 #include "controls/LevelTrim.h"
 #include "controls/TextConversion.h"
 #include "controls/dBText.h"
 #include "model/Levels.h"
+#include "model/Names.h"
+#include "pages/LevelsTable.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -49,12 +52,12 @@ constexpr LimitRow limitRows[] = {
 LevelsPage::LevelsPage(QWidget* parent) : QWidget(parent) {
     auto* frame = new QGroupBox(tr("Levels and Operation"), this);
     auto* columns = new QHBoxLayout(frame);
-    columns->setSpacing(32);
+    columns->setSpacing(24);
     columns->addWidget(MakeSlider());
     columns->addWidget(MakeLimits(), 0, Qt::AlignTop);
-    columns->addStretch(1);
-    auto* layout = new QVBoxLayout(this);
+    auto* layout = new QHBoxLayout(this);
     layout->addWidget(frame);
+    layout->addWidget(MakeOutputs(), 1);
 }
 
 QWidget* LevelsPage::MakeSlider() {
@@ -67,8 +70,12 @@ QWidget* LevelsPage::MakeSlider() {
     LevelTrim1->SetMaxLevel(sliderMaximum);
     LevelTrim1->SetMinLevel(sliderMinimum);
     auto* caption = new QLabel(tr("Level"), column);
-    caption->setAlignment(Qt::AlignHCenter);
-    layout->addWidget(caption);
+    auto* hint = MakeHint(tr("for trying out,\nnot saved"), column);
+    for (QLabel* label : {caption, hint}) {
+        label->setAlignment(Qt::AlignHCenter);
+        layout->addWidget(label);
+    }
+    LevelTrim1->ShowMarks({});
     layout->addWidget(LevelTrim1, 1, Qt::AlignHCenter);
     return column;
 }
@@ -77,7 +84,8 @@ QWidget* LevelsPage::MakeLimits() {
     auto* column = new QWidget(this);
     auto* grid = new QGridLayout(column);
     grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(16);
+    grid->setHorizontalSpacing(12);
+    grid->setVerticalSpacing(6);
     grid->addWidget(new QLabel(tr("Set Level from Slider"), column), 0, 2);
     int row = 1;
     for (const LimitRow& limit : limitRows) {
@@ -103,8 +111,13 @@ QWidget* LevelsPage::MakeLimits() {
         ++row;
     }
     StartLevelLabel->setObjectName(u"StartLevelLabel"_s);
-    for (QWidget* widget : {static_cast<QWidget*>(RemoteStartLevel), static_cast<QWidget*>(StartLevelLabel),
-                            static_cast<QWidget*>(UseSliderToSet[SetStart])})
+    PreviousStartNote = new QLabel(tr("Starts at the level that it had before."), column);
+    PreviousStartNote->setObjectName(u"PreviousStartNote"_s);
+    PreviousStartNote->hide();
+    grid->addWidget(PreviousStartNote, 2, 0, 1, 3);
+    for (QWidget* widget :
+         {static_cast<QWidget*>(RemoteStartLevel), static_cast<QWidget*>(StartLevelLabel),
+          static_cast<QWidget*>(UseSliderToSet[SetStart]), static_cast<QWidget*>(PreviousStartNote)})
         KeepPlaceWhenHidden(widget);
 
     RemoteMuteOnMin = new QCheckBox(tr("Mute on Minimum Level"), column);
@@ -132,6 +145,52 @@ void LevelsPage::ShowStartLevel(bool fixedStart) {
     RemoteStartLevel->setVisible(fixedStart);
     StartLevelLabel->setVisible(fixedStart);
     UseSliderToSet[SetStart]->setVisible(fixedStart);
+    PreviousStartNote->setVisible(!fixedStart);
 }
+
+QWidget* LevelsPage::MakeOutputs() {
+    auto* frame = new QGroupBox(tr("All outputs of this mode"), this);
+    Outputs = new LevelsTable(frame);
+    ApplyToAll = new QPushButton(tr("Apply to all outputs"), frame);
+    ApplyToAll->setObjectName(u"ApplyToAll"_s);
+    ApplyToAll->setAutoDefault(false);
+    choice_ = new ElidedLabel({}, frame, Qt::ElideRight);
+    connect(ApplyToAll, &QPushButton::clicked, Outputs, &LevelsTable::ApplyToAll);
+    connect(Outputs, &LevelsTable::ChoiceChanged, this, &LevelsPage::ShowChoice);
+    auto* apply = new QHBoxLayout;
+    apply->addWidget(ApplyToAll);
+    apply->addWidget(choice_, 1);
+    auto* layout = new QVBoxLayout(frame);
+    layout->addWidget(Outputs);
+    layout->addLayout(apply);
+    layout->addWidget(MakeHint(tr("What is typed goes to all chosen cells of the column. "
+                                  "A double click on a number chooses the output."),
+                               frame));
+    layout->addStretch(1);
+    ShowChoice();
+    return frame;
+}
+
+void LevelsPage::ShowChoice() {
+    const auto choice = Outputs->Chosen();
+    ApplyToAll->setEnabled(choice.has_value());
+    choice_->setText(
+        choice ? tr("takes %1 of %2").arg(choice->Captions.join(", "_L1), Outputs->OutputText(choice->Output))
+               : tr("takes the chosen cells of an output"));
+    SetPlainToolTip(*choice_, choice_->text());
+}
+
+void LevelsPage::ShowOutputs(const std::array<OutputLevelRecord, outputCount>& levels, std::size_t current) {
+    Outputs->Show(levels, current);
+    const OutputLevelRecord& shown = levels[current];
+    FaderMarks marks = {.Shaded = {PanelMaximumLevel->Snapped(shown.MaximumLevel),
+                                   PanelMinimumLevel->Snapped(shown.MinimumLevel)},
+                        .Start = RemoteStartLevel->Snapped(shown.StartLevel)};
+    if (IsSet(shown.PreviousNotSetStartLevel))
+        marks.Start.reset();
+    LevelTrim1->ShowMarks(marks);
+}
+
+void LevelsPage::ShowNames(const Names& names) { Outputs->ShowNames(names); }
 
 } // namespace vek

@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QTabWidget>
+#include <QTableView>
 
 using namespace vek;
 using namespace vek::test;
@@ -162,6 +163,76 @@ TEST_F(Editing, LimitsAreTakenFromTheSlider) {
     Click(u"UsePanel_1"_s);
     Click(u"UseSliderToSet_1"_s);
     EXPECT_EQ(Config.Modes[0].OutputLevels[1].StartLevel, 0.0F);
+}
+
+TEST_F(Editing, TheTableOfAllOutputsObeysTheRulesOfTheBoxes) {
+    Find<QTabWidget>(u"SSTab1"_s)->setCurrentIndex(LevelsTab);
+    Activate();
+    auto* table = Find<QTableView>(u"LevelsTable"_s);
+    enum Column { Maximum = 1, Start, Minimum, Previous = 6 };
+    const auto enter = [&](int first, int last, Column column, const QString& text) {
+        const QAbstractItemModel& model = *table->model();
+        table->setFocus();
+        table->setCurrentIndex(model.index(first, column));
+        table->selectionModel()->select({model.index(first, column), model.index(last, column)},
+                                        QItemSelectionModel::ClearAndSelect);
+        QTest::keyClick(table, column == Previous ? Qt::Key_Space : Qt::Key_F2);
+        if (auto* box = table->findChild<QLineEdit*>(u"LevelEditor"_s)) {
+            QTest::keyClicks(box, text);
+            QTest::keyClick(box, Qt::Key_Return);
+        }
+        Settle();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    auto& outputs = Config.Modes[0].OutputLevels;
+    const QString restoring = u"\r\nRestoring original value"_s;
+
+    enter(0, 0, Maximum, u"3.5"_s);
+    EXPECT_EQ(LevelOf("PanelMaximumLevel"), 3.5F) << "the boxes show it";
+    Type(u"PanelMinimumLevel"_s, u"-40"_s);
+    EXPECT_EQ(table->model()->index(0, Minimum).data().toString(), u"-40"_s) << "the table shows it";
+    EXPECT_EQ(outputs[0].MinimumLevel, -40.0F);
+
+    boxes.ExpectMessage(u"Max Level error"_s,
+                        u"The Maximum level you set is below the start level set"_s + restoring);
+    enter(4, 4, Maximum, u"-3"_s);
+    EXPECT_EQ(outputs[4], OutputLevelRecord());
+    enter(4, 4, Previous, {});
+    enter(4, 4, Maximum, u"-3"_s);
+    EXPECT_EQ(outputs[4].StartLevel, -3.0F) << "it follows";
+    enter(3, 4, Start, u"-2"_s);
+    EXPECT_EQ(outputs[3].StartLevel, -2.0F);
+    EXPECT_EQ(outputs[4].StartLevel, -3.0F) << "out of reach";
+
+    // Several at once are one step; who refuses keeps what it had.
+    const auto before = Config;
+    const QString reason = u": The Minimum level you set is above the maximum level set"_s;
+    boxes.ExpectMessage(u"Min Level error"_s, u"Output 5"_s + reason + restoring);
+    enter(3, 6, Minimum, u"-2.5"_s);
+    for (const std::size_t output : {3U, 5U, 6U})
+        EXPECT_EQ(outputs[output].MinimumLevel, -2.5F);
+    EXPECT_EQ(outputs[4].MinimumLevel, -36.0F);
+    EXPECT_EQ(Find<QAction>(u"EditUndo"_s)->text(),
+              u"&Undo: set levels of 3 outputs of Mode 1 (3 changes)"_s);
+    Trigger(u"EditUndo"_s);
+    EXPECT_EQ(Config, before);
+    EXPECT_TRUE(Find<QAbstractButton>(u"UsePanel_3"_s)->isChecked());
+    EXPECT_TRUE(boxes.Done());
+}
+
+TEST_F(Editing, WhatIsTypedInTheTableCountsBeforeACommand) {
+    Find<QTabWidget>(u"SSTab1"_s)->setCurrentIndex(LevelsTab);
+    Activate();
+    auto* table = Find<QTableView>(u"LevelsTable"_s);
+    Levels().MaximumLevel = 6.3F;
+    table->setFocus();
+    table->setCurrentIndex(table->model()->index(0, 1));
+    QTest::keyClick(table, Qt::Key_8);
+    Trigger(u"EditUndo"_s);
+    EXPECT_EQ(Levels().MaximumLevel, 6.3F) << "entered, and taken back";
+    QTest::keyClick(table, Qt::Key_8);
+    Trigger(u"ONLINE"_s);
+    EXPECT_EQ(Levels().MaximumLevel, 8.0F);
 }
 
 TEST_F(Editing, AddressLabelsAndTheirMenus) {

@@ -1,7 +1,10 @@
 // The selectors and the pages with faders: levels and trims.
 #include "controls/LevelTrim.h"
 #include "controls/dBText.h"
+#include "model/Names.h"
 #include "pages/LevelsPage.h"
+#include "pages/LevelsTable.h"
+#include "pages/LevelsTableModel.h"
 #include "pages/PageLayout.h"
 #include "pages/Selectors.h"
 #include "pages/TrimPage.h"
@@ -30,16 +33,138 @@ TEST(LevelsPage, EachRowHasItsCaptionItsLimitsAndItsButton) {
         EXPECT_EQ(button.text(), buttonCaption);
         EXPECT_NEAR(button.geometry().center().y(), box->geometry().center().y(), 2);
     }
+    const int minimumTop = page.PanelMinimumLevel->y();
     for (const bool shown : {false, true}) {
         page.ShowStartLevel(shown);
+        page.layout()->activate();
         EXPECT_EQ(page.RemoteStartLevel->isVisible(), shown);
         EXPECT_EQ(page.UseSliderToSet[SetStart]->isVisible(), shown);
+        EXPECT_NE(page.PreviousStartNote->isVisible(), shown) << "no hole";
+        EXPECT_EQ(page.PanelMinimumLevel->y(), minimumTop) << "nothing jumps";
     }
     EXPECT_EQ(page.LevelTrim1->MaxLevel(), 10.0F);
     EXPECT_EQ(page.LevelTrim1->MinLevel(), -62.0F);
     EXPECT_EQ(page.LevelTrim1->accessibleName(), "Level of the output"_L1);
     EXPECT_EQ(page.RemotePreviousNotSetStartLevel[0]->text(), "Use Fixed Start Level"_L1);
     EXPECT_EQ(page.RemotePreviousNotSetStartLevel[1]->text(), "Use Previous Start Level"_L1);
+}
+
+struct LevelsTableTest : testing::Test {
+    LevelsTableTest() {
+        ShowActive(page);
+        levels[2] = {
+            .MaximumLevel = 3.3F, .StartLevel = -12, .MinimumLevel = -30, .PreviousNotSetStartLevel = 1};
+        page.ShowOutputs(levels, 2);
+        QObject::connect(&table, &LevelsTable::Entered, [this](const auto& outputs, const LevelEntry& entry) {
+            told.emplace_back(outputs, entry);
+        });
+    }
+    using Column = LevelsTableModel::Column;
+    QModelIndex Cell(int output, Column column) { return table.model()->index(output, column); }
+    QString Text(int output, Column column) { return Cell(output, column).data().toString(); }
+    void Choose(int first, int last, Column column) {
+        table.setCurrentIndex(Cell(first, column));
+        table.selectionModel()->select({Cell(first, column), Cell(last, column)},
+                                       QItemSelectionModel::ClearAndSelect);
+    }
+    void Type(const QString& text, Qt::Key end = Qt::Key_Return) {
+        for (const QChar key : text) {
+            QWidget* box = table.findChild<QLineEdit*>(u"LevelEditor"_s);
+            QTest::keyClick(box == nullptr ? &table : box, key.toLatin1());
+        }
+        QTest::keyClick(&Child<QLineEdit>(table, "LevelEditor"), end);
+        QApplication::processEvents();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    using Entries = std::vector<std::pair<std::vector<std::size_t>, LevelEntry>>;
+
+    LevelsPage page;
+    LevelsTable& table = *page.Outputs;
+    std::array<OutputLevelRecord, outputCount> levels;
+    Entries told;
+};
+
+TEST_F(LevelsTableTest, ShowsExactLevelsAndWhatCannotBeEdited) {
+    page.ShowNames(Names("Output 3: <b>Foyer"));
+    EXPECT_EQ(Text(2, Column::Maximum), u"+3.3"_s);
+    EXPECT_EQ(Text(2, Column::Start), u"\u2013"_s);
+    EXPECT_FALSE(Cell(2, Column::Start).flags().testFlag(Qt::ItemIsEditable));
+    EXPECT_EQ(Text(1, Column::Start), u"0"_s);
+    EXPECT_EQ(Cell(2, Column::PreviousStart).data(Qt::CheckStateRole).toInt(), Qt::Checked);
+    EXPECT_TRUE(Cell(2, Column::Step).data(LevelsTableModel::currentRole).toBool());
+    EXPECT_FALSE(Cell(1, Column::Step).data(LevelsTableModel::currentRole).toBool());
+    EXPECT_EQ(table.OutputText(2), u"Output 3 <b>Foyer"_s);
+    EXPECT_NE(Cell(2, Column::OutputColumn).data(Qt::ToolTipRole).toString(), u"<b>Foyer"_s) << "no markup";
+    const QImage before = table.grab().toImage();
+    page.ShowNames({});
+    EXPECT_NE(table.grab().toImage(), before) << "the name stands beside the number";
+    EXPECT_EQ(Child<QWidget>(*page.LevelTrim1, "Command1").accessibleDescription(), u"From -30dB to +3dB"_s);
+}
+
+TEST_F(LevelsTableTest, AnEntryIsThatOfTheChosenCells) {
+    table.setCurrentIndex(Cell(4, Column::Maximum));
+    Type(u"+39.26"_s); // 9 is refused, the rest is snapped
+    Choose(3, 5, Column::Minimum);
+    Type(u"-88.5"_s);
+    Choose(6, 6, Column::Step);
+    Type(u"0"_s);
+    Choose(0, 1, Column::Mute);
+    QTest::keyClick(&table, Qt::Key_Space);
+    const Entries expected = {{{4}, {.MaximumLevel = 3.0F}}, // "+3.26" without the tenths behind the 2
+                              {{3, 4, 5}, {.MinimumLevel = -88.5F}},
+                              {{6}, {.StepLevel = 0.5F}},
+                              {{0, 1}, {.MuteOnMin = false}}};
+    ASSERT_EQ(told.size(), expected.size());
+    for (std::size_t i = 1; i < told.size(); ++i)
+        EXPECT_EQ(told[i], expected[i]) << i;
+    EXPECT_EQ(told[0].first, expected[0].first);
+    EXPECT_EQ(told[0].second.MaximumLevel, page.PanelMaximumLevel->Snapped(3.26F));
+}
+
+TEST_F(LevelsTableTest, WhatIsLookedAtOrGivenUpEntersNothingAndArrowsStep) {
+    for (const Qt::Key end : {Qt::Key_Return, Qt::Key_Escape}) {
+        table.setCurrentIndex(Cell(2, Column::Maximum));
+        QTest::keyClick(&table, Qt::Key_F2);
+        EXPECT_EQ(Child<QLineEdit>(table, "LevelEditor").selectedText(), u"+3.3dB"_s);
+        if (end == Qt::Key_Escape)
+            QTest::keyClick(&Child<QLineEdit>(table, "LevelEditor"), Qt::Key_Up);
+        Type({}, end);
+        EXPECT_TRUE(told.empty());
+    }
+    QTest::keyClick(&table, Qt::Key_F2);
+    QTest::keyClick(&Child<QLineEdit>(table, "LevelEditor"), Qt::Key_Down);
+    page.PanelMaximumLevel->setFocus(); // leaving counts
+    EXPECT_EQ(told, (Entries{{{2}, {.MaximumLevel = 2.5F}}}));
+}
+
+TEST_F(LevelsTableTest, AppliesTheChosenCellsOfOneOutputToTheOthers) {
+    EXPECT_FALSE(page.ApplyToAll->isEnabled());
+    QSignalSpy wanted(&table, &LevelsTable::OutputWanted);
+    const auto click = [&](const QModelIndex& cell) {
+        QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, table.visualRect(cell).center());
+    };
+    click(Cell(2, Column::Maximum));
+    page.ApplyToAll->click();
+    click(Cell(2, Column::OutputColumn)); // stands for all settings of its output
+    page.ApplyToAll->click();
+    const std::vector<std::size_t> others = {0, 1, 3, 4, 5, 6, 7};
+    const LevelEntry all = {.MaximumLevel = 3.0F,
+                            .MinimumLevel = -30.0F,
+                            .StepLevel = 1.0F,
+                            .MuteOnMin = true,
+                            .PreviousNotSetStartLevel = true};
+    EXPECT_EQ(told, (Entries{{others, {.MaximumLevel = 3.0F}}, {others, all}}));
+    click(Cell(2, Column::Start));
+    EXPECT_FALSE(page.ApplyToAll->isEnabled()) << "it has none";
+    EXPECT_EQ(wanted.count(), 0) << "choosing rows chooses no output";
+    click(Cell(5, Column::OutputColumn));
+    QTest::mouseDClick(table.viewport(), Qt::LeftButton, {},
+                       table.visualRect(Cell(5, Column::OutputColumn)).center());
+    table.setCurrentIndex(Cell(6, Column::OutputColumn));
+    QTest::keyClick(&table, Qt::Key_Return);
+    ASSERT_EQ(wanted.count(), 2);
+    EXPECT_EQ(wanted[0].front().value<std::size_t>(), 5U);
+    EXPECT_EQ(wanted[1].front().value<std::size_t>(), 6U);
 }
 
 TEST(TrimPage, EachFaderHasItsNumberAndTheRangeOfTrimsAndTellsItsEdits) {
