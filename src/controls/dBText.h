@@ -46,6 +46,7 @@ class dBText : public QWidget {
 
     /// Wide enough for any level, and no wider.
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
 
     /// Names the box and its buttons for assistive technology ("Maximum Level").
     void SetAccessibleTitle(const QString& title);

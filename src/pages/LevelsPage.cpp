@@ -52,12 +52,13 @@ constexpr LimitRow limitRows[] = {
 LevelsPage::LevelsPage(QWidget* parent) : QWidget(parent) {
     auto* frame = new QGroupBox(tr("Levels and Operation"), this);
     auto* columns = new QHBoxLayout(frame);
-    columns->setSpacing(24);
+    columns->setSpacing(16);
     columns->addWidget(MakeSlider());
     columns->addWidget(MakeLimits(), 0, Qt::AlignTop);
     auto* layout = new QHBoxLayout(this);
     layout->addWidget(frame);
-    layout->addWidget(MakeOutputs(), 1);
+    layout->addWidget(MakeOutputs());
+    layout->addStretch(1);
 }
 
 QWidget* LevelsPage::MakeSlider() {
@@ -84,7 +85,7 @@ QWidget* LevelsPage::MakeLimits() {
     auto* column = new QWidget(this);
     auto* grid = new QGridLayout(column);
     grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(12);
+    grid->setHorizontalSpacing(10);
     grid->setVerticalSpacing(6);
     grid->addWidget(new QLabel(tr("Set Level from Slider"), column), 0, 2);
     int row = 1;
@@ -155,6 +156,7 @@ QWidget* LevelsPage::MakeOutputs() {
     ApplyToAll->setObjectName(u"ApplyToAll"_s);
     ApplyToAll->setAutoDefault(false);
     choice_ = new ElidedLabel({}, frame, Qt::ElideRight);
+    choice_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     connect(ApplyToAll, &QPushButton::clicked, Outputs, &LevelsTable::ApplyToAll);
     connect(Outputs, &LevelsTable::ChoiceChanged, this, &LevelsPage::ShowChoice);
     auto* apply = new QHBoxLayout;

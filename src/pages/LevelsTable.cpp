@@ -24,7 +24,7 @@ namespace {
 
 constexpr int fewestNameCharacters = 12;
 constexpr QSize cellPadding(10, 8); // logical pixels
-constexpr int mostNameCharacters = 18;
+constexpr int mostNameCharacters = 24;
 constexpr double currentMark = 0.2; // of the highlight colour, behind the row of the current output
 
 /// The text of a cell that is edited, by the rules of the boxes for levels.
@@ -267,7 +267,7 @@ int LevelsTable::SettingsWidth() const {
 
 QSize LevelsTable::SizeForNames(int width) const {
     const int frame = 2 * frameWidth();
-    const int rows = model_->rowCount() * verticalHeader()->sectionSizeHint(0);
+    const int rows = model_->rowCount() * std::max(verticalHeader()->sectionSizeHint(0), sizeHintForRow(0));
     const int least = std::max(width, horizontalHeader()->sectionSizeHint(LevelsTableModel::OutputColumn));
     return {frame + least + SettingsWidth(), frame + horizontalHeader()->sizeHint().height() + rows};
 }

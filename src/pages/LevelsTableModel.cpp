@@ -44,7 +44,7 @@ constexpr Setting settings[] = {
     LevelSetting("Step", "Level Steps, dB", &OutputLevelRecord::StepLevel, &LevelEntry::StepLevel,
                  stepMinimum, stepMaximum),
     SwitchSetting("Mute", "Mute on Minimum Level", &OutputLevelRecord::MuteOnMin, &LevelEntry::MuteOnMin),
-    SwitchSetting("Previous", "Use Previous Start Level", &OutputLevelRecord::PreviousNotSetStartLevel,
+    SwitchSetting("Prev.", "Use Previous Start Level", &OutputLevelRecord::PreviousNotSetStartLevel,
                   &LevelEntry::PreviousNotSetStartLevel),
 };
 static_assert(std::size(settings) == LevelsTableModel::ColumnCount);
