@@ -10,6 +10,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMenu>
+#include <QRadioButton>
 
 namespace vek {
 
@@ -44,13 +45,13 @@ ClipboardMenus::ClipboardMenus(Selectors& selectors, ModelView& view, WindowMess
     QMenu* modeMenu = MakeMenu(&selectors, "HiddenModeMenu");
     QMenu* outputMenu = MakeMenu(&selectors, "HiddenOuputMenu");
     connect(AddEntry(modeMenu, {"mnuHiddenModeCopy", "Copy"}), &QAction::triggered, this,
-            &ClipboardMenus::CopyMode);
+            [this] { CopyMode(menuMode_); });
     connect(AddEntry(modeMenu, {"mnuHiddenModePaste", "Paste"}), &QAction::triggered, this,
-            &ClipboardMenus::PasteMode);
+            [this] { PasteMode(menuMode_); });
     connect(AddEntry(outputMenu, {"mnuHiddenOuputCopy", "Copy"}), &QAction::triggered, this,
-            &ClipboardMenus::CopyOutput);
+            [this] { CopyOutput(CurrentMode(), menuOutput_); });
     connect(AddEntry(outputMenu, {"mnuHiddenOuputPaste", "Paste"}), &QAction::triggered, this,
-            &ClipboardMenus::PasteOutput);
+            [this] { PasteOutput(CurrentMode(), menuOutput_); });
     connect(&selectors, &Selectors::ModeMenuRequested, this,
             [this, modeMenu](std::size_t mode, const QPoint& at) {
                 menuMode_ = mode;
@@ -63,27 +64,31 @@ ClipboardMenus::ClipboardMenus(Selectors& selectors, ModelView& view, WindowMess
             });
 }
 
-void ClipboardMenus::CopyMode() { PutOnClipboard(CopyModeText(Config.Modes[menuMode_])); }
+std::size_t ClipboardMenus::CurrentMode() const { return static_cast<std::size_t>(view_.CurrentMode()); }
 
-void ClipboardMenus::CopyOutput() {
-    Guarded(messages_, [this] { PutOnClipboard(CopyPointText(view_.Mode().OutputLevels[menuOutput_])); });
+void ClipboardMenus::CopyMode(std::size_t mode) { PutOnClipboard(CopyModeText(Config.Modes[mode])); }
+
+void ClipboardMenus::CopyOutput(std::size_t mode, std::size_t output) {
+    Guarded(messages_, [&] { PutOnClipboard(CopyPointText(Config.Modes[mode].OutputLevels[output])); });
 }
 
-void ClipboardMenus::PasteMode() {
-    Guarded(messages_, [this] {
-        if (const auto mode = PasteModeText(ClipboardBytes()))
-            view_.PasteMode(menuMode_, *mode);
+void ClipboardMenus::PasteMode(std::size_t mode) {
+    Guarded(messages_, [&] {
+        if (const auto pasted = PasteModeText(ClipboardBytes()))
+            view_.PasteMode(mode, *pasted);
         else
             PasteFailed(tr("An error occurred in mode paste"));
     });
 }
 
-void ClipboardMenus::PasteOutput() {
-    Guarded(messages_, [this] {
-        if (const auto levels = PastePointText(ClipboardBytes()))
-            view_.PasteOutput(menuOutput_, *levels);
-        else
+void ClipboardMenus::PasteOutput(std::size_t mode, std::size_t output) {
+    Guarded(messages_, [&] {
+        if (const auto levels = PastePointText(ClipboardBytes())) {
+            selectors_.Modes[mode]->setChecked(true);
+            view_.PasteOutput(output, *levels);
+        } else {
             PasteFailed(tr("An error occurred in output paste"));
+        }
     });
 }
 

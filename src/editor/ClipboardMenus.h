@@ -1,4 +1,5 @@
-// Copy and Paste of a mode or an output, from the context menus of the selectors.
+// Copy and Paste of a mode or an output, for the context menus of the selectors and for whoever shows modes
+// and outputs.
 #pragma once
 
 #include <QObject>
@@ -21,11 +22,17 @@ class ClipboardMenus : public QObject {
     ClipboardMenus(Selectors& selectors, ModelView& view, WindowMessages& messages,
                    QObject* parent = nullptr);
 
+    // Modes and outputs 0 … 7. What cannot be pasted changes nothing and is told in a box.
+
+    void CopyMode(std::size_t mode);
+    void PasteMode(std::size_t mode);
+    /// The levels of an output in a mode.
+    void CopyOutput(std::size_t mode, std::size_t output);
+    /// Makes the mode the current one before.
+    void PasteOutput(std::size_t mode, std::size_t output);
+
   private:
-    void CopyMode();
-    void PasteMode();
-    void CopyOutput();
-    void PasteOutput();
+    std::size_t CurrentMode() const;
     void PasteFailed(const QString& text);
 
     Selectors& selectors_;
