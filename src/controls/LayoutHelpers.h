@@ -24,11 +24,15 @@ inline void KeepPlaceWhenHidden(QWidget* widget) {
     widget->setSizePolicy(policy);
 }
 
-/// A tool tip of a widget or an action that shows a name as it is, angle brackets included.
+/// The text for a tool tip that shows it as it is, angle brackets included.
+inline QString PlainToolTip(const QString& text) {
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
+}
+
+/// A tool tip of a widget or an action that shows a name as it is.
 template <typename Pointed>
 void SetPlainToolTip(Pointed& pointed, const QString& text) {
-    const QString shown = Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
-    if (pointed.toolTip() != shown)
+    if (const QString shown = PlainToolTip(text); pointed.toolTip() != shown)
         pointed.setToolTip(shown);
 }
 
