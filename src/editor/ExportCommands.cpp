@@ -7,10 +7,14 @@
 #include "dialogs/Dialogs.h"
 #include "dialogs/PrintingOptionsForm.h"
 #include "editor/ModelView.h"
+#include "editor/OverviewPrinter.h"
 #include "editor/ReportPrinter.h"
+#include "inspect/ConfigCheck.h"
 #include "link/DownloadImage.h"
 #include "model/ConfigFile.h"
+#include "model/Names.h"
 #include "model/ProgramState.h"
+#include "pages/OverviewCells.h"
 #include "reports/AddressList.h"
 #include "reports/DeviceExport.h"
 #include "reports/ExportNames.h"
@@ -50,13 +54,25 @@ void ExportCommands::PrintCommand() {
     const std::string report = ChosenReport(true);
     if (report.empty())
         return;
+    Print([&](QPrinter& printer, const PrintHeader& header) {
+        return PrintReport(printer, LinesFromBytes(report), header);
+    });
+}
+
+void ExportCommands::PrintOverviewCommand() {
+    Print([](QPrinter& printer, const PrintHeader& header) {
+        const Names names(Config.Notes.Trimmed());
+        return PrintOverview(printer, MakeOverviewContent(Config, names, CheckConfig({Config, {}})), header);
+    });
+}
+
+void ExportCommands::Print(const std::function<bool(QPrinter&, const PrintHeader&)>& print) {
     const QString name = CurrentFileName.empty() ? tr("New configuration")
                                                  : QString::fromStdString(FileNameOf(CurrentFileName));
     const QString today = QLocale().toString(QDate::currentDate(), QLocale::ShortFormat);
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(name);
-    if (dialogs_.ChoosePrinter(&window_, printer) &&
-        !PrintReport(printer, LinesFromBytes(report), {name, today}))
+    if (dialogs_.ChoosePrinter(&window_, printer) && !print(printer, {name, today}))
         Q_EMIT Failed(tr("Nothing was printed: the printer could not be started"));
 }
 

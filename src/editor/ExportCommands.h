@@ -7,9 +7,11 @@
 #include <QString>
 
 #include <cstddef>
+#include <functional>
 #include <span>
 #include <string>
 
+class QPrinter;
 class QWidget;
 
 namespace vek {
@@ -18,6 +20,7 @@ class Dialogs;
 class ModelView;
 struct DownloadImage;
 struct FileKind;
+struct PrintHeader;
 enum class ExistingTail;
 
 class ExportCommands : public QObject {
@@ -29,6 +32,8 @@ class ExportCommands : public QObject {
 
     void TextCommand();
     void PrintCommand();
+    /// The overview of modes and outputs, on one page.
+    void PrintOverviewCommand();
     void CsvCommand();
     /// The device export. Throws the run-time errors of the image.
     void ExportCommand();
@@ -40,6 +45,8 @@ class ExportCommands : public QObject {
   private:
     /// The report with the sections that the user chooses; empty when cancelled or when none was chosen.
     std::string ChosenReport(bool forPrinting);
+    /// Lets the user choose a printer, which `print` uses; false from it when that cannot be used.
+    void Print(const std::function<bool(QPrinter&, const PrintHeader&)>& print);
     void WriteExport(std::span<const std::byte> bytes, const FileKind& kind, ExistingTail tail);
 
     QWidget& window_;
