@@ -15,6 +15,7 @@
 #include "editor/FileDrop.h"
 #include "editor/LevelLimits.h"
 #include "editor/OnlineControl.h"
+#include "editor/OverviewControl.h"
 #include "editor/RecoveryKeeper.h"
 #include "editor/UndoActions.h"
 #include "editor/VekComms.h"
@@ -138,7 +139,7 @@ void CorvaneForm::MakeCommands() {
 }
 
 void CorvaneForm::ConnectSelectors() {
-    new ClipboardMenus(*pages_.Selectors, view_, messages_, this);
+    clipboard_ = new ClipboardMenus(*pages_.Selectors, view_, messages_, this);
     connect(SSTab1_, &PageTabs::Painted, this, &CorvaneForm::FinishStart);
     connect(SSTab1_, &QTabWidget::currentChanged, this, [this](int page) {
         FinishStart();
@@ -174,6 +175,8 @@ void CorvaneForm::FinishStart() {
 void CorvaneForm::ConnectPages() {
     new AddressMenus(*pages_.Addresses, view_, messages_, this);
     new LevelLimits(*pages_.Levels, view_, messages_, this);
+    // Behind SelectionChanged: it follows what the view has become.
+    new OverviewControl({*SSTab1_, pages_, view_, *clipboard_, *exports_}, *this);
     connect(pages_.RemotePanels, &RemotePanelsPage::ListEdited, this, &CorvaneForm::PanelListEdited);
     // The box puts its list in order after telling of the edit; this takes the ordered list.
     connect(pages_.RemotePanels, &RemotePanelsPage::ListEdited, this, &CorvaneForm::PanelListEdited,

@@ -23,6 +23,7 @@ class QVBoxLayout;
 
 namespace vek {
 
+class ClipboardMenus;
 class EditorPanels;
 class EditorStatusBar;
 class EditorToolBar;
@@ -119,6 +120,7 @@ class CorvaneForm : public QMainWindow {
     CommandDispatch dispatch_;
     EditorStatusBar* status_;
     EditorPanels* panels_ = nullptr;
+    ClipboardMenus* clipboard_ = nullptr;
     FileBars* bars_ = nullptr;
     FileDrop* drop_ = nullptr;
     QTimer Timer1_;

@@ -113,6 +113,7 @@ void EditHistory::Begin(const MatrixConfig& config) {
     present_ = config;
     edits_.clear();
     stack_.clear();
+    Q_EMIT Begun();
 }
 
 void EditHistory::Restore(const MatrixConfig& config) {

@@ -51,6 +51,8 @@ class EditHistory : public QObject {
 
   Q_SIGNALS:
     void Restored(const vek::MatrixConfig& config);
+    /// There is another configuration, without steps.
+    void Begun();
     /// An edit has been entered; Changed() follows.
     void Entered();
     /// What Undo and Redo would do has changed.

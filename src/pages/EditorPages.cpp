@@ -41,6 +41,9 @@ EditorPages MakeTabs(QTabWidget& tabs) {
     for (const char* caption : captions)
         tabs.addTab(new PageScroll, QObject::tr(caption));
     EditorPages pages;
+    // The overview scrolls by itself.
+    pages.OverviewPage = new QWidget;
+    tabs.addTab(pages.OverviewPage, QObject::tr("Overview"));
     pages.Selectors = new Selectors(tabs.parentWidget());
     pages.Heading = new PageHeading(tabs.parentWidget());
     return pages;

@@ -38,6 +38,7 @@ struct EditorPages {
     NotesPage* Notes = nullptr;
     OnlinePage* Online = nullptr;
     OnlineStrip* Strip = nullptr;
+    QWidget* OverviewPage = nullptr; ///< empty: the overview is made when it is first wanted
 
     bool Made() const { return Levels != nullptr; }
 };

@@ -13,6 +13,7 @@ enum PageTab : int {
     OutputTrimsTab = 5,
     NotesTab = 6,
     OnlineTab = 7,
+    OverviewTab = 8,
 };
 
 } // namespace vek

@@ -122,7 +122,7 @@ TEST_F(OnlineWindow, GoingOnlineAndOff) {
     GoOnline();
     EXPECT_EQ(Find<QLineEdit>(u"VekType_0"_s)->text().right(3), u"1.0"_s);
     for (int tab = 0; tab < tabs->count(); ++tab)
-        EXPECT_EQ(tabs->isTabEnabled(tab), tab == 1 || tab == 4 || tab == 5 || tab == 7) << tab;
+        EXPECT_EQ(tabs->isTabEnabled(tab), tab == 1 || tab == 4 || tab == 5 || tab == 7 || tab == 8) << tab;
     for (const char* command : {"NEW", "OPEN", "DEFAULT", "LINK", "BASE", "DOWNLOAD"})
         EXPECT_FALSE(Find<QAction>(QString::fromLatin1(command))->isEnabled()) << command;
     EXPECT_TRUE(Find<QAction>(u"SAVEAS"_s)->isEnabled());
