@@ -1,5 +1,6 @@
 #include "pages/OverviewCells.h"
 
+#include "controls/LinkGroupLook.h"
 #include "controls/TextConversion.h"
 #include "model/Levels.h"
 
@@ -100,11 +101,12 @@ QStringList LevelWords(const OutputLevelRecord& levels) {
 }
 
 /// The place that a finding begins with stands above already.
-QStringList ProblemWords(const OverviewProblems& problems, const std::string& place) {
+QStringList ProblemWords(const OverviewProblems& problems, const QString& place) {
+    const QString told = place + u": "_s;
     QStringList lines;
     for (const std::string& text : problems.Texts) {
-        const bool told = text.starts_with(place + ": ");
-        lines += QObject::tr("Check: %1").arg(FromConstant(told ? text.substr(place.size() + 2) : text));
+        const QString words = FromConstant(text);
+        lines += QObject::tr("Check: %1").arg(words.startsWith(told) ? words.mid(told.size()) : words);
     }
     return lines;
 }
@@ -135,10 +137,6 @@ bool SameSettings(const OverviewCell& a, const OverviewCell& b) {
     return alike == b;
 }
 
-QChar GroupLetter(std::int16_t group) {
-    return group > 0 && IsValidLinkGroup(group) ? QChar(u'A' + group - 1) : QChar(u'?');
-}
-
 QString PlaceWords(const Names& names, NameKind kind, std::size_t index) {
     const std::string& name = names.Of(kind, index);
     const QString number = FromConstant(NumberText(kind, index));
@@ -151,7 +149,7 @@ QStringList RowWords(const OverviewContent& content, std::size_t mode) {
     QStringList lines = {PlaceWords(content.Called, NameKind::Mode, mode)};
     lines += row.Used ? QObject::tr("%1 of %2 outputs have inputs").arg(used).arg(outputCount)
                       : QObject::tr("Not used: no output has inputs");
-    return lines + ProblemWords(row.Problems, ModeSubject(mode, FieldKind::Panels).Words);
+    return lines + ProblemWords(row.Problems, lines.first());
 }
 
 QStringList CellWords(const OverviewContent& content, std::size_t mode, std::size_t output) {
@@ -166,7 +164,7 @@ QStringList CellWords(const OverviewContent& content, std::size_t mode, std::siz
     lines += QObject::tr("Volume remote panels: %1").arg(PanelsWords(cell.VolumePanels, names));
     if (!cell.Leader)
         lines += QObject::tr("Input selector remote panels: %1").arg(PanelsWords(cell.SelectorPanels, names));
-    return lines + ProblemWords(cell.Problems, OutputSubject(mode, output, FieldKind::Panels).Words);
+    return lines + ProblemWords(cell.Problems, lines.first());
 }
 
 } // namespace vek

@@ -58,9 +58,6 @@ OverviewContent MakeOverviewContent(const MatrixConfig& config, const Names& nam
 /// Whether two cells of an output do the same, whatever the checks say of them.
 bool SameSettings(const OverviewCell& a, const OverviewCell& b);
 
-/// The letter of a link group 1 … 4: "A" … "D"; "?" for what is no group.
-QChar GroupLetter(std::int16_t group);
-
 // In words. Modes and outputs from 0.
 
 /// "Mode 2 Evening", "Output 3".

@@ -1,6 +1,7 @@
 #include "pages/OverviewPainter.h"
 
 #include "controls/Contrast.h"
+#include "controls/LinkGroupLook.h"
 #include "controls/TextConversion.h"
 
 #include <QFontMetrics>
@@ -8,7 +9,6 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace vek {
@@ -25,8 +25,6 @@ constexpr double lighter = 0.6;
 constexpr double chosenTint = 0.35;
 constexpr double chipCorner = 0.5;
 constexpr double cellCorner = 3;
-/// Hues far from each other and from the highlight of most palettes; the letter says the same without them.
-constexpr std::array<int, linkGroupCount> groupHues = {265, 25, 150, 330};
 constexpr int errorHue = 0;
 constexpr int warningHue = 40;
 
@@ -89,12 +87,6 @@ bool OverviewPainter::IsDark() const {
 
 QColor OverviewPainter::Between(QPalette::ColorRole from, QPalette::ColorRole to, double share) const {
     return Blended(palette_.color(to), palette_.color(from), share);
-}
-
-QColor OverviewPainter::GroupColour(std::int16_t group) const {
-    if (group <= 0 || !IsValidLinkGroup(group))
-        return palette_.color(QPalette::Text);
-    return QColor::fromHsl(groupHues[static_cast<std::size_t>(group - 1)], 170, IsDark() ? 165 : 95);
 }
 
 void OverviewPainter::ModeName(const QRect& rect, std::size_t mode, const QString& name) {
@@ -253,7 +245,7 @@ void OverviewPainter::Inputs(const QRect& rect, const OverviewCell& cell) {
 void OverviewPainter::Group(const QRect& rect, std::int16_t group) {
     const QFontMetrics metrics(small_);
     painter_.setPen(Qt::NoPen);
-    painter_.setBrush(GroupColour(group));
+    painter_.setBrush(GroupColour(group, palette_));
     painter_.drawRoundedRect(QRectF(rect).adjusted(1, 1, 0, -1), cellCorner, cellCorner);
     QFont letter = small_;
     letter.setBold(true);

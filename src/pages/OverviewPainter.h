@@ -52,7 +52,6 @@ class OverviewPainter {
     void Panels(const QRect& rect, const OverviewCell& cell);
     void List(const QRect& rect, const QString& letter, const QString& panels);
     void Mark(const QRect& rect, const OverviewProblems& problems);
-    QColor GroupColour(std::int16_t group) const;
     QColor Between(QPalette::ColorRole from, QPalette::ColorRole to, double share) const;
     bool IsDark() const;
 

@@ -32,7 +32,7 @@ MatrixConfig Example() {
 }
 
 Finding Found(Severity severity, std::optional<std::size_t> mode, std::optional<std::size_t> output) {
-    return {severity, "Mode 1, Output 4: found", {FieldKind::Levels, mode, output}};
+    return {severity, "Mode 1 Evening, Output 4 Foyer: found", {FieldKind::Levels, mode, output}};
 }
 
 const Names names("Input 1: Lectern\r\nOutput 4: Foyer\r\nMode 1: Evening\r\nPanel 3: Bar");
