@@ -212,6 +212,7 @@ TEST_F(Editing, TheTableOfAllOutputsObeysTheRulesOfTheBoxes) {
     for (const std::size_t output : {3U, 5U, 6U})
         EXPECT_EQ(outputs[output].MinimumLevel, -2.5F);
     EXPECT_EQ(outputs[4].MinimumLevel, -36.0F);
+    Q_EMIT Find<QMenu>(u"EditMenu"_s)->aboutToShow();
     EXPECT_EQ(Find<QAction>(u"EditUndo"_s)->text(),
               u"&Undo: set levels of 3 outputs of Mode 1 (3 changes)"_s);
     Trigger(u"EditUndo"_s);

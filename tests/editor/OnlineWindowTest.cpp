@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTimer>
 
 using namespace vek;
@@ -195,6 +196,23 @@ TEST_F(OnlineWindow, EditsAreHeard) {
         << "only the output being edited is heard, muted or not";
     PressKnob(u"LevelTrim1"_s, Qt::Key_Down);
     EXPECT_EQ(Packets(), Volumes([](int output) { return output == 5 ? 208 : 18; }));
+    // The first release tells the level as it was; 0 dB goes out once, with the second.
+    QWidget* knob = Part(u"LevelTrim1"_s, u"Command1"_s);
+    QTest::mouseClick(knob, Qt::LeftButton);
+    Settle();
+    Packets();
+    QTest::mouseDClick(knob, Qt::LeftButton);
+    Settle();
+    EXPECT_EQ(Packets(), "");
+    QTest::mouseRelease(knob, Qt::LeftButton);
+    Settle();
+    EXPECT_EQ(Packets(), Volumes([](int output) { return output == 5 ? 210 : 18; }));
+    auto* table = Find<QTableView>(u"LevelsTable"_s);
+    table->setCurrentIndex(table->model()->index(5, 1));
+    table->model()->setData(table->currentIndex(), 3.0F);
+    Click(u"ApplyToAll"_s);
+    EXPECT_EQ(Config.Modes[0].OutputLevels[2].MaximumLevel, 3.0F);
+    EXPECT_EQ(Packets(), "") << "limits are not sent";
 
     ShowTab(InputTrimsTab);
     Packets();
