@@ -186,7 +186,8 @@ void LevelTrim::mousePressEvent(QMouseEvent* event) {
     const QRect knob = Command1_->geometry();
     if (y >= knob.top() && y <= knob.bottom())
         return;
-    MoveTo(LevelAfterClick(Track(), range_, level_, static_cast<float>(y - knob.height() / 2)));
+    const int wantedTop = y - knob.height() / 2;
+    MoveTo(LevelAfterClick(Track(), range_, level_, static_cast<float>(wantedTop)));
 }
 
 void LevelTrim::wheelEvent(QWheelEvent* event) {
@@ -286,8 +287,9 @@ void LevelTrim::PaintScale(QPainter& painter, int left) const {
     if (HasDecibelTicks(Track(), range_)) {
         QColor light = ink;
         light.setAlphaF(minorOpacity);
-        for (float level = std::ceil(range_.Min); level <= range_.Max; ++level)
-            painter.fillRect(left, YAtLevel(level), minorTickLength, 1, light);
+        const int highest = static_cast<int>(std::floor(range_.Max));
+        for (int level = static_cast<int>(std::ceil(range_.Min)); level <= highest; ++level)
+            painter.fillRect(left, YAtLevel(static_cast<float>(level)), minorTickLength, 1, light);
     }
     const int height = Command1_->height();
     const int labelLeft = left + tickLength + tickGap;
