@@ -159,6 +159,7 @@ void ModelView::ShowNames() {
         return;
     names_ = std::move(names);
     pages_.RemotePanels->ShowNames(names_);
+    pages_.Levels->ShowNames(names_);
     pages_.Addresses->ShowNames(names_);
     pages_.Rs232->ShowNames(names_);
     pages_.InputTrims->ShowNames(names_);
