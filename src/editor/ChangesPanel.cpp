@@ -3,7 +3,7 @@
 #include "base/Errors.h"
 #include "dialogs/Dialogs.h"
 #include "editor/FileCommands.h"
-#include "editor/ModelView.h"
+#include "editing/ModelView.h"
 #include "editor/PanelEntries.h"
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"

@@ -1,7 +1,7 @@
 // What the configuration differs in from another one, as a list beside the pages.
 #pragma once
 
-#include "editor/PlaceFinder.h"
+#include "editing/PlaceFinder.h"
 #include "inspect/ConfigDiff.h"
 
 #include <QDockWidget>

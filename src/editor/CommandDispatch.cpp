@@ -6,7 +6,7 @@
 #include "dialogs/WindowMessages.h"
 #include "editor/ExportCommands.h"
 #include "editor/FileCommands.h"
-#include "editor/ModelView.h"
+#include "editing/ModelView.h"
 #include "editor/VekComms.h"
 #include "model/ProgramState.h"
 

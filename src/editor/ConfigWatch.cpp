@@ -1,6 +1,6 @@
 #include "editor/ConfigWatch.h"
 
-#include "editor/EditHistory.h"
+#include "editing/EditHistory.h"
 #include "inspect/ConfigCheck.h"
 #include "model/ProgramState.h"
 

@@ -3,10 +3,10 @@
 
 #include "dialogs/WindowMessages.h"
 #include "editor/CommandDispatch.h"
-#include "editor/EditHistory.h"
+#include "editing/EditHistory.h"
 #include "editor/EditorServices.h"
 #include "editor/FileOnDisk.h"
-#include "editor/ModelView.h"
+#include "editing/ModelView.h"
 #include "editor/PortTurns.h"
 #include "link/DeviceTypes.h"
 #include "userstate/UserSettings.h"

@@ -6,7 +6,7 @@
 #include "controls/TextConversion.h"
 #include "dialogs/Dialogs.h"
 #include "dialogs/PrintingOptionsForm.h"
-#include "editor/ModelView.h"
+#include "editing/ModelView.h"
 #include "editor/OverviewPrinter.h"
 #include "editor/ReportPrinter.h"
 #include "inspect/ConfigCheck.h"

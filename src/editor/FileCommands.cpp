@@ -2,8 +2,8 @@
 
 #include "base/Errors.h"
 #include "dialogs/Dialogs.h"
-#include "editor/EditHistory.h"
-#include "editor/ModelView.h"
+#include "editing/EditHistory.h"
+#include "editing/ModelView.h"
 #include "editor/RecoveryKeeper.h"
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"

@@ -4,7 +4,7 @@
 #include "controls/TextConversion.h"
 #include "dialogs/WindowMessages.h"
 #include "editor/LastWords.h"
-#include "editor/ModelView.h"
+#include "editing/ModelView.h"
 #include "editor/PortTurns.h"
 #include "link/OutcomeTexts.h"
 #include "pages/EditorPages.h"

@@ -2,10 +2,10 @@
 
 #include "controls/RemoteNumberPanel.h"
 #include "controls/dBText.h"
-#include "editor/ClipboardMenus.h"
-#include "editor/EditHistory.h"
+#include "editing/ClipboardMenus.h"
+#include "editing/EditHistory.h"
 #include "editor/ExportCommands.h"
-#include "editor/ModelView.h"
+#include "editing/ModelView.h"
 #include "inspect/ConfigCheck.h"
 #include "model/ProgramState.h"
 #include "pages/LevelsPage.h"

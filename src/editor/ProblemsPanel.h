@@ -1,7 +1,7 @@
 // What the checks find, as a list beside the pages.
 #pragma once
 
-#include "editor/PlaceFinder.h"
+#include "editing/PlaceFinder.h"
 #include "inspect/Findings.h"
 
 #include <QDockWidget>

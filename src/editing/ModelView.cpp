@@ -1,4 +1,4 @@
-#include "editor/ModelView.h"
+#include "editing/ModelView.h"
 
 #include "base/Numbers.h"
 #include "controls/LevelTrim.h"
@@ -6,7 +6,7 @@
 #include "controls/RemoteNumberPanel.h"
 #include "controls/TextConversion.h"
 #include "controls/dBText.h"
-#include "editor/EditHistory.h"
+#include "editing/EditHistory.h"
 #include "inspect/NamedNumbers.h"
 #include "model/ProgramState.h"
 #include "pages/AddressesPage.h"

@@ -1,8 +1,8 @@
 // Undo and redo as commands of the window.
 #pragma once
 
-#include "editor/EditHistory.h"
-#include "editor/PlaceFinder.h"
+#include "editing/EditHistory.h"
+#include "editing/PlaceFinder.h"
 
 #include <QObject>
 

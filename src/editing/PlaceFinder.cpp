@@ -1,6 +1,6 @@
-#include "editor/PlaceFinder.h"
+#include "editing/PlaceFinder.h"
 
-#include "editor/ModelView.h"
+#include "editing/ModelView.h"
 #include "pages/EditorPages.h"
 #include "pages/Selectors.h"
 

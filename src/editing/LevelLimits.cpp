@@ -1,10 +1,10 @@
-#include "editor/LevelLimits.h"
+#include "editing/LevelLimits.h"
 
 #include "controls/LevelTrim.h"
 #include "controls/TextConversion.h"
 #include "controls/dBText.h"
 #include "dialogs/WindowMessages.h"
-#include "editor/ModelView.h"
+#include "editing/ModelView.h"
 #include "pages/LevelsPage.h"
 #include "pages/LevelsTable.h"
 

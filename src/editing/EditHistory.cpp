@@ -1,4 +1,4 @@
-#include "editor/EditHistory.h"
+#include "editing/EditHistory.h"
 
 #include <QUndoCommand>
 

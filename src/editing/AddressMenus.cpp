@@ -1,8 +1,8 @@
-#include "editor/AddressMenus.h"
+#include "editing/AddressMenus.h"
 
 #include "controls/TextConversion.h"
 #include "dialogs/WindowMessages.h"
-#include "editor/ModelView.h"
+#include "editing/ModelView.h"
 #include "model/ProgramState.h"
 #include "pages/AddressesPage.h"
 

@@ -1,8 +1,8 @@
-#include "editor/ClipboardMenus.h"
+#include "editing/ClipboardMenus.h"
 
 #include "controls/TextConversion.h"
 #include "dialogs/WindowMessages.h"
-#include "editor/ModelView.h"
+#include "editing/ModelView.h"
 #include "model/ClipboardText.h"
 #include "model/ProgramState.h"
 #include "pages/Selectors.h"

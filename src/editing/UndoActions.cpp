@@ -1,7 +1,7 @@
-#include "editor/UndoActions.h"
+#include "editing/UndoActions.h"
 
 #include "controls/KeyFilteredLineEdit.h"
-#include "editor/ModelView.h"
+#include "editing/ModelView.h"
 
 #include <QAction>
 #include <QApplication>
