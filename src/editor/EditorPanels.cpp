@@ -7,13 +7,15 @@
 #include <QAction>
 #include <QMainWindow>
 
+#include <algorithm>
 #include <utility>
 
 namespace vek {
 
 namespace {
 
-constexpr int usualCharacters = 40; // of a line
+constexpr int mostCharacters = 60; // of a line, unless the user makes it wider
+constexpr int usualPart = 4;       // of the window's width
 
 } // namespace
 
@@ -69,13 +71,14 @@ void EditorPanels::ShowChanges(bool shown) {
 }
 
 void EditorPanels::Add(QDockWidget& panel, QAction& action) {
-    panel.hide();
     // Small screens have more room there than below.
     window_.addDockWidget(Qt::RightDockWidgetArea, &panel);
     if (problems_ != nullptr && changes_ != nullptr)
         window_.tabifyDockWidget(problems_, changes_);
-    window_.resizeDocks({&panel}, {window_.fontMetrics().averageCharWidth() * usualCharacters},
-                        Qt::Horizontal);
+    const int width =
+        std::min(window_.width() / usualPart, window_.fontMetrics().averageCharWidth() * mostCharacters);
+    window_.resizeDocks({&panel}, {width}, Qt::Horizontal);
+    action.setChecked(true);
     // Closed by its own button, too; a panel behind another one stays checked.
     connect(panel.toggleViewAction(), &QAction::toggled, &action, &QAction::setChecked);
 }
