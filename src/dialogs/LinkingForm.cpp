@@ -117,7 +117,9 @@ void LinkingForm::FitToScreen() {
     const QMargins margins = layout()->contentsMargins();
     const auto hints = Label1_ | std::views::transform([](auto* label) { return label->sizeHint(); });
 
-    GroupingSizes sizes = {3 * textHeight, 2 * textHeight, textHeight + captionGap};
+    // The column is at least as wide as its caption.
+    GroupingSizes sizes = {std::max(3 * textHeight, captions_[0]->sizeHint().width()), 2 * textHeight,
+                           textHeight + captionGap};
     for (const QSize& hint : hints)
         sizes.LabelWidth = std::max(sizes.LabelWidth, hint.width());
     sizes.LabelWidth = std::min(
