@@ -30,6 +30,7 @@ class Files : public EditorTest {
     void NewWindow() {
         window.reset();
         window = std::make_unique<CorvaneForm>(services, std::string());
+        window->FinishStart();
         window->show();
     }
     FileCommands& Commands() { return *window->findChild<FileCommands*>(); }
