@@ -108,7 +108,7 @@ class CorvaneForm : public QMainWindow {
     PageTabs* SSTab1_;
     EditorPages pages_;
     QVBoxLayout* column_ = nullptr; ///< the pages and what stands above and below them
-    EditHistory history_;
+    EditHistory history_{this};
     ModelView view_;
     std::unique_ptr<UndoActions>
         undo_; ///< hears of the focus, also while the window ends: before what it uses

@@ -157,9 +157,9 @@ TEST_F(OnlineWindow, ASearchAndADownloadTakeTurns) {
     QTimer::singleShot(0, window.get(), [&] {
         auto* form = window->findChild<QDialog*>(u"VekComms"_s);
         ASSERT_NE(form, nullptr);
-        QCoreApplication::processEvents();
-        EXPECT_TRUE(form->findChild<QLabel*>(u"Blanking1"_s)->text().startsWith(u"Waiting for the search"_s))
-            << form->findChild<QLabel*>(u"Blanking1"_s)->text().toStdString();
+        EXPECT_TRUE(QTest::qWaitFor([form] {
+            return form->findChild<QLabel*>(u"Blanking1"_s)->text().startsWith(u"Waiting for the search"_s);
+        }));
         Settle();
         EXPECT_EQ(window->focusWidget(), Find(u"OnlinePort_0"_s));
         EXPECT_EQ(others.Story("open"), "0 open 1") << "after the other search";

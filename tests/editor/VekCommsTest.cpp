@@ -241,7 +241,10 @@ TEST_F(Programming, ToldToEndItLeavesTheDeviceRestartedAndSaysWhatIsMissing) {
         EXPECT_FALSE(form->isVisible());
         EXPECT_FALSE(port.PortOpen());
         form.reset();
-        EXPECT_EQ(testing::internal::GetCapturedStderr(), c.said);
+        // Qt's platform without a screen speaks there, too.
+        const auto said = QString::fromStdString(testing::internal::GetCapturedStderr());
+        EXPECT_EQ(QString(said).remove(u"This plugin does not support propagateSizeHints()\n"_s).toStdString(),
+                  c.said);
     }
 }
 

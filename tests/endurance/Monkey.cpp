@@ -1,6 +1,7 @@
 #include "endurance/Monkey.h"
 
 #include "controls/FaderKnob.h"
+#include "editing/EditHistory.h"
 #include "editor/CommandTable.h"
 #include "editor/EditorToolBar.h"
 #include "editor/VekComms.h"
@@ -104,12 +105,8 @@ Monkey::Monkey(unsigned seed, int events)
     window_->activateWindow();
     window_->Timer4_Tick();
     start_ = Bytes();
-    connect(window_->findChild<EditorToolBar*>(), &EditorToolBar::Triggered, this,
-            [this](std::string_view key) {
-                // Undo ends at these, unless the command was given up.
-                if ((key == "NEW" && !ConfigDiffers()) || std::exchange(boxes_.FilesOpened, 0) > 0)
-                    start_ = Bytes();
-            });
+    // Undo ends where a configuration was created or opened.
+    connect(window_->findChild<EditHistory*>(), &EditHistory::Begun, this, [this] { start_ = Bytes(); });
     qApp->installEventFilter(this);
 }
 

@@ -26,7 +26,6 @@ class MonkeyDialogs final : public Dialogs {
 
     /// Chosen in the next file dialog instead of a random one; nothing is saved before.
     std::optional<QString> NextFile;
-    int FilesOpened = 0;
 
     void Message(QWidget* parent, MessageIcon icon, const QString& title, const QString& text) override {
         ScreenDialogs().Message(parent, icon, title, text);
@@ -48,7 +47,6 @@ class MonkeyDialogs final : public Dialogs {
     }
     std::optional<QString> OpenFile(QWidget*, const QString&, const FileKind&) override {
         auto chosen = Chosen({"1.VMC", "2.VMC", "short.VMC", "missing.VMC"}, true);
-        FilesOpened += chosen.has_value() ? 1 : 0;
         return chosen;
     }
     std::optional<QString> SaveFile(QWidget*, const QString&, const FileKind& kind) override {

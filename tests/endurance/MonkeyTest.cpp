@@ -97,6 +97,7 @@ bool IsKept(Monkey& monkey, const std::string& bytes) {
 
 void SaveUndoAndReopen(Monkey& monkey) {
     VisitModes(monkey);
+    const std::string start = monkey.Start();
     const std::string end = Bytes();
     const QString file = monkey.Boxes().Path("end.VMC");
     monkey.Boxes().NextFile = file;
@@ -121,7 +122,7 @@ void SaveUndoAndReopen(Monkey& monkey) {
     EXPECT_EQ(Changes(Bytes(), AsOpened(end)), "") << "opened";
 
     const QString startFile = monkey.Boxes().Path("start.VMC");
-    WriteText(startFile.toStdString(), monkey.Start());
+    WriteText(startFile.toStdString(), start);
     monkey.Boxes().NextFile = startFile;
     monkey.Window().Dispatch("OPEN");
     monkey.ComeToRest();
