@@ -50,7 +50,9 @@ class NoDialogs final : public Dialogs {
         if (icon != MessageIcon::None)
             throw std::runtime_error(text.toStdString());
     }
-    Answer AskYesNo(QWidget*, const QString&, const QString&, Answer) override { return Answer::No; }
+    Answer AskYesNo(QWidget*, const QString&, const QString&, Answer, const QString&) override {
+        return Answer::No;
+    }
     Answer AskYesNoCancel(QWidget*, const QString&, const QString&) override { return Answer::Cancel; }
     std::unique_ptr<OpenBox> OpenMessage(QWidget* parent, MessageIcon icon, const QString& title,
                                          const QString& text, BoxClosed closed) override {
@@ -145,9 +147,10 @@ class Editor {
                                             .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
                                             .PortNames = [] { return QStringList(); },
                                             .StateFolder = stateFolder},
-          window(services, std::string()), tabs(window.findChild<QTabWidget*>(u"SSTab1"_s)),
-          fader(window.findChild<LevelTrim*>(u"InputLevelTrim_0"_s)),
-          knob(fader->findChild<QWidget*>(u"Command1"_s)) {
+          window(services, std::string()), tabs(window.findChild<QTabWidget*>(u"SSTab1"_s)) {
+        window.FinishStart();
+        fader = window.findChild<LevelTrim*>(u"InputLevelTrim_0"_s);
+        knob = fader->findChild<QWidget*>(u"Command1"_s);
         window.show();
     }
     void GoOnline() {

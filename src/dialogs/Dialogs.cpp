@@ -1,5 +1,7 @@
 #include "dialogs/Dialogs.h"
 
+#include "controls/LayoutHelpers.h"
+
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
@@ -22,6 +24,7 @@ struct BoxContents {
     QMessageBox::StandardButtons Buttons;
     QMessageBox::StandardButton Default;
     QMessageBox::StandardButton Escape;
+    QString About = {}; ///< below the text, smaller
 };
 
 BoxContents MessageContents(MessageIcon icon, const QString& title, const QString& text) {
@@ -48,6 +51,7 @@ void Fill(QMessageBox& box, const BoxContents& contents) {
     box.setWindowTitle(contents.Title);
     box.setTextFormat(Qt::PlainText);
     box.setText(QString(contents.Text).replace("\r\n"_L1, "\n"_L1));
+    box.setInformativeText(PlainToolTip(contents.About));
     box.setStandardButtons(contents.Buttons);
     box.setDefaultButton(contents.Default);
     box.setEscapeButton(contents.Escape);
@@ -121,9 +125,11 @@ class BoxesOnScreen final : public Dialogs {
         Execute(parent, MessageContents(icon, title, text));
     }
 
-    Answer AskYesNo(QWidget* parent, const QString& title, const QString& text,
-                    Answer defaultAnswer) override {
-        return Execute(parent, YesNoContents(title, text, defaultAnswer));
+    Answer AskYesNo(QWidget* parent, const QString& title, const QString& text, Answer defaultAnswer,
+                    const QString& about) override {
+        BoxContents contents = YesNoContents(title, text, defaultAnswer);
+        contents.About = about;
+        return Execute(parent, contents);
     }
 
     Answer AskYesNoCancel(QWidget* parent, const QString& title, const QString& text) override {
@@ -187,7 +193,7 @@ class BoxesOnScreen final : public Dialogs {
         return AskYesNo(parent, QObject::tr("Save As"),
                         QObject::tr("%1 already exists.\nDo you want to replace it?")
                             .arg(QFileInfo(path).fileName()),
-                        Answer::No) == Answer::Yes;
+                        Answer::No, {}) == Answer::Yes;
     }
 };
 

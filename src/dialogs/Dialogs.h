@@ -39,9 +39,10 @@ class Dialogs {
     /// A message with an OK button.
     virtual void Message(QWidget* parent, MessageIcon icon, const QString& title, const QString& text) = 0;
 
-    /// A question. Closing the box counts as No, or as Cancel where there is one.
+    /// A question, and below it what it is about, if that needs saying. Closing the box counts as No, or as
+    /// Cancel where there is one.
     virtual Answer AskYesNo(QWidget* parent, const QString& title, const QString& text,
-                            Answer defaultAnswer = Answer::Yes) = 0;
+                            Answer defaultAnswer = Answer::Yes, const QString& about = {}) = 0;
     virtual Answer AskYesNoCancel(QWidget* parent, const QString& title, const QString& text) = 0;
 
     // Boxes that block their parent's window but not their caller.

@@ -1,5 +1,6 @@
 #include "editing/ClipboardMenus.h"
 
+#include "base/Errors.h"
 #include "controls/TextConversion.h"
 #include "dialogs/WindowMessages.h"
 #include "editing/ModelView.h"
@@ -24,6 +25,16 @@ struct MenuEntry {
 void PutOnClipboard(const std::string& text) { QGuiApplication::clipboard()->setText(FromBytes(text)); }
 
 std::string ClipboardBytes() { return ToBytes(QGuiApplication::clipboard()->text()); }
+
+/// Pasting would tell of a run-time error.
+template <typename Read>
+bool CanBeRead(Read read) {
+    try {
+        return read();
+    } catch (const RunTimeError&) {
+        return false;
+    }
+}
 
 QMenu* MakeMenu(QWidget* owner, const char* name) {
     auto* menu = new QMenu(owner);
@@ -90,6 +101,14 @@ void ClipboardMenus::PasteOutput(std::size_t mode, std::size_t output) {
             PasteFailed(tr("An error occurred in output paste"));
         }
     });
+}
+
+bool ClipboardMenus::HoldsMode() {
+    return CanBeRead([] { return PasteModeText(ClipboardBytes()).has_value(); });
+}
+
+bool ClipboardMenus::HoldsOutput() {
+    return CanBeRead([] { return PastePointText(ClipboardBytes()).has_value(); });
 }
 
 void ClipboardMenus::PasteFailed(const QString& text) {

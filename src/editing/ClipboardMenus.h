@@ -31,6 +31,10 @@ class ClipboardMenus : public QObject {
     /// Makes the mode the current one before.
     void PasteOutput(std::size_t mode, std::size_t output);
 
+    /// Whether pasting would work now.
+    static bool HoldsMode();
+    static bool HoldsOutput();
+
   private:
     std::size_t CurrentMode() const;
     void PasteFailed(const QString& text);

@@ -2,8 +2,8 @@
 
 #include "base/Errors.h"
 #include "dialogs/Dialogs.h"
-#include "editor/FileCommands.h"
 #include "editing/ModelView.h"
+#include "editor/FileCommands.h"
 #include "editor/PanelEntries.h"
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"

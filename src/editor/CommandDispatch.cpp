@@ -1,12 +1,13 @@
 #include "editor/CommandDispatch.h"
 
+#include "controls/TextConversion.h"
 #include "dialogs/AboutForm.h"
 #include "dialogs/LinkingForm.h"
 #include "dialogs/VekNetBaseForm.h"
 #include "dialogs/WindowMessages.h"
+#include "editing/ModelView.h"
 #include "editor/ExportCommands.h"
 #include "editor/FileCommands.h"
-#include "editing/ModelView.h"
 #include "editor/VekComms.h"
 #include "model/ProgramState.h"
 
@@ -57,8 +58,10 @@ void CommandDispatch::Run(std::string_view key) {
 void CommandDispatch::ResetModeToDefault() {
     if (!IsBlankMode(view_.Mode()) &&
         services_.Boxes.AskYesNo(&window_, QObject::tr("Reset to default"),
-                                 QObject::tr("Do you wish to reset this mode to default settings?")) !=
-            Answer::Yes)
+                                 QObject::tr("Do you wish to reset this mode to default settings?"),
+                                 Answer::Yes,
+                                 NumberAndName(view_.ShownNames(), NameKind::Mode,
+                                               static_cast<std::size_t>(view_.CurrentMode()))) != Answer::Yes)
         return;
     view_.ResetMode();
 }

@@ -1,4 +1,5 @@
-// The toolbar: keys, captions, tool tips and shortcuts, in order.
+// The commands of the toolbar, which are in the menus, too: keys, captions, tool tips and shortcuts, in the
+// order of the toolbar.
 #pragma once
 
 #include <span>
@@ -9,6 +10,7 @@ namespace vek {
 struct ToolbarCommand {
     std::string_view Key; ///< also the object name of its action
     std::string_view Caption;
+    std::string_view MenuCaption; ///< the same in the menus, with the mark of its key
     std::string_view ToolTip;
     std::string_view Shortcut; ///< portable text of a key sequence, or empty
     bool StartsGroup;          ///< a separator stands before it

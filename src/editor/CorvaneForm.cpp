@@ -5,7 +5,10 @@
 #include "controls/NotesBox.h"
 #include "editing/AddressMenus.h"
 #include "editing/ClipboardMenus.h"
+#include "editing/LevelLimits.h"
+#include "editing/UndoActions.h"
 #include "editor/CommandTable.h"
+#include "editor/EditorMenus.h"
 #include "editor/EditorPanels.h"
 #include "editor/EditorStatusBar.h"
 #include "editor/EditorToolBar.h"
@@ -13,11 +16,9 @@
 #include "editor/FileBars.h"
 #include "editor/FileCommands.h"
 #include "editor/FileDrop.h"
-#include "editing/LevelLimits.h"
 #include "editor/OnlineControl.h"
 #include "editor/OverviewControl.h"
 #include "editor/RecoveryKeeper.h"
-#include "editing/UndoActions.h"
 #include "editor/VekComms.h"
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"
@@ -27,6 +28,7 @@
 #include "pages/NotesPage.h"
 #include "pages/OnlineStrip.h"
 #include "pages/PageHeading.h"
+#include "pages/PageScroll.h"
 #include "pages/PageTabs.h"
 #include "pages/RemotePanelsPage.h"
 #include "pages/Selectors.h"
@@ -35,8 +37,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QHBoxLayout>
-#include <QMenuBar>
-#include <QRadioButton>
+#include <QScreen>
 
 #include <algorithm>
 #include <utility>
@@ -95,25 +96,34 @@ void CorvaneForm::LayOut() {
     column_->addWidget(SSTab1_, 1);
     auto* centre = new QWidget(this);
     auto* columns = new QHBoxLayout(centre);
-    columns->addWidget(pages_.Selectors);
+    auto* selectors = new PageScroll(centre);
+    selectors->setWidget(pages_.Selectors);
+    selectors->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    selectors->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    columns->addWidget(selectors);
     columns->addLayout(column_, 1);
     setCentralWidget(centre);
-    resize(usualSize);
+    resize(usualSize.boundedTo(screen()->availableSize()));
     restoreGeometry(QByteArray::fromHex(QByteArray::fromStdString(settings_.Geometry())));
 }
 
 void CorvaneForm::MakeCommands() {
     connect(toolBar_, &EditorToolBar::Triggered, this, &CorvaneForm::Dispatch);
-    auto* quit = new QAction(this);
-    quit->setShortcut(QKeySequence(tr("Ctrl+Q")));
-    connect(quit, &QAction::triggered, this, &QWidget::close);
-    addAction(quit);
-
-    auto* edit = menuBar()->addMenu(tr("&Edit"));
-    edit->setObjectName(u"EditMenu"_s);
-    edit->setToolTipsVisible(true);
+    clipboard_ = new ClipboardMenus(*pages_.Selectors, view_, messages_, this);
+    menus_ = new EditorMenus({.Window = *this,
+                              .Tabs = *SSTab1_,
+                              .Pages = pages_,
+                              .View = view_,
+                              .Clipboard = *clipboard_,
+                              .Exports = *exports_,
+                              .Settings = settings_,
+                              .TemplateFolders = services_.TemplateFolders});
+    connect(menus_, &EditorMenus::FileChosen, this,
+            [this](const std::string& path) { Replace([&] { files_->OpenNamed(path); }); });
+    connect(menus_, &EditorMenus::TemplateChosen, this,
+            [this](const std::string& path) { Replace([&] { files_->NewFromTemplate(path); }); });
     const PlaceFinder places(view_, pages_, *SSTab1_);
-    undo_ = std::make_unique<UndoActions>(view_, places, *edit, *this);
+    undo_ = std::make_unique<UndoActions>(view_, places, menus_->Edit(), *this);
     connect(undo_.get(), &UndoActions::Taken, this, &CorvaneForm::LevelsRestored);
     panels_ = new EditorPanels(*this, view_, places, services_.Boxes, *status_,
                                [this] { return dispatch_.LastProgrammed(); });
@@ -139,7 +149,6 @@ void CorvaneForm::MakeCommands() {
 }
 
 void CorvaneForm::ConnectSelectors() {
-    clipboard_ = new ClipboardMenus(*pages_.Selectors, view_, messages_, this);
     connect(SSTab1_, &PageTabs::Painted, this, &CorvaneForm::FinishStart);
     connect(SSTab1_, &QTabWidget::currentChanged, this, [this](int page) {
         FinishStart();
@@ -169,6 +178,7 @@ void CorvaneForm::FinishStart() {
                                               services_, turns_, types_, messages_);
     view_.ShowAll();
     ConnectPages();
+    menus_->Fill();
     ShowOnline();
 }
 
@@ -278,6 +288,7 @@ void CorvaneForm::Replace(const std::function<void()>& action) {
 void CorvaneForm::ShowOnline() {
     toolBar_->SetOnline(online_->IsOnline());
     bars_->SetOnline(online_->IsOnline());
+    menus_->SetOnline(online_->IsOnline());
     drop_->SetRefusal(online_->IsOnline() ? tr("No file can be opened while online") : QString());
     undo_->Refresh();
     Timer1_Tick();

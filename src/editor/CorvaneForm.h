@@ -2,11 +2,11 @@
 #pragma once
 
 #include "dialogs/WindowMessages.h"
-#include "editor/CommandDispatch.h"
 #include "editing/EditHistory.h"
+#include "editing/ModelView.h"
+#include "editor/CommandDispatch.h"
 #include "editor/EditorServices.h"
 #include "editor/FileOnDisk.h"
-#include "editing/ModelView.h"
 #include "editor/PortTurns.h"
 #include "link/DeviceTypes.h"
 #include "userstate/UserSettings.h"
@@ -24,6 +24,7 @@ class QVBoxLayout;
 namespace vek {
 
 class ClipboardMenus;
+class EditorMenus;
 class EditorPanels;
 class EditorStatusBar;
 class EditorToolBar;
@@ -121,6 +122,7 @@ class CorvaneForm : public QMainWindow {
     EditorStatusBar* status_;
     EditorPanels* panels_ = nullptr;
     ClipboardMenus* clipboard_ = nullptr;
+    EditorMenus* menus_ = nullptr;
     FileBars* bars_ = nullptr;
     FileDrop* drop_ = nullptr;
     QTimer Timer1_;

@@ -1,7 +1,7 @@
 #include "editor/EditorPanels.h"
 
-#include "editor/EditorStatusBar.h"
 #include "editing/ModelView.h"
+#include "editor/EditorStatusBar.h"
 #include "editor/ProblemsPanel.h"
 
 #include <QAction>

@@ -30,11 +30,15 @@ EditorToolBar::EditorToolBar(QWidget* parent) : QToolBar(parent) {
     for (const ToolbarCommand& command : ToolbarCommands()) {
         if (command.StartsGroup)
             addSeparator();
-        QAction* action = addAction(FromConstant(command.Caption));
+        QAction* action = addAction(FromConstant(command.MenuCaption));
+        action->setIconText(FromConstant(command.Caption));
         const QString key = FromConstant(command.Key);
         action->setObjectName(key);
-        action->setToolTip(FromConstant(command.ToolTip));
-        action->setShortcut(QKeySequence(FromConstant(command.Shortcut)));
+        const QKeySequence shortcut(FromConstant(command.Shortcut));
+        action->setShortcut(shortcut);
+        const QString keys = shortcut.toString(QKeySequence::NativeText);
+        action->setToolTip(keys.isEmpty() ? FromConstant(command.ToolTip)
+                                          : FromConstant(command.ToolTip) + u" ("_s + keys + u')');
         action->setIcon(place);
         widgetForAction(action)->setObjectName(key);
         connect(action, &QAction::triggered, this, [this, &command] { Q_EMIT Triggered(command.Key); });
@@ -65,6 +69,24 @@ void EditorToolBar::changeEvent(QEvent* event) {
     QToolBar::changeEvent(event);
     if (event->type() == QEvent::PaletteChange && iconsShown_)
         ShowIcons();
+    if (event->type() == QEvent::FontChange)
+        widthWithTexts_ = 0;
+}
+
+void EditorToolBar::resizeEvent(QResizeEvent* event) {
+    QToolBar::resizeEvent(event);
+    FitTexts();
+}
+
+void EditorToolBar::FitTexts() {
+    if (toolButtonStyle() == Qt::ToolButtonTextUnderIcon || widthWithTexts_ == 0) {
+        setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+        widthWithTexts_ = sizeHint().width();
+    }
+    if (width() < widthWithTexts_)
+        setToolButtonStyle(Qt::ToolButtonIconOnly);
+    else
+        setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
 }
 
 } // namespace vek

@@ -7,6 +7,7 @@
 
 namespace vek {
 
+/// Has no texts below its icons where there is no room for them; the tool tips say the same.
 class EditorToolBar : public QToolBar {
     Q_OBJECT
 
@@ -27,9 +28,13 @@ class EditorToolBar : public QToolBar {
 
   protected:
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
+    void FitTexts();
+
     bool iconsShown_ = false;
+    int widthWithTexts_ = 0; ///< 0 before it is known
 };
 
 } // namespace vek

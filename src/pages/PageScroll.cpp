@@ -1,5 +1,7 @@
 #include "pages/PageScroll.h"
 
+#include <QEvent>
+
 namespace vek {
 
 namespace {
@@ -19,6 +21,13 @@ PageScroll::PageScroll(QWidget* parent) : QScrollArea(parent) {
 QSize PageScroll::minimumSizeHint() const {
     const int line = fontMetrics().lineSpacing();
     return {line * leastLines * 2, line * leastLines};
+}
+
+bool PageScroll::eventFilter(QObject* watched, QEvent* event) {
+    // What lies in it wants another size, and so does this.
+    if (watched == widget() && event->type() == QEvent::LayoutRequest)
+        updateGeometry();
+    return QScrollArea::eventFilter(watched, event);
 }
 
 } // namespace vek

@@ -14,6 +14,9 @@ class PageScroll : public QScrollArea {
 
     /// The least that is of use; the page scrolls then.
     QSize minimumSizeHint() const override;
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
 } // namespace vek

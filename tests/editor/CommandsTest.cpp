@@ -60,7 +60,7 @@ TEST_F(Commands, TitleAndSaveButtonFollowTheName) {
     EXPECT_EQ(Status(), u"02.VMC|No unsaved changes|Base %1-%2|Offline"_s.arg(Config.VekNetBase)
                             .arg(Config.VekNetBase + 255));
     EXPECT_EQ(Find(u"StatusFile"_s)->toolTip(), Sample("02"));
-    EXPECT_EQ(Find<QAction>(u"BASE"_s)->toolTip(), u"Set VekNet Base Address"_s);
+    EXPECT_EQ(Find<QAction>(u"BASE"_s)->toolTip(), u"Set VekNet Base Address (Ctrl+B)"_s);
     EXPECT_EQ(window->windowTitle(), u"02.VMC"_s);
     EXPECT_TRUE(Find<QAction>(u"SAVE"_s)->isEnabled());
     Config.VekNetBase = 2000;

@@ -356,7 +356,9 @@ class SavingDialogs final : public Dialogs {
     QString Said;
 
     void Message(QWidget*, MessageIcon, const QString& title, const QString&) override { Said += title; }
-    Answer AskYesNo(QWidget*, const QString&, const QString&, Answer) override { return Answer::Yes; }
+    Answer AskYesNo(QWidget*, const QString&, const QString&, Answer, const QString&) override {
+        return Answer::Yes;
+    }
     Answer AskYesNoCancel(QWidget*, const QString&, const QString&) override { return Answer::No; }
     std::unique_ptr<OpenBox> OpenMessage(QWidget*, MessageIcon, const QString&, const QString&,
                                          BoxClosed) override {

@@ -243,8 +243,9 @@ TEST_F(Programming, ToldToEndItLeavesTheDeviceRestartedAndSaysWhatIsMissing) {
         form.reset();
         // Qt's platform without a screen speaks there, too.
         const auto said = QString::fromStdString(testing::internal::GetCapturedStderr());
-        EXPECT_EQ(QString(said).remove(u"This plugin does not support propagateSizeHints()\n"_s).toStdString(),
-                  c.said);
+        EXPECT_EQ(
+            QString(said).remove(u"This plugin does not support propagateSizeHints()\n"_s).toStdString(),
+            c.said);
     }
 }
 

@@ -30,9 +30,9 @@ class MonkeyDialogs final : public Dialogs {
     void Message(QWidget* parent, MessageIcon icon, const QString& title, const QString& text) override {
         ScreenDialogs().Message(parent, icon, title, text);
     }
-    Answer AskYesNo(QWidget* parent, const QString& title, const QString& text,
-                    Answer defaultAnswer) override {
-        return ScreenDialogs().AskYesNo(parent, title, text, defaultAnswer);
+    Answer AskYesNo(QWidget* parent, const QString& title, const QString& text, Answer defaultAnswer,
+                    const QString& about) override {
+        return ScreenDialogs().AskYesNo(parent, title, text, defaultAnswer, about);
     }
     Answer AskYesNoCancel(QWidget* parent, const QString& title, const QString& text) override {
         return NextFile ? Answer::No : ScreenDialogs().AskYesNoCancel(parent, title, text);

@@ -56,13 +56,18 @@ class ScriptedDialogs final : public Dialogs {
     /// Without a script: is told of every box that appears, which is then closed, a question with No.
     std::function<void(const QString& box)> Seen;
 
+    /// What the last question that a command waited for was about.
+    QString LastAbout;
+
     /// True when every expected box has appeared.
     bool Done() const { return script.empty(); }
 
     void Message(QWidget*, MessageIcon icon, const QString& title, const QString& text) override {
         Next(MessageBox(icon, title, text));
     }
-    Answer AskYesNo(QWidget*, const QString& title, const QString& text, Answer defaultAnswer) override {
+    Answer AskYesNo(QWidget*, const QString& title, const QString& text, Answer defaultAnswer,
+                    const QString& about) override {
+        LastAbout = about;
         return Next(YesNoBox(title, text, defaultAnswer)).Given;
     }
     Answer AskYesNoCancel(QWidget*, const QString& title, const QString& text) override {
