@@ -38,6 +38,7 @@
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QScreen>
+#include <QStyle>
 
 #include <algorithm>
 #include <utility>
@@ -103,7 +104,9 @@ void CorvaneForm::LayOut() {
     columns->addWidget(selectors);
     columns->addLayout(column_, 1);
     setCentralWidget(centre);
-    resize(usualSize.boundedTo(screen()->availableSize()));
+    // The desktop puts a title and an edge around it.
+    const int title = 2 * style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    resize(usualSize.boundedTo(screen()->availableSize() - QSize(0, title)));
     restoreGeometry(QByteArray::fromHex(QByteArray::fromStdString(settings_.Geometry())));
 }
 

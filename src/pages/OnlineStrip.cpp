@@ -56,7 +56,10 @@ OnlineStrip::OnlineStrip(QWidget* parent) : QWidget(parent) {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(frames, 1);
     layout->addLayout(offset);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
+
+QSize OnlineStrip::sizeHint() const { return {QWidget::sizeHint().width(), minimumSizeHint().height()}; }
 
 int OnlineStrip::CaptionWidth(const QString& caption) const {
     return fontMetrics().horizontalAdvance(caption) + fontMetrics().height();

@@ -34,6 +34,9 @@ class OnlineStrip : public QWidget {
     QLabel* OnlineLabel32;
     LevelTrim* OnlineLevelOffset;
 
+    /// As low as it can be: the page above needs the room.
+    QSize sizeHint() const override;
+
   Q_SIGNALS:
     void RouteClicked(std::size_t input);
     void MuteClicked();

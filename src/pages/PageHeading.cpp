@@ -44,7 +44,7 @@ void PageHeading::ShowText() {
         case NotesTab:
             return tr("Notes and names of the whole configuration");
         case OnlineTab:
-            return tr("The unit at a serial port");
+            return tr("Online control of a Matrix Vek");
         default:
             return tr("Overview of all modes and outputs");
         }

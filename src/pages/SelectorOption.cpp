@@ -13,7 +13,7 @@ namespace vek {
 
 namespace {
 
-constexpr int nameCharacters = 14; // room for a name; the rest is in the tool tip
+constexpr int nameCharacters = 12; // room for a name; the rest is in the tool tip
 constexpr double chosenTint = 0.28;
 constexpr double quietTint = 0.10;
 constexpr double corner = 3;
