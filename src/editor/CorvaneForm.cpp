@@ -70,7 +70,6 @@ CorvaneForm::CorvaneForm(const EditorServices& services, std::string commandLine
       dispatch_(*this, view_, *files_, *exports_, services, turns_, types_, messages_),
       status_(new EditorStatusBar(this)) {
     setObjectName(u"CorvaneForm"_s);
-    Guarded(messages_, [this] { CheckDeviceTypes(services_.Store, types_); });
     LayOut();
     setWindowTitle(ProgramTitle());
     SSTab1_->setCurrentIndex(RemotePanelsTab);
@@ -158,7 +157,6 @@ void CorvaneForm::ConnectSelectors() {
         pages_.Heading->ShowPage(page);
         pages_.Selectors->SetOutputConcerned(ShowsOneOutput(page));
     });
-    pages_.Heading->ShowPage(RemotePanelsTab);
     pages_.Selectors->SetOutputConcerned(ShowsOneOutput(RemotePanelsTab));
 
     connect(pages_.Selectors, &Selectors::ModeChosen, this, &CorvaneForm::SelectionChanged);
@@ -172,6 +170,7 @@ void CorvaneForm::ConnectSelectors() {
 void CorvaneForm::FinishStart() {
     if (pages_.Made())
         return;
+    Guarded(messages_, [this] { CheckDeviceTypes(services_.Store, types_); });
     toolBar_->ShowIcons();
     MakePages(pages_, *SSTab1_, services_.PortNames);
     column_->addWidget(pages_.Strip);
@@ -179,6 +178,7 @@ void CorvaneForm::FinishStart() {
                                                           *pages_.Levels->LevelTrim1, *pages_.InputTrims,
                                                           *pages_.OutputTrims, view_},
                                               services_, turns_, types_, messages_);
+    pages_.Heading->ShowPage(SSTab1_->currentIndex());
     view_.ShowAll();
     ConnectPages();
     menus_->Fill();

@@ -8,14 +8,12 @@ namespace vek {
 
 using namespace Qt::StringLiterals;
 
-PageHeading::PageHeading(QWidget* parent) : ElidedLabel(QString(), parent) {
-    setObjectName(u"PageHeading"_s);
+PageHeading::PageHeading(QWidget* parent) : ElidedLabel(u" "_s, parent) { setObjectName(u"PageHeading"_s); }
+
+void PageHeading::ShowPage(int tab) {
     QFont strong = font();
     strong.setBold(true);
     setFont(strong);
-}
-
-void PageHeading::ShowPage(int tab) {
     tab_ = tab;
     ShowText();
 }

@@ -6,7 +6,8 @@
 
 namespace vek {
 
-/// "Levels of Mode 2 Evening, Output 3 Foyer"
+/// "Levels of Mode 2 Evening, Output 3 Foyer", in bold type. An empty line until a page is shown: another
+/// font takes its time.
 class PageHeading : public ElidedLabel {
     Q_OBJECT
 
