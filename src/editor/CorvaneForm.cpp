@@ -97,7 +97,7 @@ void CorvaneForm::LayOut() {
     auto* centre = new QWidget(this);
     auto* columns = new QHBoxLayout(centre);
     auto* selectors = new PageScroll(centre);
-    selectors->setWidget(pages_.Selectors);
+    selectors->Hold(pages_.Selectors);
     selectors->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     selectors->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     columns->addWidget(selectors);

@@ -9,7 +9,6 @@ QListWidget* MakeEntries(const QString& accessibleName, QWidget* parent) {
     entries->setObjectName(QStringLiteral("Entries"));
     entries->setAccessibleName(accessibleName);
     entries->setWordWrap(true);
-    entries->setAlternatingRowColors(true);
     entries->setResizeMode(QListView::Adjust);
     entries->setIconSize(QSize(1, 1) * entries->fontMetrics().height());
     return entries;

@@ -31,7 +31,7 @@ const char* const captions[] = {
 template <typename Page>
 Page* Place(QTabWidget& tabs, PageTab tab, Page* page) {
     page->setMaximumWidth(page->fontMetrics().averageCharWidth() * widestPage);
-    static_cast<QScrollArea*>(tabs.widget(tab))->setWidget(page);
+    static_cast<PageScroll*>(tabs.widget(tab))->Hold(page);
     return page;
 }
 

@@ -157,7 +157,6 @@ LevelsTable::LevelsTable(QWidget* parent) : QTableView(parent), model_(new Level
     setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
     setSelectionMode(ExtendedSelection);
     setTabKeyNavigation(false);
-    setAlternatingRowColors(true);
     setShowGrid(false);
     setWordWrap(false);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);

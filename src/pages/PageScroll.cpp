@@ -14,8 +14,13 @@ PageScroll::PageScroll(QWidget* parent) : QScrollArea(parent) {
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus);
-    // The tab's own background shows through.
     viewport()->setAutoFillBackground(false);
+}
+
+void PageScroll::Hold(QWidget* page) {
+    setWidget(page);
+    // The colour of what is around shows through, also where a page does not reach.
+    page->setAutoFillBackground(false);
 }
 
 QSize PageScroll::minimumSizeHint() const {

@@ -12,6 +12,9 @@ class PageScroll : public QScrollArea {
   public:
     explicit PageScroll(QWidget* parent = nullptr);
 
+    /// Takes a page, which belongs to this then.
+    void Hold(QWidget* page);
+
     /// The least that is of use; the page scrolls then.
     QSize minimumSizeHint() const override;
 
