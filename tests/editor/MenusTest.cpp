@@ -13,7 +13,9 @@
 #include <QDialog>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScrollBar>
 #include <QTabWidget>
+#include <QTextBlock>
 #include <QTextBrowser>
 
 #include <set>
@@ -73,7 +75,11 @@ TEST_F(Menus, KeysChooseModeOutputAndPage) {
     Key(Qt::Key_F1, Qt::NoModifier);
     auto* manual = window->findChild<QDialog*>(u"ManualForm"_s);
     ASSERT_NE(manual, nullptr);
-    EXPECT_TRUE(manual->findChild<QTextBrowser*>()->toPlainText().contains(u"Ctrl+PgDn"_s));
+    auto* text = manual->findChild<QTextBrowser*>();
+    EXPECT_TRUE(text->toPlainText().contains(u"Ctrl+PgDn"_s));
+    EXPECT_EQ(text->horizontalScrollBar()->maximum(), 0) << "pictures fit";
+    Q_EMIT text->anchorClicked(QUrl(u"#when-something-does-not-work"_s));
+    EXPECT_EQ(text->textCursor().block().text(), u"When something does not work"_s);
 }
 
 TEST_F(Menus, PasteIsOfferedWhenItWouldWork) {
