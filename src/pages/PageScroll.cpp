@@ -23,9 +23,12 @@ void PageScroll::Hold(QWidget* page) {
     page->setAutoFillBackground(false);
 }
 
+QSize PageScroll::sizeHint() const { return widget() == nullptr ? minimumSizeHint() : widget()->sizeHint(); }
+
 QSize PageScroll::minimumSizeHint() const {
     const int line = fontMetrics().lineSpacing();
-    return {line * leastLines * 2, line * leastLines};
+    const QSize least(line * leastLines * 2, line * leastLines);
+    return widget() == nullptr ? least : least.boundedTo(widget()->minimumSizeHint());
 }
 
 bool PageScroll::eventFilter(QObject* watched, QEvent* event) {

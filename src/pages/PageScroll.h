@@ -15,6 +15,8 @@ class PageScroll : public QScrollArea {
     /// Takes a page, which belongs to this then.
     void Hold(QWidget* page);
 
+    /// What the page wants now; Qt keeps the first answer.
+    QSize sizeHint() const override;
     /// The least that is of use; the page scrolls then.
     QSize minimumSizeHint() const override;
 
