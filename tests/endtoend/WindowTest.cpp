@@ -38,6 +38,8 @@ class WindowOnDevice : public testing::Test {
         vek.emplace(options);
         window = std::make_unique<CorvaneForm>(services, std::string());
         window->FinishStart();
+        // All tabs can be clicked, on a screen of any size.
+        window->resize(1040, 700);
         window->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     }
