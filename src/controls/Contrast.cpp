@@ -7,7 +7,7 @@ namespace vek {
 
 namespace {
 
-constexpr double step = 0.05;
+constexpr int parts = 20; // tried of the way from one colour to another
 // Styles draw the panes of tabs and group boxes in shades of the background, up to so much nearer to the
 // text.
 constexpr double shade = 0.15;
@@ -39,8 +39,8 @@ QColor Blended(const QColor& text, const QColor& background, double part) {
 
 QColor LighterText(const QColor& text, const QColor& background, double contrast) {
     const QColor nearest = Blended(text, background, shade);
-    for (double part = step; part < 1.0; part += step) {
-        const QColor colour = Blended(text, background, part);
+    for (int part = 1; part < parts; ++part) {
+        const QColor colour = Blended(text, background, static_cast<double>(part) / parts);
         if (ContrastRatio(colour, nearest) >= contrast)
             return colour;
     }
@@ -51,8 +51,8 @@ QColor ReadableFill(const QColor& background, const QColor& text) {
     const bool bright = ContrastRatio(text, Qt::black) > ContrastRatio(text, Qt::white);
     const QColor farther = bright ? Qt::black : Qt::white;
     QColor fill = background;
-    for (double part = step; part < 1.0 && ContrastRatio(fill, text) < readableContrast; part += step)
-        fill = Blended(farther, background, part);
+    for (int part = 1; part < parts && ContrastRatio(fill, text) < readableContrast; ++part)
+        fill = Blended(farther, background, static_cast<double>(part) / parts);
     return fill;
 }
 

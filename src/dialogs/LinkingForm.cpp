@@ -13,7 +13,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <ranges>
 
 namespace vek {
 
@@ -115,20 +114,19 @@ void LinkingForm::FitToScreen() {
     const QSize room = screen()->availableSize() - QSize(frameWidth, frameHeight);
     const int textHeight = fontMetrics().height();
     const QMargins margins = layout()->contentsMargins();
-    const auto hints = Label1_ | std::views::transform([](auto* label) { return label->sizeHint(); });
 
     // The column is at least as wide as its caption.
     GroupingSizes sizes = {std::max(3 * textHeight, captions_[0]->sizeHint().width()), 2 * textHeight,
                            textHeight + captionGap};
-    for (const QSize& hint : hints)
-        sizes.LabelWidth = std::max(sizes.LabelWidth, hint.width());
+    for (const OutputLabel* label : Label1_)
+        sizes.LabelWidth = std::max(sizes.LabelWidth, label->sizeHint().width());
     sizes.LabelWidth = std::min(
         sizes.LabelWidth,
         GroupingLayout::LabelWidthFor(room.width() - margins.left() - margins.right(), sizes.LabelHeight));
 
     drawing_->setFixedSize(GroupingLayout(sizes).Bounds().Width, 0);
     const int others = layout()->totalHeightForWidth(layout()->totalSizeHint().width());
-    const int least = hints.front().height();
+    const int least = Label1_.front()->sizeHint().height();
     while (sizes.LabelHeight > least &&
            GroupingLayout::HeightFor(sizes.LabelHeight, sizes.CaptionHeight) + others > room.height())
         --sizes.LabelHeight;
