@@ -37,8 +37,8 @@ constexpr std::string_view LabelName(AddressGroup group) {
     return {};
 }
 
-constexpr const char* volumeCaptions[] = {"Step Up", "Step Down", "Analog", "Mute"};
-constexpr const char* controlCaptions[] = {"Next", "Previous", "Analog"};
+constexpr std::array volumeCaptions = {"Step Up", "Step Down", "Analog", "Mute"};
+constexpr std::array controlCaptions = {"Next", "Previous", "Analog"};
 
 QString FrameTitle(AddressGroup group) {
     switch (group) {
@@ -71,7 +71,8 @@ std::optional<NameKind> KindOfRows(AddressGroup group) {
 QString RowCaption(AddressGroup group, std::size_t row) {
     if (const auto kind = KindOfRows(group))
         return FromConstant(NumberText(*kind, row));
-    return AddressesPage::tr(group == AddressGroup::Volume ? volumeCaptions[row] : controlCaptions[row]);
+    return AddressesPage::tr(group == AddressGroup::Volume ? volumeCaptions.at(row)
+                                                           : controlCaptions.at(row));
 }
 
 enum Column { CaptionColumn, NameColumn, InColumn, OutColumn, columnCount };
