@@ -21,8 +21,24 @@ struct ListedField {
     std::size_t Number;
 };
 
+/// For what does not ask where a field stands, and leaves out the notes.
+class FieldsInOrder {
+  public:
+    template <std::size_t N>
+    void Notes(const FieldName&, const FixedText<N>&) {}
+    template <typename Body>
+    void Object(const FieldName&, Body body) {
+        body();
+    }
+    template <typename Body>
+    void Array(const FieldName&, std::size_t size, Body body) {
+        for (std::size_t i = 0; i < size; ++i)
+            body(i);
+    }
+};
+
 /// The stored values of all fields but the notes, in the order of FieldLister; quick to make and to compare.
-class ValueLister {
+class ValueLister : public FieldsInOrder {
   public:
     void Integer(const FieldName&, std::int16_t value) { Add(value); }
     void LinkGroup(const FieldName&, std::int16_t value) { Add(value); }
@@ -41,17 +57,6 @@ class ValueLister {
     void List(const FieldName&, const FixedText<N>& text, const NumberCharacters&) {
         Values.emplace_back(0, text.Padded());
     }
-    template <std::size_t N>
-    void Notes(const FieldName&, const FixedText<N>&) {}
-    template <typename Body>
-    void Object(const FieldName&, Body body) {
-        body();
-    }
-    template <typename Body>
-    void Array(const FieldName&, std::size_t size, Body body) {
-        for (std::size_t i = 0; i < size; ++i)
-            body(i);
-    }
 
     std::vector<std::pair<std::int32_t, std::string_view>> Values;
 
@@ -60,7 +65,7 @@ class ValueLister {
 };
 
 /// Gives one field another value: ValueLister backwards.
-class ValueSetter {
+class ValueSetter : public FieldsInOrder {
   public:
     using Value = std::pair<std::int32_t, std::string_view>;
 
@@ -87,17 +92,6 @@ class ValueSetter {
     void List(const FieldName&, FixedText<N>& field, const NumberCharacters&) {
         if (left_-- == 0)
             field = value_.second;
-    }
-    template <std::size_t N>
-    void Notes(const FieldName&, const FixedText<N>&) {}
-    template <typename Body>
-    void Object(const FieldName&, Body body) {
-        body();
-    }
-    template <typename Body>
-    void Array(const FieldName&, std::size_t size, Body body) {
-        for (std::size_t i = 0; i < size; ++i)
-            body(i);
     }
 
   private:
