@@ -32,30 +32,21 @@ int PageOf(FieldKind kind) {
     return RemotePanelsTab;
 }
 
-bool IsInOverview(FieldKind kind) {
-    return kind == FieldKind::Panels || kind == FieldKind::LinkGroups || kind == FieldKind::Levels;
-}
-
 } // namespace
 
 bool PlaceFinder::Reachable(const FieldPlace& place) const { return tabs_.isTabEnabled(PageOf(place.Kind)); }
 
 void PlaceFinder::GoTo(const FieldPlace& place) const {
-    const bool seen = tabs_.currentIndex() == OverviewTab && IsInOverview(place.Kind);
-    Choose(place, seen ? static_cast<int>(OverviewTab) : PageOf(place.Kind));
-}
-
-void PlaceFinder::Choose(const FieldPlace& place, int page) const {
     if (place.Mode)
         pages_.Selectors->Modes[*place.Mode]->setChecked(true);
     if (place.Output)
         pages_.Selectors->UsePanel[*place.Output]->setChecked(true);
-    tabs_.setCurrentIndex(page);
+    tabs_.setCurrentIndex(PageOf(place.Kind));
     view_.ReadSelectors();
 }
 
 void PlaceFinder::Enter(const FieldPlace& place) const {
-    Choose(place, PageOf(place.Kind));
+    GoTo(place);
     QWidget* page = tabs_.currentWidget();
     for (QWidget* next = page->nextInFocusChain(); next != page; next = next->nextInFocusChain()) {
         if (!page->isAncestorOf(next) || !next->isVisible() || !next->isEnabled() ||

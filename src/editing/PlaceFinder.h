@@ -18,14 +18,12 @@ class PlaceFinder {
 
     /// The page of the field can be shown: not all can while online.
     bool Reachable(const FieldPlace& place) const;
-    /// Shows mode, output and page of the field. The overview stays in front for what it shows.
+    /// Shows mode, output and page of the field.
     void GoTo(const FieldPlace& place) const;
-    /// Shows them in any case, and gives the page the keyboard.
+    /// The same, and gives the page the keyboard.
     void Enter(const FieldPlace& place) const;
 
   private:
-    void Choose(const FieldPlace& place, int page) const;
-
     ModelView& view_;
     const EditorPages& pages_;
     QTabWidget& tabs_;

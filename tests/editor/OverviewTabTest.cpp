@@ -59,8 +59,8 @@ TEST_F(OverviewTabTest, IsMadeWhenItIsFirstShownAndFollowsTheWindow) {
     Trigger(u"DEFAULT"_s);
     EXPECT_TRUE(overview.Content().Rows[3].Used);
     Trigger(u"EditUndo"_s);
-    EXPECT_FALSE(overview.Content().Rows[3].Used);
-    EXPECT_EQ(tabs->currentIndex(), OverviewTab) << "it shows what is taken back";
+    EXPECT_EQ(tabs->currentIndex(), RemotePanelsTab) << "where the change was";
+    EXPECT_FALSE(Shown().Content().Rows[3].Used);
 
     tabs->setCurrentIndex(LevelsTab);
     Click(u"UsePanel_2"_s);
