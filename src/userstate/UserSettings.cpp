@@ -73,9 +73,8 @@ std::vector<std::string> UserSettings::Paths(const Lines& lines, std::string_vie
 }
 
 void UserSettings::SetPaths(Lines& lines, std::string_view key, const std::vector<std::string>& paths) {
-    std::vector<std::string> values;
-    for (const std::string& path : paths)
-        values.push_back(EscapedPath(path));
+    std::vector<std::string> values(paths.size());
+    std::ranges::transform(paths, values.begin(), EscapedPath);
     SetValues(lines, key, values);
 }
 
