@@ -1,6 +1,7 @@
 #include "editor/CommandDispatch.h"
 
 #include "controls/TextConversion.h"
+#include "device/VekComms.h"
 #include "dialogs/AboutForm.h"
 #include "dialogs/LinkingForm.h"
 #include "dialogs/VekNetBaseForm.h"
@@ -8,7 +9,6 @@
 #include "editing/ModelView.h"
 #include "editor/ExportCommands.h"
 #include "editor/FileCommands.h"
-#include "editor/VekComms.h"
 #include "model/ProgramState.h"
 
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 // What each toolbar command does.
 #pragma once
 
-#include "editor/EditorServices.h"
+#include "device/EditorServices.h"
 #include "link/DeviceTypes.h"
 #include "model/Config.h"
 

@@ -15,17 +15,6 @@ constexpr std::chrono::milliseconds delay(50);
 
 } // namespace
 
-QString CountText(const std::vector<Finding>& findings) {
-    const auto errors = std::ranges::count(findings, Severity::Error, &Finding::Level);
-    const auto warnings = std::ranges::count(findings, Severity::Warning, &Finding::Level);
-    QStringList counts;
-    if (errors > 0)
-        counts += errors == 1 ? QObject::tr("1 error") : QObject::tr("%1 errors").arg(errors);
-    if (warnings > 0)
-        counts += warnings == 1 ? QObject::tr("1 warning") : QObject::tr("%1 warnings").arg(warnings);
-    return counts.isEmpty() ? QObject::tr("No problems") : counts.join(QStringLiteral(", "));
-}
-
 ConfigWatch::ConfigWatch(EditHistory& history, QObject* parent) : QObject(parent) {
     timer_.setSingleShot(true);
     timer_.setInterval(delay);

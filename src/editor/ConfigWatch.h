@@ -14,9 +14,6 @@ namespace vek {
 
 class EditHistory;
 
-/// "2 errors, 1 warning", "No problems" for neither; notes are not counted.
-QString CountText(const std::vector<Finding>& findings);
-
 /// Looks at Config 50 ms after the last edit, so that no key waits for it.
 class ConfigWatch : public QObject {
     Q_OBJECT

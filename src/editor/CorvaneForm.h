@@ -1,13 +1,13 @@
 // The main window of the Vorn Matrix Editor.
 #pragma once
 
+#include "device/EditorServices.h"
+#include "device/PortTurns.h"
 #include "dialogs/WindowMessages.h"
 #include "editing/EditHistory.h"
 #include "editing/ModelView.h"
 #include "editor/CommandDispatch.h"
-#include "editor/EditorServices.h"
 #include "editor/FileOnDisk.h"
-#include "editor/PortTurns.h"
 #include "link/DeviceTypes.h"
 #include "userstate/UserSettings.h"
 

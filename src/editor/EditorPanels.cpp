@@ -1,5 +1,6 @@
 #include "editor/EditorPanels.h"
 
+#include "controls/TextConversion.h"
 #include "editing/ModelView.h"
 #include "editor/EditorStatusBar.h"
 #include "editor/ProblemsPanel.h"
@@ -30,7 +31,7 @@ EditorPanels::EditorPanels(QMainWindow& window, ModelView& view, const PlaceFind
     connect(&status, &EditorStatusBar::ProblemsClicked, this, [this] { ShowProblems(true); });
     connect(&status, &EditorStatusBar::ChangesClicked, this, [this] { ShowChanges(true); });
     connect(&watch_, &ConfigWatch::Looked, this, [this] {
-        status_.ShowProblems(CountText(watch_.Found()));
+        status_.ShowProblems(FromConstant(CountText(watch_.Found())));
         if (changes_ != nullptr && changes_->isVisible())
             changes_->Look();
     });

@@ -3,6 +3,8 @@
 #include "base/Numbers.h"
 #include "inspect/FieldTexts.h"
 
+#include <algorithm>
+
 namespace vek {
 
 Subject ModeSubject(const NamedNumbers& numbers, std::size_t mode, FieldKind kind) {
@@ -36,6 +38,18 @@ std::string_view SeverityName(Severity severity) {
     default:
         return "note";
     }
+}
+
+std::string CountText(const std::vector<Finding>& findings) {
+    const auto count = [&findings](Severity severity, const std::string& name) {
+        const auto number = std::ranges::count(findings, severity, &Finding::Level);
+        return number == 0 ? std::string() : std::to_string(number) + ' ' + name + (number == 1 ? "" : "s");
+    };
+    const std::string errors = count(Severity::Error, "error");
+    const std::string warnings = count(Severity::Warning, "warning");
+    if (errors.empty() && warnings.empty())
+        return "No problems";
+    return errors + (errors.empty() || warnings.empty() ? "" : ", ") + warnings;
 }
 
 } // namespace vek

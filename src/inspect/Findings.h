@@ -26,6 +26,9 @@ struct Finding {
     FieldPlace Place = {}; ///< of what is in the record
 };
 
+/// "2 errors, 1 warning", "No problems" for neither; notes are not counted.
+std::string CountText(const std::vector<Finding>& findings);
+
 /// What a finding is about.
 struct Subject {
     std::string Words; ///< "Mode 2 Evening, Output 3"

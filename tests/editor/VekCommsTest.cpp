@@ -1,8 +1,8 @@
 // The programming window against a scripted device.
 #include "editor/EditorFixture.h"
 
-#include "editor/PortTurns.h"
-#include "editor/VekComms.h"
+#include "device/PortTurns.h"
+#include "device/VekComms.h"
 
 #include <QLabel>
 #include <QProgressBar>

@@ -3,9 +3,9 @@
 // afterwards.
 #include "endtoend/FaultMatrixTable.h"
 
+#include "device/PortTurns.h"
+#include "device/VekComms.h"
 #include "editor/CorvaneForm.h"
-#include "editor/PortTurns.h"
-#include "editor/VekComms.h"
 #include "model/ConfigFile.h"
 #include "pages/EditorPages.h"
 #include "platform/QtOneShotTimer.h"

@@ -1,7 +1,7 @@
 // The real window on a real serial layer against a simulated device, driven by mouse and keys.
 #include "controls/LevelTrim.h"
+#include "device/VekComms.h"
 #include "editor/CorvaneForm.h"
-#include "editor/VekComms.h"
 #include "link/DownloadImage.h"
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"

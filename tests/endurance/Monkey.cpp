@@ -1,10 +1,10 @@
 #include "endurance/Monkey.h"
 
 #include "controls/FaderKnob.h"
+#include "device/VekComms.h"
 #include "editing/EditHistory.h"
 #include "editor/CommandTable.h"
 #include "editor/EditorToolBar.h"
-#include "editor/VekComms.h"
 #include "endurance/Trail.h"
 #include "model/ProgramState.h"
 #include "model/RecordLayout.h"

@@ -1,4 +1,4 @@
-#include "editor/LastWords.h"
+#include "device/LastWords.h"
 
 #include <QString>
 

@@ -1,7 +1,7 @@
 // The main window's side of the online session: its controls are read and driven here.
 #pragma once
 
-#include "editor/EditorServices.h"
+#include "device/EditorServices.h"
 #include "link/OnlineSession.h"
 
 #include <QObject>

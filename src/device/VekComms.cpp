@@ -1,10 +1,9 @@
-#include "editor/VekComms.h"
+#include "device/VekComms.h"
 
 #include "controls/LayoutHelpers.h"
 #include "controls/TextConversion.h"
-#include "editor/ConfigWatch.h"
-#include "editor/LastWords.h"
-#include "editor/PortTurns.h"
+#include "device/LastWords.h"
+#include "device/PortTurns.h"
 #include "inspect/ConfigCheck.h"
 #include "link/OutcomeTexts.h"
 #include "pages/PortRows.h"
@@ -204,7 +203,7 @@ void VekComms::Progress(DownloadProgress progress) {
 }
 
 void VekComms::TellProblemsOf(const MatrixConfig& config) {
-    problems_->setText(CountText(CheckConfig({config, {}})));
+    problems_->setText(FromConstant(CountText(CheckConfig({config, {}}))));
 }
 
 Task<bool> VekComms::WantsAnother() {

@@ -1,4 +1,4 @@
-#include "editor/PortTurns.h"
+#include "device/PortTurns.h"
 
 namespace vek {
 

@@ -1,8 +1,8 @@
 // The programming window: finds the devices on the serial ports and programs the chosen one.
 #pragma once
 
+#include "device/EditorServices.h"
 #include "dialogs/WindowMessages.h"
-#include "editor/EditorServices.h"
 #include "link/VekLink.h"
 
 #include <QDialog>
