@@ -22,13 +22,10 @@ ConfigWatch::ConfigWatch(EditHistory& history, QObject* parent) : QObject(parent
         Found();
         Q_EMIT Looked();
     });
-    connect(&history, &EditHistory::Entered, &timer_, qOverload<>(&QTimer::start));
+    for (const auto signal : {&EditHistory::Entered, &EditHistory::Begun})
+        connect(&history, signal, &timer_, qOverload<>(&QTimer::start));
     connect(&history, &EditHistory::Restored, &timer_, qOverload<>(&QTimer::start));
-}
-
-void ConfigWatch::Look() {
-    if (checked_ != Config && !timer_.isActive())
-        timer_.start();
+    timer_.start();
 }
 
 const std::vector<Finding>& ConfigWatch::Found() {

@@ -22,10 +22,10 @@ class ConfigWatch : public QObject {
     /// The history must outlive this object.
     ConfigWatch(EditHistory& history, QObject* parent);
 
-    /// Looks 50 ms later, unless Config is what it was: for what is no edit, such as a file that was opened.
-    void Look();
     /// What the checks say of Config as it is now, the worst first.
     const std::vector<Finding>& Found();
+    /// What they said when they last looked.
+    const std::vector<Finding>& LastFound() const { return found_; }
 
   Q_SIGNALS:
     /// Config has changed, and has been checked.

@@ -127,7 +127,8 @@ void CorvaneForm::MakeCommands() {
     const PlaceFinder places(view_, pages_, *SSTab1_);
     undo_ = std::make_unique<UndoActions>(view_, places, menus_->Edit(), *this);
     connect(undo_.get(), &UndoActions::Taken, this, &CorvaneForm::LevelsRestored);
-    panels_ = new EditorPanels(*this, view_, places, services_.Boxes, *status_,
+    watch_ = new ConfigWatch(history_, this);
+    panels_ = new EditorPanels(*this, view_, places, services_.Boxes, *status_, *watch_,
                                [this] { return dispatch_.LastProgrammed(); });
     connect(panels_, &EditorPanels::TakenBack, this, &CorvaneForm::LevelsRestored);
 
@@ -189,7 +190,7 @@ void CorvaneForm::ConnectPages() {
     new AddressMenus(*pages_.Addresses, view_, messages_, this);
     new LevelLimits(*pages_.Levels, view_, messages_, this);
     // Behind SelectionChanged: it follows what the view has become.
-    new OverviewControl({*SSTab1_, pages_, view_, *clipboard_, *exports_}, *this);
+    new OverviewControl({*SSTab1_, pages_, view_, *watch_, *clipboard_, *exports_}, *this);
     connect(pages_.RemotePanels, &RemotePanelsPage::ListEdited, this, &CorvaneForm::PanelListEdited);
     // The box puts its list in order after telling of the edit; this takes the ordered list.
     connect(pages_.RemotePanels, &RemotePanelsPage::ListEdited, this, &CorvaneForm::PanelListEdited,

@@ -24,6 +24,7 @@ class QVBoxLayout;
 namespace vek {
 
 class ClipboardMenus;
+class ConfigWatch;
 class EditorMenus;
 class EditorPanels;
 class EditorStatusBar;
@@ -120,6 +121,7 @@ class CorvaneForm : public QMainWindow {
     ExportCommands* exports_;
     CommandDispatch dispatch_;
     EditorStatusBar* status_;
+    ConfigWatch* watch_ = nullptr;
     EditorPanels* panels_ = nullptr;
     ClipboardMenus* clipboard_ = nullptr;
     EditorMenus* menus_ = nullptr;

@@ -21,9 +21,10 @@ constexpr int usualPart = 4;       // of the window's width
 } // namespace
 
 EditorPanels::EditorPanels(QMainWindow& window, ModelView& view, const PlaceFinder& places, Dialogs& boxes,
-                           EditorStatusBar& status, ChangesPanel::LastProgrammed lastProgrammed)
+                           EditorStatusBar& status, ConfigWatch& watch,
+                           ChangesPanel::LastProgrammed lastProgrammed)
     : QObject(&window), window_(window), view_(view), places_(places), boxes_(boxes), status_(status),
-      lastProgrammed_(std::move(lastProgrammed)), watch_(view.History(), this),
+      lastProgrammed_(std::move(lastProgrammed)), watch_(watch),
       showProblems_(MakeAction("ShowProblems", tr("&Problems"), Qt::Key_F8)),
       showChanges_(MakeAction("ShowChanges", tr("What &changed"), Qt::Key_F7)) {
     connect(showProblems_, &QAction::triggered, this, [this](bool on) { ShowProblems(on); });
@@ -47,7 +48,6 @@ QAction* EditorPanels::MakeAction(const char* name, const QString& text, Qt::Key
 }
 
 void EditorPanels::Look() {
-    watch_.Look();
     if (changes_ != nullptr && changes_->isVisible())
         changes_->Look();
 }

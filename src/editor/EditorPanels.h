@@ -22,7 +22,7 @@ class EditorPanels : public QObject {
   public:
     /// All must outlive this object.
     EditorPanels(QMainWindow& window, ModelView& view, const PlaceFinder& places, Dialogs& boxes,
-                 EditorStatusBar& status, ChangesPanel::LastProgrammed lastProgrammed);
+                 EditorStatusBar& status, ConfigWatch& watch, ChangesPanel::LastProgrammed lastProgrammed);
 
     /// Looks whether there is anything new to show; every 500 ms, and when pages are enabled or disabled.
     void Look();
@@ -45,7 +45,7 @@ class EditorPanels : public QObject {
     Dialogs& boxes_;
     EditorStatusBar& status_;
     ChangesPanel::LastProgrammed lastProgrammed_;
-    ConfigWatch watch_;
+    ConfigWatch& watch_;
     QAction* showProblems_;
     QAction* showChanges_;
     ProblemsPanel* problems_ = nullptr;

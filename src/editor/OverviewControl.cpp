@@ -5,8 +5,8 @@
 #include "editing/ClipboardMenus.h"
 #include "editing/EditHistory.h"
 #include "editing/ModelView.h"
+#include "editor/ConfigWatch.h"
 #include "editor/ExportCommands.h"
-#include "inspect/ConfigCheck.h"
 #include "model/ProgramState.h"
 #include "pages/LevelsPage.h"
 #include "pages/Overview.h"
@@ -20,16 +20,11 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
-#include <chrono>
-
 namespace vek {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// After the last edit: the checks wait until nothing else is to be done.
-constexpr std::chrono::milliseconds checkDelay(50);
 
 /// The control that edits a part of a cell; of a header, the one to begin with.
 QWidget* ControlFor(const OverviewPlace& place, const EditorPages& pages) {
@@ -63,9 +58,7 @@ OverviewControl::OverviewControl(const OverviewParts& parts, QWidget& window)
 
     refresh_.setSingleShot(true);
     connect(&refresh_, &QTimer::timeout, this, &OverviewControl::Refresh);
-    check_.setSingleShot(true);
-    check_.setInterval(checkDelay);
-    connect(&check_, &QTimer::timeout, this, &OverviewControl::Check);
+    connect(&parts.Watch, &ConfigWatch::Looked, this, &OverviewControl::Refresh);
 
     connect(&parts.SSTab1, &QTabWidget::currentChanged, this, [this] {
         if (IsShown())
@@ -98,8 +91,8 @@ void OverviewControl::Make() {
         FollowSelectors();
     }
     if (stale_) {
-        stale_ = false;
-        Check();
+        parts_.Watch.Found();
+        Refresh();
     }
 }
 
@@ -115,15 +108,7 @@ void OverviewControl::Refresh() {
     if (!IsShown())
         return;
     stale_ = false;
-    overview_->Show(Config, Names(Config.Notes.Trimmed()), findings_);
-    check_.start();
-}
-
-void OverviewControl::Check() {
-    if (!IsShown())
-        return;
-    findings_ = CheckConfig({Config, {}});
-    overview_->Show(Config, Names(Config.Notes.Trimmed()), findings_);
+    overview_->Show(Config, Names(Config.Notes.Trimmed()), parts_.Watch.LastFound());
 }
 
 void OverviewControl::FollowSelectors() {

@@ -1,19 +1,17 @@
 // The main window's side of the page "Overview", which is made when it is first shown.
 #pragma once
 
-#include "inspect/Findings.h"
 #include "pages/EditorPages.h"
 
 #include <QObject>
 #include <QTimer>
-
-#include <vector>
 
 class QTabWidget;
 
 namespace vek {
 
 class ClipboardMenus;
+class ConfigWatch;
 class ExportCommands;
 class ModelView;
 class Overview;
@@ -24,6 +22,7 @@ struct OverviewParts {
     QTabWidget& SSTab1;
     const EditorPages& Pages;
     ModelView& View;
+    ConfigWatch& Watch;
     ClipboardMenus& Clipboard;
     ExportCommands& Exports;
 };
@@ -41,7 +40,6 @@ class OverviewControl : public QObject {
     bool IsShown() const;
     void ConfigurationChanged();
     void Refresh();
-    void Check();
     void FollowSelectors();
     void GoTo(const OverviewPlace& place);
     void Copy(const OverviewPlace& place);
@@ -49,10 +47,8 @@ class OverviewControl : public QObject {
 
     OverviewParts parts_;
     Overview* overview_ = nullptr;
-    std::vector<Finding> findings_;
     bool stale_ = true;
     QTimer refresh_; ///< at once, but behind what the edit sends to a device
-    QTimer check_;
 };
 
 } // namespace vek

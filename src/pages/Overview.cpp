@@ -1,12 +1,12 @@
 #include "pages/Overview.h"
 
 #include "controls/LayoutHelpers.h"
+#include "pages/OverviewMenu.h"
 #include "pages/OverviewPainter.h"
 
 #include <QContextMenuEvent>
 #include <QFontInfo>
 #include <QHelpEvent>
-#include <QMenu>
 #include <QPainter>
 #include <QScrollBar>
 #include <QToolTip>
@@ -22,8 +22,6 @@ namespace {
 
 constexpr int leastZoom = 50; // percent
 constexpr int mostZoom = 300;
-constexpr int usualZoom = 100;
-constexpr int zoomStep = 10;
 constexpr int wheelNotch = 120;
 constexpr int lastMode = static_cast<int>(modeCount) - 1;
 constexpr int lastOutput = static_cast<int>(outputCount) - 1;
@@ -42,9 +40,9 @@ int ZoomOf(const QKeyEvent& event) {
     switch (event.key()) {
     case Qt::Key_Plus:
     case Qt::Key_Equal:
-        return zoomStep;
+        return Overview::zoomStep;
     case Qt::Key_Minus:
-        return -zoomStep;
+        return -Overview::zoomStep;
     default:
         return 0;
     }
@@ -390,63 +388,7 @@ void Overview::contextMenuEvent(QContextMenuEvent* event) {
     QPoint at = event->globalPos();
     if (event->reason() == QContextMenuEvent::Keyboard)
         at = viewport()->mapToGlobal(RectOf(current_).center());
-    auto* menu = new QMenu(this);
-    menu->setObjectName(u"OverviewMenu"_s);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    AddModeEntries(*menu);
-    menu->addSeparator();
-    AddCompareEntries(*menu);
-    menu->addSeparator();
-    AddZoomEntries(*menu);
-    menu->addSeparator();
-    connect(menu->addAction(tr("Print Overview…")), &QAction::triggered, this, &Overview::PrintRequested);
-    menu->popup(at);
-}
-
-void Overview::AddModeEntries(QMenu& menu) {
-    const OverviewPlace mode = {current_.Mode, std::nullopt};
-    const QString modeName = PlaceWords(content_.Called, NameKind::Mode, *mode.Mode).replace(u'&', "&&"_L1);
-    const auto add = [&](const QString& text, auto signal, const OverviewPlace& place) {
-        connect(menu.addAction(text), &QAction::triggered, this, [this, signal, place] {
-            Q_EMIT(this->*signal)(place);
-        });
-    };
-    if (current_.Output) {
-        const QString output =
-            PlaceWords(content_.Called, NameKind::Output, *current_.Output).replace(u'&', "&&"_L1);
-        const QString name = modeName + u", "_s + output;
-        add(tr("Go to %1").arg(name), &Overview::Activated, current_);
-        menu.addSeparator();
-        add(tr("Copy Levels of %1").arg(name), &Overview::CopyRequested, current_);
-        add(tr("Paste Levels to %1").arg(name), &Overview::PasteRequested, current_);
-    } else {
-        add(tr("Go to %1").arg(modeName), &Overview::Activated, mode);
-        menu.addSeparator();
-    }
-    add(tr("Copy %1").arg(modeName), &Overview::CopyRequested, mode);
-    add(tr("Paste to %1").arg(modeName), &Overview::PasteRequested, mode);
-}
-
-void Overview::AddCompareEntries(QMenu& menu) {
-    const std::size_t mode = *current_.Mode;
-    auto* with = menu.addMenu(tr("Compare Mode %1 with").arg(mode + 1));
-    for (std::size_t other = 0; other < modeCount; ++other) {
-        if (other != mode)
-            connect(
-                with->addAction(PlaceWords(content_.Called, NameKind::Mode, other).replace(u'&', "&&"_L1)),
-                &QAction::triggered, this, [this, mode, other] {
-                    Compare({mode, other});
-                });
-    }
-    auto* end = menu.addAction(tr("End Comparison"));
-    end->setEnabled(!compared_.empty());
-    connect(end, &QAction::triggered, this, [this] { Compare({}); });
-}
-
-void Overview::AddZoomEntries(QMenu& menu) {
-    connect(menu.addAction(tr("Zoom In")), &QAction::triggered, this, [this] { SetZoom(zoom_ + zoomStep); });
-    connect(menu.addAction(tr("Zoom Out")), &QAction::triggered, this, [this] { SetZoom(zoom_ - zoomStep); });
-    connect(menu.addAction(tr("Normal Size")), &QAction::triggered, this, [this] { SetZoom(usualZoom); });
+    (new OverviewMenu(*this))->popup(at);
 }
 
 } // namespace vek

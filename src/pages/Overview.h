@@ -8,8 +8,6 @@
 
 #include <vector>
 
-class QMenu;
-
 namespace vek {
 
 struct OverviewState;
@@ -33,7 +31,9 @@ class Overview : public QAbstractScrollArea {
     const std::vector<std::size_t>& Compared() const { return compared_; }
     void Compare(std::vector<std::size_t> modes);
 
-    /// In percent of the window's font; 50 to 300.
+    static constexpr int usualZoom = 100; // percent of the window's font
+    static constexpr int zoomStep = 10;
+    /// In percent; 50 to 300.
     int Zoom() const { return zoom_; }
     void SetZoom(int percent);
 
@@ -76,9 +76,6 @@ class Overview : public QAbstractScrollArea {
     QFont ZoomedFont() const;
     bool MoveBy(const QKeyEvent& event);
     void ToggleCompared(std::size_t mode);
-    void AddModeEntries(QMenu& menu);
-    void AddCompareEntries(QMenu& menu);
-    void AddZoomEntries(QMenu& menu);
     int LegendTop() const;
     QRect LegendRect() const;
 
@@ -86,7 +83,7 @@ class Overview : public QAbstractScrollArea {
     OverviewGeometry geometry_;
     OverviewPlace current_ = {0, 0};
     std::vector<std::size_t> compared_;
-    int zoom_ = 100;
+    int zoom_ = usualZoom;
     int wheelAngle_ = 0; ///< turned, but not enough yet for another size
     int legendHeight_ = 0;
 };
