@@ -49,6 +49,8 @@ function(vek_qt_library name)
     vek_library(${name} ${ARGN})
     set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
     target_compile_definitions(${name} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_FOREACH QT_NO_KEYWORDS)
+    # Windows are made once and then wait for the user: what counts is how much code the start has to load.
+    target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-Os>)
 endfunction()
 
 function(vek_executable name)

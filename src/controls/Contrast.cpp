@@ -1,6 +1,7 @@
 #include "controls/Contrast.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace vek {
@@ -12,14 +13,34 @@ constexpr int parts = 20; // tried of the way from one colour to another
 // text.
 constexpr double shade = 0.15;
 
-double Linear(float channel) {
-    const double value = channel;
-    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+constexpr int levels = 256; // of a colour's channel
+
+/// Of 0 … 1, by Newton's steps from above: the compiler knows no std::pow.
+constexpr double FifthRoot(double value) {
+    double root = 1;
+    double nearer = (4 + value) / 5;
+    while (nearer < root) {
+        root = nearer;
+        nearer = (4 * root + value / (root * root * root * root)) / 5;
+    }
+    return root;
 }
 
+/// Linear light of each level of a channel, to the power of 2.4.
+constexpr auto linear = [] {
+    std::array<double, levels> table = {};
+    for (int level = 0; level < levels; ++level) {
+        const double value = static_cast<double>(level) / (levels - 1);
+        const double base = (value + 0.055) / 1.055;
+        table[static_cast<std::size_t>(level)] =
+            value <= 0.04045 ? value / 12.92 : base * base * FifthRoot(base * base);
+    }
+    return table;
+}();
+
 double Luminance(const QColor& colour) {
-    return 0.2126 * Linear(colour.redF()) + 0.7152 * Linear(colour.greenF()) +
-           0.0722 * Linear(colour.blueF());
+    const auto light = [](int level) { return linear[static_cast<std::size_t>(level)]; };
+    return 0.2126 * light(colour.red()) + 0.7152 * light(colour.green()) + 0.0722 * light(colour.blue());
 }
 
 } // namespace

@@ -9,7 +9,7 @@ namespace {
 
 // In average characters.
 constexpr int mostWanted = 18;
-constexpr int leastWanted = 3;
+constexpr int leastWanted = 7;
 
 } // namespace
 

@@ -15,7 +15,7 @@ class NameLabel : public ElidedLabel {
 
     void SetName(const QString& name);
 
-    /// Long names do not widen the page, and where it is very narrow a letter has to do.
+    /// Long names do not widen the page, and where it is narrow its beginning has to do.
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 

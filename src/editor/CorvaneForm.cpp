@@ -54,7 +54,8 @@ constexpr int messageMilliseconds = 15000;
 constexpr int longestKeeping = 10000; // milliseconds, as those below
 constexpr int longestEnding = 1600;
 constexpr int leastKeeping = 200;
-constexpr QSize usualSize(1040, 700);
+constexpr QSize usualSize(1040, 700); // with text of the usual height
+constexpr int usualTextHeight = 16;   // pixels
 
 bool ShowsOneOutput(int page) { return page == LevelsTab || page == AddressesTab; }
 
@@ -105,7 +106,8 @@ void CorvaneForm::LayOut() {
     setCentralWidget(centre);
     // The desktop puts a title and an edge around it.
     const int title = 2 * style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    resize(usualSize.boundedTo(screen()->availableSize() - QSize(0, title)));
+    const QSize wanted = usualSize * qMax(usualTextHeight, fontMetrics().height()) / usualTextHeight;
+    resize(wanted.boundedTo(screen()->availableSize() - QSize(0, title)));
     restoreGeometry(QByteArray::fromHex(QByteArray::fromStdString(settings_.Geometry())));
 }
 

@@ -178,7 +178,7 @@ void LevelsPage::ShowChoice() {
     ApplyToAll->setEnabled(choice.has_value());
     choice_->setText(
         choice ? tr("takes %1 of %2").arg(choice->Captions.join(", "_L1), Outputs->OutputText(choice->Output))
-               : tr("takes the chosen cells of an output"));
+               : tr("takes the chosen cells"));
     SetPlainToolTip(*choice_, choice_->text());
 }
 
