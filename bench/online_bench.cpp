@@ -55,7 +55,7 @@ class NoDialogs final : public Dialogs {
     }
     Answer AskYesNoCancel(QWidget*, const QString&, const QString&) override { return Answer::Cancel; }
     std::unique_ptr<OpenBox> OpenMessage(QWidget* parent, MessageIcon icon, const QString& title,
-                                         const QString& text, BoxClosed closed) override {
+                                         const QString& text, const QString&, BoxClosed closed) override {
         Message(parent, icon, title, text);
         QTimer::singleShot(0, qApp, [closed = std::move(closed)] { closed(Answer::Yes); });
         return std::make_unique<OpenBox>();

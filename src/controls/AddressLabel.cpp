@@ -64,7 +64,7 @@ void AddressLabel::paintEvent(QPaintEvent*) {
     if (isChecked()) {
         // On: filled and bold. Off: an empty dashed frame. The two differ without any colour.
         const QColor text = colours.color(QPalette::HighlightedText);
-        const QColor fill = ReadableFill(colours.color(QPalette::Highlight), text);
+        const QColor fill = ReadableOn(colours.color(QPalette::Highlight), text);
         painter.setPen(QPen(fill, 1));
         painter.setBrush(fill);
         painter.drawRoundedRect(box, cornerRadius, cornerRadius);

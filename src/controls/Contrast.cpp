@@ -68,13 +68,13 @@ QColor LighterText(const QColor& text, const QColor& background, double contrast
     return text;
 }
 
-QColor ReadableFill(const QColor& background, const QColor& text) {
-    const bool bright = ContrastRatio(text, Qt::black) > ContrastRatio(text, Qt::white);
+QColor ReadableOn(const QColor& colour, const QColor& other) {
+    const bool bright = ContrastRatio(other, Qt::black) > ContrastRatio(other, Qt::white);
     const QColor farther = bright ? Qt::black : Qt::white;
-    QColor fill = background;
-    for (int part = 1; part < parts && ContrastRatio(fill, text) < readableContrast; ++part)
-        fill = Blended(farther, background, static_cast<double>(part) / parts);
-    return fill;
+    QColor readable = colour;
+    for (int part = 1; part < parts && ContrastRatio(readable, other) < readableContrast; ++part)
+        readable = Blended(farther, colour, static_cast<double>(part) / parts);
+    return readable;
 }
 
 } // namespace vek

@@ -20,7 +20,7 @@ QColor Blended(const QColor& text, const QColor& background, double part);
 /// and group boxes. For what stands beside the text that counts.
 QColor LighterText(const QColor& text, const QColor& background, double contrast = readableContrast);
 
-/// The background, drawn away from the text as far as the text needs it to be readable.
-QColor ReadableFill(const QColor& background, const QColor& text);
+/// The colour of a text or of what is behind it, drawn away from the other one as far as needed for reading.
+QColor ReadableOn(const QColor& colour, const QColor& other);
 
 } // namespace vek

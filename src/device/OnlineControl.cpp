@@ -1,5 +1,7 @@
 #include "device/OnlineControl.h"
 
+#include "base/DurableFile.h"
+#include "base/Errors.h"
 #include "controls/LevelTrim.h"
 #include "controls/TextConversion.h"
 #include "device/LastWords.h"
@@ -7,13 +9,18 @@
 #include "dialogs/WindowMessages.h"
 #include "editing/ModelView.h"
 #include "link/OutcomeTexts.h"
+#include "model/ProgramState.h"
 #include "pages/EditorPages.h"
 #include "pages/OnlinePage.h"
 #include "pages/OnlineStrip.h"
 #include "pages/PortRows.h"
 #include "pages/TrimPage.h"
+#include "userstate/UserSettings.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QCheckBox>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
@@ -26,6 +33,8 @@ namespace vek {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr QKeyCombination muteKey = Qt::CTRL | Qt::Key_M;
 
 /// Pages that edit what the device does not hear at once.
 constexpr int offlinePages[] = {RemotePanelsTab, AddressesTab, Rs232Tab, NotesTab};
@@ -52,12 +61,23 @@ bool IsRestart(const Failure& failure) {
     return failure.Kind == FailureKind::RestartNoReply || failure.Kind == FailureKind::RestartRefused;
 }
 
+QString StillPlaying(const QString& port) {
+    return QObject::tr("%1 still plays the levels of the online session: switch it off and on").arg(port);
+}
+
 } // namespace
 
 OnlineControl::OnlineControl(const OnlineParts& parts, const EditorServices& services, PortTurns& turns,
                              const DeviceTypeList& types, WindowMessages& messages)
     : parts_(parts), turns_(turns), messages_(messages), OnlineMSComm_(services.MakeSerialControl()),
-      OnlineTimer_(services.MakeTimer()), session_(*OnlineMSComm_, *OnlineTimer_, types, *this, *this) {
+      OnlineTimer_(services.MakeTimer()), session_(*OnlineMSComm_, *OnlineTimer_, types, *this, *this),
+      truth_(parts, session_, *this, [this] { return conversation_.Running(); }),
+      muteAll_(new QAction(tr("&Mute all"), parts.SSTab1.window())), boxes_(services.Boxes) {
+    muteAll_->setObjectName(u"MuteAllOutputs"_s);
+    muteAll_->setShortcut(muteKey);
+    muteAll_->setAutoRepeat(false);
+    muteAll_->setEnabled(false);
+    parts_.SSTab1.window()->addAction(muteAll_);
     parts_.Strip.setVisible(false);
     Connect();
 }
@@ -67,13 +87,19 @@ OnlineControl::~OnlineControl() {
         SayStillPlaying();
 }
 
-void OnlineControl::SayStillPlaying() const {
-    SayOnStandardError(
-        tr("%1 still plays the levels of the online session: switch it off and on").arg(PortName()));
-}
+void OnlineControl::SayStillPlaying() const { SayOnStandardError(StillPlaying(PortName())); }
 
 void OnlineControl::Connect() {
     connect(parts_.Page.OnlineSearch, &QPushButton::clicked, this, &OnlineControl::Search);
+    connect(muteAll_, &QAction::triggered, this, &OnlineControl::MuteAll);
+    connect(parts_.Strip.MuteAll, &QPushButton::clicked, this, &OnlineControl::MuteAll);
+    connect(parts_.Strip.SendAllAgain, &QPushButton::clicked, this, &OnlineControl::SendAllAgain);
+    parts_.Strip.SafeLevels->setChecked(parts_.Settings.SafeLevels());
+    connect(parts_.Strip.SafeLevels, &QCheckBox::clicked, this, [this](bool safe) {
+        parts_.Settings.SetSafeLevels(safe);
+        LevelsChanged();
+    });
+    connect(parts_.Page.SaveTranscript, &QPushButton::clicked, this, &OnlineControl::SaveTranscript);
     connect(parts_.Page.OnlineCancel, &QPushButton::clicked, this, &OnlineControl::Disconnect);
     connect(&Ports(), &PortRows::Chosen, this, &OnlineControl::Choose);
     connect(&parts_.SSTab1, &QTabWidget::currentChanged, this, &OnlineControl::TabChanged);
@@ -91,7 +117,9 @@ void OnlineControl::Converse(Task<> task) {
             Q_EMIT ReadyToClose();
         else
             Serve();
+        truth_.Changed();
     });
+    truth_.Changed();
 }
 
 void OnlineControl::Serve() {
@@ -111,7 +139,9 @@ Task<> OnlineControl::SearchAllPorts() {
     PortTurns::Turn turn(turns_);
     co_await turn;
     Ports().BeginSearch();
+    searching_ = true;
     co_await session_.Online_search_for_vek();
+    searching_ = false;
     Ports().EndSearch();
     // Whoever has gone on to something else meanwhile is left there.
     if (parts_.Page.window()->focusWidget() == parts_.Page.OnlineSearch)
@@ -128,8 +158,13 @@ void OnlineControl::Choose(std::size_t row) {
 Task<> OnlineControl::GoOnline(std::size_t row) {
     PortTurns::Turn turn(turns_);
     co_await turn;
+    searching_ = false; // a search that was cancelled has not said so
+    remains_.clear();
+    transcript_.Begin(tr("Online session on %1").arg(PortName()));
     co_await session_.ChoosePort(row);
 }
+
+QString OnlineControl::ShortPortName() const { return PortName().section(u' ', 0, 0); }
 
 QString OnlineControl::PortName() const {
     const auto row = Ports().ChosenRow();
@@ -150,6 +185,54 @@ void OnlineControl::RouteClicked() {
     const int page = parts_.SSTab1.currentIndex();
     if (page == LevelsTab || page == OutputTrimsTab)
         RoutesChanged();
+    truth_.Changed();
+}
+
+void OnlineControl::MuteAll() {
+    if (!session_.IsOnline())
+        return;
+    for (QCheckBox* check : parts_.Strip.OutPutSelectCheck)
+        check->setChecked(true);
+    session_.WantMutes();
+    messages_.TakeNoteOfAll();
+    if (levelView_ == LevelSource::Level) {
+        // Mutes are not heard there.
+        levelView_ = LevelSource::OutputTrims;
+        parts_.SSTab1.setCurrentIndex(OutputTrimsTab);
+    }
+    Serve();
+    truth_.Changed();
+}
+
+void OnlineControl::SendAllAgain() {
+    session_.WantAllAgain();
+    Serve();
+}
+
+bool OnlineControl::eventFilter(QObject* watched, QEvent* event) {
+    const bool kept =
+        QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr;
+    if (event->type() != QEvent::KeyPress || !kept || !watched->isWidgetType())
+        return QObject::eventFilter(watched, event);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (QKeySequence(key->keyCombination()) != muteKey)
+        return QObject::eventFilter(watched, event);
+    if (!key->isAutoRepeat())
+        MuteAll();
+    return true;
+}
+
+void OnlineControl::SaveTranscript() {
+    QWidget* window = parts_.SSTab1.window();
+    const auto name = boxes_.SaveFile(window, {}, {tr("Text Document (*.txt)"), u"txt"_s});
+    if (!name || name->isEmpty())
+        return;
+    try {
+        WriteFileDurably(name->toStdString(), transcript_.Text(), ExistingTail::Drop);
+    } catch (const FileError& error) {
+        messages_.Show(MessageIcon::Exclamation, tr("Error!"),
+                       tr("Nothing was written: ") + QString::fromStdString(error.what()));
+    }
 }
 
 void OnlineControl::SelectInput(std::size_t input) {
@@ -168,6 +251,7 @@ void OnlineControl::TabChanged() {
 }
 
 void OnlineControl::FollowTab() {
+    truth_.Changed();
     if (const auto levels = LevelsOf(parts_.SSTab1.currentIndex()))
         levelView_ = *levels;
 }
@@ -218,7 +302,13 @@ void OnlineControl::ShowConnection() {
     const bool online = session_.IsOnline();
     parts_.Page.OnlineSearch->setVisible(!online);
     parts_.Page.OnlineCancel->setVisible(online);
+    parts_.Page.SaveTranscript->setEnabled(transcript_.Any());
     parts_.Strip.setVisible(online);
+    muteAll_->setEnabled(online);
+    if (online)
+        qApp->installEventFilter(this);
+    else
+        qApp->removeEventFilter(this);
 }
 
 void OnlineControl::PortSearched(std::size_t row, const PortFinding& finding) {
@@ -233,15 +323,26 @@ Task<> OnlineControl::Failed(Failure failure) {
     }
     if (closing_ && !IsRestart(failure))
         co_return;
+    truth_.Changed();
     const MessageText message = TextOf(failure);
+    const QString title = FromConstant(message.Title);
+    const QString text = FromConstant(message.Text);
     asking_ = true;
-    co_await messages_.Shown(MessageIcon::Exclamation, FromConstant(message.Title),
-                             FromConstant(message.Text));
+    if (IsRestart(failure)) {
+        remains_ = StillPlaying(ShortPortName());
+        co_await messages_.Shown(MessageIcon::Exclamation, title, text);
+    } else {
+        const bool disconnect =
+            co_await messages_.ShownWith(tr("Disconnect"), MessageIcon::Exclamation, title, text);
+        if (disconnect)
+            session_.WantDisconnect();
+    }
     asking_ = false;
 }
 
 Task<> OnlineControl::WentOnline() {
     ShowConnection();
+    truth_.Begin(PortName());
     asking_ = true;
     co_await messages_.Shown(MessageIcon::None, tr("Online"), tr("Matrix Vek is now online."));
     asking_ = false;
@@ -249,25 +350,48 @@ Task<> OnlineControl::WentOnline() {
 }
 
 void OnlineControl::Disconnected() {
+    truth_.End();
     ShowConnection();
     UpdateTabs();
     Ports().Clear();
     Ports().LockChoice(false);
 }
 
-void OnlineControl::PassBegins() {
+void OnlineControl::Tell(const QString& lines) {
     if (parts_.Page.DiagnosticsOn())
-        parts_.Page.AppendDiagnostics(u"\n"_s);
+        parts_.Page.AppendDiagnostics(lines);
+}
+
+void OnlineControl::PassBegins() {
+    truth_.PassBegins();
+    transcript_.BeginPass();
+    Tell(u"\n"_s);
 }
 
 void OnlineControl::SendingVolume(int output, float level) {
-    if (parts_.Page.DiagnosticsOn())
-        parts_.Page.AppendDiagnostics(FromConstant(VolumeLine(output, level)));
+    const QString line = FromConstant(VolumeLine(output, level));
+    transcript_.Explain(line);
+    Tell(line);
 }
 
 void OnlineControl::SendingRoute(int output, int input) {
-    if (parts_.Page.DiagnosticsOn())
-        parts_.Page.AppendDiagnostics(FromConstant(RouteLine(output, input)));
+    const QString line = FromConstant(RouteLine(output, input));
+    transcript_.Explain(line);
+    Tell(line);
+}
+
+void OnlineControl::Sending(std::span<const std::uint8_t> packet) {
+    if (searching_)
+        return;
+    transcript_.Sending(packet);
+    truth_.Changed();
+}
+
+void OnlineControl::Replied(std::span<const std::uint8_t> reply) {
+    if (searching_)
+        return;
+    transcript_.Replied(reply);
+    truth_.Changed();
 }
 
 std::size_t OnlineControl::OnlineInput() const { return parts_.Strip.Input(); }
@@ -289,5 +413,12 @@ float OnlineControl::OutputLevelTrim(std::size_t output) const {
 }
 
 float OnlineControl::OnlineLevelOffset() const { return parts_.Strip.OnlineLevelOffset->Level(); }
+
+bool OnlineControl::SafeLevels() const { return parts_.Strip.SafeLevels->isChecked(); }
+
+float OnlineControl::MaximumLevel(std::size_t output) const {
+    const auto mode = static_cast<std::size_t>(parts_.View.CurrentMode());
+    return Config.Modes[mode].OutputLevels[output].MaximumLevel;
+}
 
 } // namespace vek

@@ -2,36 +2,24 @@
 #pragma once
 
 #include "device/EditorServices.h"
+#include "device/OnlineParts.h"
+#include "device/OnlineTranscript.h"
+#include "device/OnlineTruth.h"
 #include "link/OnlineSession.h"
 
 #include <QObject>
 
 #include <memory>
 
-class QTabWidget;
+class QAction;
 
 namespace vek {
 
-class LevelTrim;
-class ModelView;
-class OnlinePage;
-class OnlineStrip;
 class PortRows;
 class PortTurns;
-class TrimPage;
 class WindowMessages;
 
-/// What the session reads and drives; owned by the window.
-struct OnlineParts {
-    QTabWidget& SSTab1;
-    OnlinePage& Page;
-    OnlineStrip& Strip;
-    LevelTrim& Level;
-    TrimPage& InputTrims;
-    TrimPage& OutputTrims;
-    const ModelView& View;
-};
-
+/// The window gets the action `MuteAllOutputs`, which is there while online.
 class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInputs {
     Q_OBJECT
 
@@ -45,12 +33,16 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
 
     /// The port of the session as the user reads it ("COM1 (ttyUSB0)").
     QString PortName() const;
+    /// What the user has to know of the last session's device, empty for nothing.
+    QString Remains() const { return remains_; }
 
     /// Sends the levels that are shown; nothing while offline.
     void LevelsChanged();
 
     /// A click into the text of an input trim: listens to that input.
     void SelectInput(std::size_t input);
+    /// The window shows another mode.
+    void ModeChosen() { truth_.Changed(); }
 
     /// Ends the conversation because the window closes. False while the unit is restarted first;
     /// ReadyToClose() follows then.
@@ -71,6 +63,10 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     /// The unit has been restarted after Shutdown(), or did not answer.
     void ReadyToClose();
 
+  protected:
+    /// Boxes and menus keep the keys of the window from it; the one that mutes has to come through.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
     void PortSearched(std::size_t row, const PortFinding& finding) override;
     Task<> Failed(Failure failure) override;
@@ -79,6 +75,8 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     void PassBegins() override;
     void SendingVolume(int output, float level) override;
     void SendingRoute(int output, int input) override;
+    void Sending(std::span<const std::uint8_t> packet) override;
+    void Replied(std::span<const std::uint8_t> reply) override;
 
     std::size_t OnlineInput() const override;
     bool MutedOutput(std::size_t output) const override;
@@ -88,6 +86,8 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     float InputLevelTrim(std::size_t input) const override;
     float OutputLevelTrim(std::size_t output) const override;
     float OnlineLevelOffset() const override;
+    bool SafeLevels() const override;
+    float MaximumLevel(std::size_t output) const override;
 
     void SayStillPlaying() const;
     void Connect();
@@ -101,6 +101,11 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     void UpdateTabs();
     void ShowConnection();
     void RoutesChanged();
+    void MuteAll();
+    void SendAllAgain();
+    void SaveTranscript();
+    void Tell(const QString& lines);
+    QString ShortPortName() const;
     void Converse(Task<> task);
     void Serve();
     PortRows& Ports() const;
@@ -111,7 +116,13 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     std::unique_ptr<SerialControl> OnlineMSComm_;
     std::unique_ptr<OneShotTimer> OnlineTimer_;
     OnlineSession session_;
+    OnlineTruth truth_;
+    OnlineTranscript transcript_;
+    QAction* muteAll_;
+    Dialogs& boxes_;
+    QString remains_;
     LevelSource levelView_ = LevelSource::InputTrims;
+    bool searching_ = false;
     bool closing_ = false;
     bool silent_ = false;
     bool asking_ = false; ///< the conversation waits for the user

@@ -8,6 +8,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPrintDialog>
+#include <QPushButton>
 
 #include <utility>
 
@@ -25,6 +26,7 @@ struct BoxContents {
     QMessageBox::StandardButton Default;
     QMessageBox::StandardButton Escape;
     QString About = {}; ///< below the text, smaller
+    QString Other = {}; ///< a button beside the usual ones
 };
 
 BoxContents MessageContents(MessageIcon icon, const QString& title, const QString& text) {
@@ -55,18 +57,23 @@ void Fill(QMessageBox& box, const BoxContents& contents) {
     box.setStandardButtons(contents.Buttons);
     box.setDefaultButton(contents.Default);
     box.setEscapeButton(contents.Escape);
+    if (!contents.Other.isEmpty())
+        box.addButton(contents.Other, QMessageBox::DestructiveRole)->setObjectName("OtherButton"_L1);
 }
 
-Answer AnswerOf(int pressed) {
+Answer AnswerOf(const QMessageBox& box, int pressed) {
     if (pressed == QMessageBox::Cancel)
         return Answer::Cancel;
-    return pressed == QMessageBox::No ? Answer::No : Answer::Yes;
+    QAbstractButton* clicked = box.clickedButton();
+    const bool isOther = clicked != nullptr && box.standardButton(clicked) == QMessageBox::NoButton;
+    return pressed == QMessageBox::No || isOther ? Answer::No : Answer::Yes;
 }
 
 Answer Execute(QWidget* parent, const BoxContents& contents) {
     QMessageBox box(parent);
     Fill(box, contents);
-    return AnswerOf(box.exec());
+    const int pressed = box.exec();
+    return AnswerOf(box, pressed);
 }
 
 class OpenMessageBox final : public OpenBox {
@@ -74,11 +81,12 @@ class OpenMessageBox final : public OpenBox {
     OpenMessageBox(QWidget* parent, const BoxContents& contents, BoxClosed closed)
         : box_(new QMessageBox(parent)) {
         Fill(*box_, contents);
-        QObject::connect(box_, &QDialog::finished, box_, [closed = std::move(closed)](int pressed) {
-            // Who is told may destroy this, and with it the box and what is captured here.
-            const BoxClosed tell = closed;
-            tell(AnswerOf(pressed));
-        });
+        QObject::connect(box_, &QDialog::finished, box_,
+                         [box = box_, closed = std::move(closed)](int pressed) {
+                             // Who is told may destroy this, and with it the box and what is captured here.
+                             const BoxClosed tell = closed;
+                             tell(AnswerOf(*box, pressed));
+                         });
         box_->open();
     }
     ~OpenMessageBox() override {
@@ -139,9 +147,11 @@ class BoxesOnScreen final : public Dialogs {
     }
 
     std::unique_ptr<OpenBox> OpenMessage(QWidget* parent, MessageIcon icon, const QString& title,
-                                         const QString& text, BoxClosed closed) override {
-        return std::make_unique<OpenMessageBox>(parent, MessageContents(icon, title, text),
-                                                std::move(closed));
+                                         const QString& text, const QString& other,
+                                         BoxClosed closed) override {
+        BoxContents contents = MessageContents(icon, title, text);
+        contents.Other = other;
+        return std::make_unique<OpenMessageBox>(parent, contents, std::move(closed));
     }
 
     std::unique_ptr<OpenBox> OpenYesNo(QWidget* parent, const QString& title, const QString& text,

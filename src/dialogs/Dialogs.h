@@ -47,8 +47,10 @@ class Dialogs {
 
     // Boxes that block their parent's window but not their caller.
 
+    /// `other` is the caption of a second button, which answers with No; none when it is empty.
     virtual std::unique_ptr<OpenBox> OpenMessage(QWidget* parent, MessageIcon icon, const QString& title,
-                                                 const QString& text, BoxClosed closed) = 0;
+                                                 const QString& text, const QString& other,
+                                                 BoxClosed closed) = 0;
     virtual std::unique_ptr<OpenBox> OpenYesNo(QWidget* parent, const QString& title, const QString& text,
                                                Answer defaultAnswer, BoxClosed closed) = 0;
 

@@ -70,6 +70,13 @@ Task<> WindowMessages::Shown(MessageIcon icon, QString title, QString text) {
     co_await pause;
 }
 
+Task<bool> WindowMessages::ShownWith(QString other, MessageIcon icon, QString title, QString text) {
+    Box box = {.Icon = icon, .Title = std::move(title), .Text = std::move(text), .Other = std::move(other)};
+    Pause pause(*this, std::move(box));
+    const Answer answer = co_await pause;
+    co_return answer == Answer::No;
+}
+
 Task<bool> WindowMessages::Confirmed(QString title, QString text, Answer defaultAnswer) {
     Box box = {.Title = std::move(title),
                .Text = std::move(text),
@@ -99,6 +106,22 @@ void WindowMessages::Withdraw(int number) {
         next_.start(0);
 }
 
+void WindowMessages::TakeNoteOfAll() {
+    const auto awaited = [](const Box& box) { return box.Closed && !box.IsQuestion; };
+    std::vector<BoxClosed> waiting;
+    for (const Box& box : boxes_) {
+        if (awaited(box))
+            waiting.push_back(box.Closed);
+    }
+    if (!boxes_.empty() && awaited(boxes_.front()))
+        open_.reset();
+    std::erase_if(boxes_, awaited);
+    if (!open_ && !boxes_.empty())
+        next_.start(0);
+    for (const BoxClosed& closed : waiting)
+        closed(Answer::Yes);
+}
+
 void WindowMessages::OpenNext() {
     if (open_ || boxes_.empty())
         return;
@@ -112,7 +135,7 @@ void WindowMessages::OpenNext() {
     QWidget* const parent = modal != nullptr ? modal : &window_;
     const auto closed = [this](Answer answer) { Closed(answer); };
     open_ = box.IsQuestion ? dialogs_.OpenYesNo(parent, box.Title, box.Text, box.DefaultAnswer, closed)
-                           : dialogs_.OpenMessage(parent, box.Icon, box.Title, box.Text, closed);
+                           : dialogs_.OpenMessage(parent, box.Icon, box.Title, box.Text, box.Other, closed);
 }
 
 void WindowMessages::Closed(Answer answer) {

@@ -35,14 +35,19 @@ class WindowMessages : public QObject {
 
     /// Ends when the user has closed the message.
     Task<> Shown(MessageIcon icon, QString title, QString text);
+    /// The same with a second button; true when it was pressed.
+    Task<bool> ShownWith(QString other, MessageIcon icon, QString title, QString text);
     /// True for Yes. Closing the box counts as No.
     Task<bool> Confirmed(QString title, QString text, Answer defaultAnswer);
+    /// Closes the messages that conversations wait for, as if the user had read them.
+    void TakeNoteOfAll();
 
   private:
     struct Box {
         MessageIcon Icon = MessageIcon::None;
         QString Title;
         QString Text;
+        QString Other = {}; ///< the caption of a second button
         bool IsQuestion = false;
         Answer DefaultAnswer = Answer::Yes;
         BoxClosed Closed = {};

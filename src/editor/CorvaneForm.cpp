@@ -162,7 +162,10 @@ void CorvaneForm::ConnectSelectors() {
     });
     pages_.Selectors->SetOutputConcerned(ShowsOneOutput(RemotePanelsTab));
 
-    connect(pages_.Selectors, &Selectors::ModeChosen, this, &CorvaneForm::SelectionChanged);
+    connect(pages_.Selectors, &Selectors::ModeChosen, this, [this] {
+        SelectionChanged();
+        online_->ModeChosen();
+    });
     connect(pages_.Selectors, &Selectors::OutputChosen, this, [this] {
         SelectionChanged();
         if (online_)
@@ -179,7 +182,7 @@ void CorvaneForm::FinishStart() {
     column_->addWidget(pages_.Strip);
     online_ = std::make_unique<OnlineControl>(OnlineParts{*SSTab1_, *pages_.Online, *pages_.Strip,
                                                           *pages_.Levels->LevelTrim1, *pages_.InputTrims,
-                                                          *pages_.OutputTrims, view_},
+                                                          *pages_.OutputTrims, view_, settings_},
                                               services_, turns_, types_, messages_);
     pages_.Heading->ShowPage(SSTab1_->currentIndex());
     view_.ShowAll();

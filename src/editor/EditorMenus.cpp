@@ -75,6 +75,7 @@ constexpr MenuEntry entries[] = {
     {OutputMenu, "LINK"},
     {DeviceMenu, "ONLINE"},
     {DeviceMenu, "DOWNLOAD"},
+    {DeviceMenu, "MuteAllOutputs"},
     {DeviceMenu, ""},
     {DeviceMenu, "BASE"},
     {ViewMenu, "*"},

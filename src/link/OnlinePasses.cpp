@@ -1,34 +1,55 @@
 // The volume and route commands of an online session.
 #include "link/OnlineSession.h"
 
-#include "model/Config.h"
 #include "model/Levels.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace vek {
 
-Task<> OnlineSession::SendPacket(OnlinePacket packet, FailureKind noReply, FailureKind refused) {
+namespace {
+
+constexpr float steepestRise = 6.0F; // dB in a pass, with safe levels
+
+} // namespace
+
+Task<std::optional<Failure>> OnlineSession::SendPacket(OnlinePacket packet, FailureKind noReply,
+                                                       FailureKind refused) {
     const ByteVector reply = co_await Request(packet, onlineReplyLength);
     const bool answered = reply.size() == onlineReplyLength;
     if (answered && IsAccepted(reply))
-        co_return;
+        co_return std::nullopt;
     if (!exchange_.PortOpen())
         lossReported_ = disconnectWanted_ = true;
-    const Failure failure = {answered ? refused : noReply};
-    co_await outcomes_.Failed(failure);
+    co_return Failure{answered ? refused : noReply};
 }
 
-Task<> OnlineSession::SendVolume(std::size_t output, float level) {
+Task<std::optional<Failure>> OnlineSession::SendVolume(std::size_t output, float level) {
     const int number = static_cast<int>(output);
     outcomes_.SendingVolume(number, level);
     const OnlinePacket packet = VolumePacket(number, VolumeRegister(level));
-    co_await SendPacket(packet, FailureKind::VolumeNoReply, FailureKind::VolumeRefused);
+    OutputTruth& truth = truths_[output];
+    truth.Sent = level;
+    truth.Pending = true;
+    const auto failure = co_await SendPacket(packet, FailureKind::VolumeNoReply, FailureKind::VolumeRefused);
+    truth.Pending = false;
+    truth.Failed = failure.has_value();
+    truth.Refused = failure && failure->Kind == FailureKind::VolumeRefused;
+    if (!failure)
+        truth.Confirmed = level;
+    // It may have been obeyed without an answer.
+    lowest_[output] = failure ? std::min(lowest_[output], level) : level;
+    co_return failure;
 }
 
-Task<> OnlineSession::SendRoute(std::size_t output, std::size_t input) {
+Task<std::optional<Failure>> OnlineSession::SendRoute(std::size_t output, std::size_t input) {
     const int number = static_cast<int>(output);
     outcomes_.SendingRoute(number, static_cast<int>(input));
     const OnlinePacket packet = RoutePacket(number, static_cast<int>(input));
-    co_await SendPacket(packet, FailureKind::RouteNoReply, FailureKind::RouteRefused);
+    const auto failure = co_await SendPacket(packet, FailureKind::RouteNoReply, FailureKind::RouteRefused);
+    truths_[output].Routed = !failure;
+    co_return failure;
 }
 
 float OnlineSession::LevelOf(std::size_t output) const {
@@ -54,26 +75,65 @@ float OnlineSession::LevelOf(std::size_t output) const {
     return mutedLevel;
 }
 
+float OnlineSession::WantedLevel(std::size_t output) const {
+    const float level = LevelOf(output);
+    return inputs_.SafeLevels() ? std::min(level, inputs_.MaximumLevel(output)) : level;
+}
+
+float OnlineSession::NextLevel(std::size_t output) const {
+    const float level = WantedLevel(output);
+    return inputs_.SafeLevels() ? std::min(level, lowest_[output] + steepestRise) : level;
+}
+
 Task<> OnlineSession::ApplyOnlineLevels() {
     outcomes_.PassBegins();
+    bool rising = false;
     for (std::size_t output = 0; output < outputCount; ++output) {
         // Routes bring their own application of the levels.
-        if (disconnectWanted_ || routesWanted_)
+        if (SomethingElseFirst() || routesWanted_)
             co_return;
-        co_await SendVolume(output, LevelOf(output));
+        const float level = NextLevel(output);
+        const auto failure = co_await SendVolume(output, level);
+        if (failure)
+            co_await outcomes_.Failed(*failure);
+        else
+            rising = rising || level < WantedLevel(output);
     }
+    levelsWanted_ = levelsWanted_ || rising;
+}
+
+Task<> OnlineSession::SendMutes() {
+    levelsWanted_ = false;
+    outcomes_.PassBegins();
+    std::optional<Failure> failed;
+    bool rising = false;
+    for (std::size_t output = 0; output < outputCount && !disconnectWanted_; ++output) {
+        const float level = NextLevel(output);
+        const auto failure = co_await SendVolume(output, level);
+        if (failure)
+            failed = failure;
+        else
+            rising = rising || level < WantedLevel(output);
+    }
+    levelsWanted_ = levelsWanted_ || rising;
+    if (failed)
+        co_await outcomes_.Failed(*failed);
 }
 
 Task<> OnlineSession::SendRoutes() {
     const std::size_t input = inputs_.OnlineInput();
-    if (LastRoutedInput_ != input) {
+    if (std::exchange(againWanted_, false) || LastRoutedInput_ != input) {
         // Until all eight are through, the outputs may be on different inputs.
         LastRoutedInput_.reset();
         outcomes_.PassBegins();
         for (std::size_t output = 0; output < outputCount; ++output) {
-            if (disconnectWanted_ || (routesWanted_ && inputs_.OnlineInput() != input))
+            if (mutesWanted_)
+                routesWanted_ = true;
+            if (SomethingElseFirst() || (routesWanted_ && inputs_.OnlineInput() != input))
                 co_return;
-            co_await SendRoute(output, input);
+            const auto failure = co_await SendRoute(output, input);
+            if (failure)
+                co_await outcomes_.Failed(*failure);
         }
     }
     LastRoutedInput_ = input;

@@ -1,6 +1,7 @@
 #include "link/OnlineSession.h"
 
 #include "link/PortSearch.h"
+#include "model/Levels.h"
 
 #include <limits>
 #include <utility>
@@ -41,6 +42,9 @@ Task<> OnlineSession::ChoosePort(std::size_t row) {
     closer.Release();
     // The unit was restarted since it was last online, so its routes are not known.
     LastRoutedInput_.reset();
+    truths_ = {};
+    lowest_.fill(mutedLevel);
+    unanswered_ = 0;
     online_ = true;
     co_await outcomes_.WentOnline();
 }
@@ -54,6 +58,8 @@ Task<> OnlineSession::Serve() {
     while (Wanting()) {
         if (disconnectWanted_) {
             co_await Disconnect();
+        } else if (std::exchange(mutesWanted_, false)) {
+            co_await SendMutes();
         } else if (std::exchange(routesWanted_, false)) {
             co_await SendRoutes();
         } else {
@@ -84,7 +90,7 @@ Task<> OnlineSession::Disconnect() {
         co_await OnlineRestart_unit();
     }
     exchange_.Close();
-    lossReported_ = disconnectWanted_ = routesWanted_ = levelsWanted_ = false;
+    lossReported_ = disconnectWanted_ = mutesWanted_ = routesWanted_ = againWanted_ = levelsWanted_ = false;
     outcomes_.Disconnected();
 }
 
@@ -95,8 +101,11 @@ void OnlineSession::RestartBlindly() {
 
 Task<ByteVector> OnlineSession::Request(std::span<const std::uint8_t> packet, std::size_t replyLength) {
     exchange_.DiscardInput();
+    outcomes_.Sending(packet);
     co_await exchange_.Send(packet);
     ByteVector reply = co_await exchange_.Reply(replyWait, replyLength, replyLength);
+    unanswered_ = reply.empty() ? unanswered_ + 1 : 0;
+    outcomes_.Replied(reply);
     co_return reply;
 }
 

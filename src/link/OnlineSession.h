@@ -7,7 +7,9 @@
 #include "link/Exchange.h"
 #include "link/Outcomes.h"
 #include "link/Packets.h"
+#include "model/Config.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -38,6 +40,10 @@ class OnlineInputs {
     virtual float InputLevelTrim(std::size_t input) const = 0;
     virtual float OutputLevelTrim(std::size_t output) const = 0;
     virtual float OnlineLevelOffset() const = 0;
+    /// Nothing is to be louder than its maximum level, nor to become louder at once.
+    virtual bool SafeLevels() const = 0;
+    /// Of the output in the current mode.
+    virtual float MaximumLevel(std::size_t output) const = 0;
 };
 
 class OnlineOutcomes : public LinkOutcomes {
@@ -52,6 +58,21 @@ class OnlineOutcomes : public LinkOutcomes {
     /// A command that is about to be sent: output and input 0 … 7, level in dB.
     virtual void SendingVolume(int output, float level) = 0;
     virtual void SendingRoute(int output, int input) = 0;
+
+    // Every packet, those of a search included.
+    virtual void Sending(std::span<const std::uint8_t> packet) = 0;
+    /// The reply to it; empty when none came in time.
+    virtual void Replied(std::span<const std::uint8_t> reply) = 0;
+};
+
+/// What is known of an output of the device since the session began.
+struct OutputTruth {
+    std::optional<float> Confirmed; ///< the level that the device acknowledged last, dB
+    std::optional<float> Sent;      ///< the level that was sent last
+    bool Pending = false;           ///< its answer is waited for
+    bool Failed = false;            ///< the device did not acknowledge what was sent last
+    bool Refused = false;           ///< but it did answer
+    bool Routed = true;             ///< the device acknowledged the last route
 };
 
 /// One main window's online connection. Its procedures are tasks, of which one runs at a time. What is wanted
@@ -79,10 +100,14 @@ class OnlineSession {
 
     void WantLevels() { levelsWanted_ = online_; }
     void WantRoutes() { routesWanted_ = online_; }
+    /// Routes even if the device should have them.
+    void WantAllAgain() { routesWanted_ = againWanted_ = online_; }
+    /// Levels before anything else; what fails is told when all have been sent.
+    void WantMutes() { mutesWanted_ = online_; }
     void WantDisconnect() { disconnectWanted_ = true; }
     /// Wants to disconnect when the port of the session has gone away unnoticed; for a periodic look.
     void LookForLostPort();
-    bool Wanting() const { return disconnectWanted_ || routesWanted_ || levelsWanted_; }
+    bool Wanting() const { return disconnectWanted_ || mutesWanted_ || routesWanted_ || levelsWanted_; }
 
     /// Fulfils the wishes, also those that come meanwhile. Throws OverflowError when a level does not fit the
     /// volume chip's register: that packet and those after it are not sent; other wishes stay.
@@ -92,6 +117,16 @@ class OnlineSession {
     Task<> Disconnect();
     /// Sends the unit its restart without waiting for anything: the program ends before events run again.
     void RestartBlindly();
+
+    // What the device was sent, and what it said to that.
+
+    const OutputTruth& TruthOf(std::size_t output) const { return truths_[output]; }
+    /// The level that the controls ask for, with safe levels no more than the maximum.
+    float WantedLevel(std::size_t output) const;
+    /// The input that all outputs were sent; nothing before, and while they are sent another one.
+    std::optional<std::size_t> RoutedInput() const { return LastRoutedInput_; }
+    /// The device has left a whole pass unanswered.
+    bool Unanswered() const { return unanswered_ >= static_cast<int>(outputCount); }
 
   private:
     class GoingOffline;
@@ -103,11 +138,14 @@ class OnlineSession {
 
     // The commands.
     Task<> ApplyOnlineLevels();
+    Task<> SendMutes();
     Task<> SendRoutes();
-    Task<> SendVolume(std::size_t output, float level);
-    Task<> SendRoute(std::size_t output, std::size_t input);
-    Task<> SendPacket(OnlinePacket packet, FailureKind noReply, FailureKind refused);
+    Task<std::optional<Failure>> SendVolume(std::size_t output, float level);
+    Task<std::optional<Failure>> SendRoute(std::size_t output, std::size_t input);
+    Task<std::optional<Failure>> SendPacket(OnlinePacket packet, FailureKind noReply, FailureKind refused);
     float LevelOf(std::size_t output) const;
+    float NextLevel(std::size_t output) const;
+    bool SomethingElseFirst() const { return disconnectWanted_ || mutesWanted_; }
 
     Exchange exchange_;
     const DeviceTypeList& types_;
@@ -118,6 +156,12 @@ class OnlineSession {
     bool levelsWanted_ = false;
     bool routesWanted_ = false;
     bool disconnectWanted_ = false;
+    bool mutesWanted_ = false;
+    bool againWanted_ = false;
+    std::array<OutputTruth, outputCount> truths_ = {};
+    /// The lowest level that an output may have at the moment, from which it may rise.
+    std::array<float, outputCount> lowest_ = {};
+    int unanswered_ = 0;        ///< packets one after the other
     bool lossReported_ = false; ///< the user knows that the port is gone
 };
 

@@ -28,6 +28,10 @@ OnlinePage::OnlinePage(std::function<QStringList()> deviceNames, QWidget* parent
     OnlineCancel = new QPushButton(tr("Disconnect"), frame);
     OnlineCancel->setObjectName(u"OnlineCancel"_s);
     OnlineCancel->setVisible(false);
+    SaveTranscript = new QPushButton(tr("Save transcript ..."), frame);
+    SaveTranscript->setObjectName(u"SaveTranscript"_s);
+    SaveTranscript->setToolTip(tr("Every packet of the session with its time and its answer, as a text"));
+    SaveTranscript->setEnabled(false);
     showDiagnostics_ = new QCheckBox(tr("Show diagnostics"), frame);
     showDiagnostics_->setObjectName(u"ShowDiagnostics"_s);
     Text2_ = new QPlainTextEdit(frame);
@@ -45,6 +49,7 @@ OnlinePage::OnlinePage(std::function<QStringList()> deviceNames, QWidget* parent
     buttons->addWidget(OnlineCancel);
     buttons->addStretch(1);
     buttons->addWidget(showDiagnostics_);
+    buttons->addWidget(SaveTranscript);
     auto* column = new QVBoxLayout(frame);
     column->addWidget(Ports);
     column->addLayout(buttons);

@@ -29,6 +29,7 @@ class OnlinePage : public QWidget {
     PortRows* Ports;
     QPushButton* OnlineSearch;
     QPushButton* OnlineCancel;
+    QPushButton* SaveTranscript;
 
   private:
     QCheckBox* showDiagnostics_;

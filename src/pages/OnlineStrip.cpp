@@ -1,14 +1,20 @@
 #include "pages/OnlineStrip.h"
 
+#include "controls/Contrast.h"
+#include "controls/ElidedLabel.h"
+#include "controls/LayoutHelpers.h"
 #include "controls/LevelTrim.h"
 #include "controls/NameLabel.h"
 #include "controls/TextConversion.h"
+#include "controls/WithoutEffect.h"
 #include "model/Levels.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QRadioButton>
 
 #include <algorithm>
@@ -19,27 +25,161 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A control with room for the name of what it stands for. All are equally wide.
-NameLabel* AddNamed(QHBoxLayout& row, QWidget& control, QWidget* parent) {
-    auto* name = new NameLabel(parent);
-    auto* pair = new QHBoxLayout;
-    pair->setSpacing(4);
-    pair->addWidget(&control);
-    pair->addWidget(name, 1);
-    pair->addStretch(0);
-    row.addLayout(pair, 1);
-    return name;
+// Not of the palette: they warn in every one.
+constexpr QColor onAir(0xb3, 0x59, 0x00);
+constexpr QColor alarm(0xcf, 0x22, 0x2e);
+constexpr QColor onStrong(0xff, 0xff, 0xff);
+constexpr QColor sure(0x1a, 0x7f, 0x37);
+
+constexpr QMargins frameMargins(8, 1, 8, 3); // low: the page above needs the room
+constexpr double buttonText = 1.15;          // of the usual size
+
+void Colour(QWidget& widget, const QColor& background) {
+    QPalette palette;
+    for (const auto role : {QPalette::Window, QPalette::Button})
+        palette.setColor(role, background);
+    for (const auto role : {QPalette::WindowText, QPalette::ButtonText})
+        palette.setColor(role, onStrong);
+    widget.setPalette(palette);
+}
+
+/// A control above the name of what it stands for. All are equally wide.
+QVBoxLayout* AddNamed(QHBoxLayout& row, QWidget& control, NameLabel& name) {
+    auto* column = new QVBoxLayout;
+    column->setSpacing(0);
+    column->addWidget(&control);
+    column->addWidget(&name);
+    row.addLayout(column, 1);
+    return column;
+}
+
+/// The row of names is there when one of them is.
+void ShowRow(const std::array<NameLabel*, 8>& labels, const Names& names, NameKind kind) {
+    for (std::size_t i = 0; i < labels.size(); ++i)
+        labels[i]->SetName(NameOf(names, kind, i));
+    const bool any =
+        std::ranges::any_of(labels, [](const NameLabel* label) { return !label->text().isEmpty(); });
+    for (NameLabel* label : labels) {
+        QSizePolicy policy = label->sizePolicy();
+        policy.setRetainSizeWhenHidden(any);
+        label->setSizePolicy(policy);
+    }
 }
 
 } // namespace
 
-OnlineStrip::OnlineStrip(QWidget* parent) : QWidget(parent) {
-    auto* frames = new QVBoxLayout;
-    const QString muteCaption = tr("Mute");
-    frames->addWidget(MakeInputs(muteCaption));
-    frames->addWidget(MakeMutes(muteCaption));
-    frames->addStretch(1);
+OnlineStrip::OnlineStrip(QWidget* parent)
+    : QWidget(parent), muteCaption_(tr("Mute")), notSentCaption_(tr("not sent")),
+      OnlineState_(new ElidedLabel({}, this, Qt::ElideMiddle)) {
+    OnlineState_->setObjectName(u"OnlineState"_s);
+    OnlineState_->setAutoFillBackground(true);
+    const int margin = fontMetrics().height() / 4;
+    OnlineState_->setContentsMargins(2 * margin, margin, 2 * margin, margin);
+    QFont strong = OnlineState_->font();
+    strong.setBold(true);
+    OnlineState_->setFont(strong);
 
+    auto* frames = new QVBoxLayout;
+    frames->setSpacing(2);
+    frames->addWidget(MakeInputs());
+    frames->addWidget(MakeMutes());
+    frames->addStretch(1);
+    auto* columns = new QHBoxLayout;
+    columns->addLayout(frames, 1);
+    columns->addLayout(MakeActions());
+    columns->addLayout(MakeOffset());
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(3);
+    layout->addWidget(OnlineState_);
+    layout->addLayout(columns);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+QSize OnlineStrip::sizeHint() const { return {QWidget::sizeHint().width(), minimumSizeHint().height()}; }
+
+int OnlineStrip::CaptionWidth() const {
+    return std::max(fontMetrics().horizontalAdvance(muteCaption_),
+                    fontMetrics().horizontalAdvance(notSentCaption_)) +
+           fontMetrics().height() / 2;
+}
+
+QWidget* OnlineStrip::MakeInputs() {
+    auto* frame = new QGroupBox(tr("Input"), this);
+    auto* row = new QHBoxLayout(frame);
+    row->setContentsMargins(frameMargins);
+    // Input and mute of the same number stand below each other.
+    inputNotSent_ = new QLabel(frame);
+    inputNotSent_->setObjectName(u"InputNotSent"_s);
+    inputNotSent_->setFixedWidth(CaptionWidth());
+    row->addWidget(inputNotSent_, 0, Qt::AlignTop);
+    for (std::size_t input = 0; input < inputCount; ++input) {
+        auto* option = new QRadioButton(QString::number(input + 1), frame);
+        option->setObjectName(ElementName("RouteOption", input));
+        option->setAccessibleName(tr("Listen to input %1").arg(input + 1));
+        connect(option, &QRadioButton::clicked, this, [this, input] { Q_EMIT RouteClicked(input); });
+        RouteOption[input] = option;
+        inputNames_[input] = new NameLabel(frame);
+        AddNamed(*row, *option, *inputNames_[input]);
+    }
+    RouteOption[0]->setChecked(true);
+    return frame;
+}
+
+QWidget* OnlineStrip::MakeMutes() {
+    auto* frame = new QGroupBox(tr("Output"), this);
+    auto* row = new QHBoxLayout(frame);
+    row->setContentsMargins(frameMargins);
+    auto* caption = new QLabel(muteCaption_, frame);
+    caption->setFixedWidth(CaptionWidth());
+    row->addWidget(caption, 0, Qt::AlignTop);
+    for (std::size_t output = 0; output < outputCount; ++output) {
+        auto* check = new QCheckBox(QString::number(output + 1), frame);
+        check->setObjectName(ElementName("OutPutSelectCheck", output));
+        check->setAccessibleName(tr("Mute output %1").arg(output + 1));
+        connect(check, &QCheckBox::clicked, this, &OnlineStrip::MuteClicked);
+        OutPutSelectCheck[output] = check;
+        outputNames_[output] = new NameLabel(frame);
+        QVBoxLayout* column = AddNamed(*row, *check, *outputNames_[output]);
+        Confirmed_[output] = new QLabel(frame);
+        Confirmed_[output]->setObjectName(ElementName("Confirmed", output));
+        Confirmed_[output]->setAutoFillBackground(false);
+        column->addWidget(Confirmed_[output]);
+        ShowConfirmed(output, {}, Certainty::Unknown);
+    }
+    return frame;
+}
+
+QLayout* OnlineStrip::MakeActions() {
+    MuteAll = new QPushButton(tr("Mute all  Ctrl+M"), this);
+    MuteAll->setObjectName(u"MuteAll"_s);
+    MuteAll->setToolTip(tr("Ticks all mute boxes and sends that before anything else"));
+    QFont large = MuteAll->font();
+    large.setBold(true);
+    large.setPointSizeF(large.pointSizeF() * buttonText);
+    MuteAll->setFont(large);
+    MuteAll->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::MinimumExpanding);
+    Colour(*MuteAll, alarm);
+    SafeLevels = new QCheckBox(tr("Safe levels"), this);
+    SafeLevels->setObjectName(u"SafeLevels"_s);
+    SafeLevels->setToolTip(
+        tr("No output is sent more than its Maximum Level of the mode, and levels rise by at "
+           "most 6 dB at a time; they fall at once"));
+    SendAllAgain = new QPushButton(tr("Send all again"), this);
+    SendAllAgain->setObjectName(u"SendAllAgain"_s);
+    SendAllAgain->setToolTip(tr("Sends the routes and the levels of this page anew"));
+    notSent_ = new ElidedLabel({}, this);
+    notSent_->setObjectName(u"NotSent"_s);
+    notSent_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    auto* column = new QVBoxLayout;
+    column->addWidget(MuteAll, 1);
+    column->addWidget(SafeLevels);
+    column->addWidget(SendAllAgain);
+    column->addWidget(notSent_);
+    return column;
+}
+
+QLayout* OnlineStrip::MakeOffset() {
     OnlineLabel32 = new QLabel(tr("Online Level Offset"), this);
     OnlineLabel32->setObjectName(u"OnlineLabel32"_s);
     OnlineLevelOffset = new LevelTrim(this);
@@ -48,64 +188,94 @@ OnlineStrip::OnlineStrip(QWidget* parent) : QWidget(parent) {
     OnlineLevelOffset->SetMaxLevel(trimMaximum);
     OnlineLevelOffset->SetMinLevel(trimMinimum);
     connect(OnlineLevelOffset, &LevelTrim::Change, this, &OnlineStrip::OffsetChanged);
-    auto* offset = new QVBoxLayout;
-    offset->addWidget(OnlineLabel32, 0, Qt::AlignHCenter);
-    offset->addWidget(OnlineLevelOffset, 1, Qt::AlignHCenter);
-
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addLayout(frames, 1);
-    layout->addLayout(offset);
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-}
-
-QSize OnlineStrip::sizeHint() const { return {QWidget::sizeHint().width(), minimumSizeHint().height()}; }
-
-int OnlineStrip::CaptionWidth(const QString& caption) const {
-    return fontMetrics().horizontalAdvance(caption) + fontMetrics().height();
-}
-
-QWidget* OnlineStrip::MakeInputs(const QString& muteCaption) {
-    auto* frame = new QGroupBox(tr("Input"), this);
-    auto* row = new QHBoxLayout(frame);
-    // Input and mute of the same number stand below each other.
-    auto* margin = new QWidget(frame);
-    margin->setFixedWidth(CaptionWidth(muteCaption));
-    row->addWidget(margin);
-    for (std::size_t input = 0; input < inputCount; ++input) {
-        auto* option = new QRadioButton(QString::number(input + 1), frame);
-        option->setObjectName(ElementName("RouteOption", input));
-        option->setAccessibleName(tr("Listen to input %1").arg(input + 1));
-        connect(option, &QRadioButton::clicked, this, [this, input] { Q_EMIT RouteClicked(input); });
-        RouteOption[input] = option;
-        inputNames_[input] = AddNamed(*row, *option, frame);
-    }
-    RouteOption[0]->setChecked(true);
-    return frame;
-}
-
-QWidget* OnlineStrip::MakeMutes(const QString& muteCaption) {
-    auto* frame = new QGroupBox(tr("Output"), this);
-    auto* row = new QHBoxLayout(frame);
-    auto* caption = new QLabel(muteCaption, frame);
-    caption->setFixedWidth(CaptionWidth(muteCaption));
-    row->addWidget(caption);
-    for (std::size_t output = 0; output < outputCount; ++output) {
-        auto* check = new QCheckBox(QString::number(output + 1), frame);
-        check->setObjectName(ElementName("OutPutSelectCheck", output));
-        check->setAccessibleName(tr("Mute output %1").arg(output + 1));
-        connect(check, &QCheckBox::clicked, this, &OnlineStrip::MuteClicked);
-        OutPutSelectCheck[output] = check;
-        outputNames_[output] = AddNamed(*row, *check, frame);
-    }
-    return frame;
+    auto* column = new QVBoxLayout;
+    column->addWidget(OnlineLabel32, 0, Qt::AlignHCenter);
+    column->addWidget(OnlineLevelOffset, 1, Qt::AlignHCenter);
+    return column;
 }
 
 void OnlineStrip::ShowNames(const Names& names) {
-    for (std::size_t i = 0; i < inputCount; ++i)
-        inputNames_[i]->SetName(NameOf(names, NameKind::Input, i));
-    for (std::size_t i = 0; i < outputCount; ++i)
-        outputNames_[i]->SetName(NameOf(names, NameKind::Output, i));
+    ShowRow(inputNames_, names, NameKind::Input);
+    ShowRow(outputNames_, names, NameKind::Output);
+}
+
+void OnlineStrip::ShowState(const QString& text, bool alarming) {
+    if (OnlineState_->text() != text) {
+        OnlineState_->setText(text);
+        SetPlainToolTip(*OnlineState_, text);
+    }
+    const QColor& colour = alarming ? alarm : onAir;
+    if (OnlineState_->palette().color(QPalette::Window) != colour)
+        Colour(*OnlineState_, colour);
+}
+
+void OnlineStrip::ShowConfirmed(std::size_t output, const QString& level, Certainty certainty) {
+    const QString text = certainty == Certainty::Pending  ? level + u" …"_s
+                         : certainty == Certainty::Failed ? level + u" ?"_s
+                         : level.isEmpty()                ? u"–"_s
+                                                          : level;
+    QLabel& label = *Confirmed_[output];
+    if (label.text() == text && certainties_[output] == certainty)
+        return;
+    label.setText(text);
+    certainties_[output] = certainty;
+    static const char* const meanings[] = {
+        QT_TR_NOOP("Nothing was sent to this output yet"),
+        QT_TR_NOOP("What the device has confirmed; it has not answered yet to what was sent last"),
+        QT_TR_NOOP("What the device has confirmed"),
+        QT_TR_NOOP("What the device has confirmed; it did not acknowledge what was sent last")};
+    label.setToolTip(tr(meanings[static_cast<int>(certainty)]));
+    PaintConfirmed(output);
+}
+
+void OnlineStrip::PaintConfirmed(std::size_t output) {
+    QLabel& label = *Confirmed_[output];
+    QPalette palette;
+    const QColor background = palette.color(QPalette::Window);
+    const auto readable = [&background](const QColor& colour) { return ReadableOn(colour, background); };
+    const Certainty certainty = certainties_[output];
+    if (certainty == Certainty::Failed)
+        palette.setColor(QPalette::WindowText, readable(alarm));
+    else if (certainty == Certainty::Confirmed)
+        palette.setColor(QPalette::WindowText, readable(sure));
+    label.setPalette(palette);
+}
+
+void OnlineStrip::ShowNotSent(const QString& what, bool input) {
+    const QString text = what.isEmpty() ? QString() : tr("Not sent: %1").arg(what);
+    if (notSent_->text() != text) {
+        notSent_->setText(text);
+        SetPlainToolTip(*notSent_, text);
+    }
+    inputNotSent_->setText(input ? notSentCaption_ : QString());
+    QFont font = SafeLevels->font();
+    font.setBold(!text.isEmpty());
+    if (SendAllAgain->font() != font)
+        SendAllAgain->setFont(font);
+}
+
+void OnlineStrip::ShowWithoutEffect(const QString& reason) {
+    for (QCheckBox* check : OutPutSelectCheck)
+        DrawWithoutEffect(*check, reason);
+    DrawWithoutEffect(*OnlineLevelOffset, reason);
+}
+
+void OnlineStrip::Reset() {
+    OnlineLevelOffset->SetLevel(0);
+    for (std::size_t output = 0; output < outputCount; ++output) {
+        OutPutSelectCheck[output]->setChecked(false);
+        ShowConfirmed(output, {}, Certainty::Unknown);
+    }
+    ShowNotSent({}, false);
+    ShowState({}, false);
+}
+
+void OnlineStrip::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange)
+        return;
+    for (std::size_t output = 0; output < outputCount; ++output)
+        PaintConfirmed(output);
 }
 
 std::size_t OnlineStrip::Input() const {

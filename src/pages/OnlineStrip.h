@@ -1,4 +1,4 @@
-// The strip below the pages while online: what is listened to.
+// The strip below the pages while online: what is listened to, and what of it the device has confirmed.
 #pragma once
 
 #include "model/Config.h"
@@ -9,13 +9,24 @@
 #include <array>
 
 class QCheckBox;
+class QHBoxLayout;
 class QLabel;
+class QPushButton;
 class QRadioButton;
 
 namespace vek {
 
+class ElidedLabel;
 class LevelTrim;
 class NameLabel;
+
+/// How sure the level of an output is.
+enum class Certainty {
+    Unknown, ///< nothing was sent
+    Pending, ///< the answer is waited for
+    Confirmed,
+    Failed, ///< the device did not acknowledge what was sent last
+};
 
 class OnlineStrip : public QWidget {
     Q_OBJECT
@@ -28,11 +39,26 @@ class OnlineStrip : public QWidget {
     /// Names the inputs and outputs.
     void ShowNames(const Names& names);
 
+    /// What is true at the moment, in one line; `alarming` when the device does not confirm it.
+    void ShowState(const QString& text, bool alarming);
+    /// The level that an output was confirmed last, in words.
+    void ShowConfirmed(std::size_t output, const QString& level, Certainty certainty);
+    /// What is shown but was not sent, empty for nothing; the input is marked in its own frame, too.
+    void ShowNotSent(const QString& what, bool input);
+    /// The mutes and the offset stay usable, but look as what they are when they change nothing; `reason` is
+    /// empty when they do.
+    void ShowWithoutEffect(const QString& reason);
+    /// As after a new start: nothing muted, no offset.
+    void Reset();
+
     // Owned by this widget.
     std::array<QRadioButton*, inputCount> RouteOption;     ///< frame "Input"
     std::array<QCheckBox*, outputCount> OutPutSelectCheck; ///< frame "Output", "Mute"
     QLabel* OnlineLabel32;
     LevelTrim* OnlineLevelOffset;
+    QPushButton* MuteAll;
+    QPushButton* SendAllAgain;
+    QCheckBox* SafeLevels;
 
     /// As low as it can be: the page above needs the room.
     QSize sizeHint() const override;
@@ -42,13 +68,26 @@ class OnlineStrip : public QWidget {
     void MuteClicked();
     void OffsetChanged();
 
-  private:
-    int CaptionWidth(const QString& caption) const;
-    QWidget* MakeInputs(const QString& muteCaption);
-    QWidget* MakeMutes(const QString& muteCaption);
+  protected:
+    void changeEvent(QEvent* event) override;
 
+  private:
+    int CaptionWidth() const;
+    QWidget* MakeInputs();
+    QWidget* MakeMutes();
+    QLayout* MakeActions();
+    QLayout* MakeOffset();
+    void PaintConfirmed(std::size_t output);
+
+    QString muteCaption_;
+    QString notSentCaption_;
+    ElidedLabel* OnlineState_;
+    QLabel* inputNotSent_;
+    ElidedLabel* notSent_;
     std::array<NameLabel*, inputCount> inputNames_;
     std::array<NameLabel*, outputCount> outputNames_;
+    std::array<QLabel*, outputCount> Confirmed_;
+    std::array<Certainty, outputCount> certainties_ = {};
 };
 
 } // namespace vek

@@ -17,6 +17,9 @@ namespace {
 constexpr std::string_view recentFile = "RecentFile";
 constexpr std::string_view lastFolder = "LastFolder";
 constexpr std::string_view windowGeometry = "WindowGeometry";
+constexpr std::string_view safeLevels = "SafeLevels";
+constexpr std::string_view yes = "yes";
+constexpr std::string_view no = "no";
 constexpr std::size_t longestFile = std::size_t{64} * 1024;
 
 } // namespace
@@ -125,14 +128,22 @@ void UserSettings::ForgetFiles() {
     Edit([](Lines& lines) { SetPaths(lines, recentFile, {}); });
 }
 
-std::string UserSettings::Geometry() const {
+std::string UserSettings::Value(std::string_view key) const {
     const Lines lines = Read();
-    const auto line = std::ranges::find(lines, windowGeometry, &Line::Key);
+    const auto line = std::ranges::find(lines, key, &Line::Key);
     return line == lines.end() ? std::string() : line->Value;
 }
 
+std::string UserSettings::Geometry() const { return Value(windowGeometry); }
+
 void UserSettings::SetGeometry(const std::string& geometry) {
     Edit([&](Lines& lines) { SetValues(lines, windowGeometry, {geometry}); });
+}
+
+bool UserSettings::SafeLevels() const { return Value(safeLevels) == yes; }
+
+void UserSettings::SetSafeLevels(bool safe) {
+    Edit([&](Lines& lines) { SetValues(lines, safeLevels, {std::string(safe ? yes : no)}); });
 }
 
 } // namespace vek

@@ -33,6 +33,10 @@ class UserSettings {
     std::string Geometry() const;
     void SetGeometry(const std::string& geometry);
 
+    /// Whether online levels are kept safe; not to begin with.
+    bool SafeLevels() const;
+    void SetSafeLevels(bool safe);
+
   private:
     struct Line {
         std::string Key;
@@ -46,6 +50,8 @@ class UserSettings {
     /// All lines of that key give way to these, at the place of the first.
     static void SetValues(Lines& lines, std::string_view key, const std::vector<std::string>& values);
     Lines Read() const;
+    /// Of the first line with that key; empty without one.
+    std::string Value(std::string_view key) const;
     template <typename Change>
     void Edit(Change change) const;
 

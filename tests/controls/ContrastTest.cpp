@@ -46,9 +46,9 @@ TEST(Contrast, AFillGivesWayToItsText) {
                                                {QColor(0x3060a0), Qt::black},
                                                {QColor(0x808080), QColor(0x808080)}};
     for (const auto& [fill, text] : fills)
-        EXPECT_GE(ContrastRatio(ReadableFill(fill, text), text), readableContrast)
+        EXPECT_GE(ContrastRatio(ReadableOn(fill, text), text), readableContrast)
             << fill.name().toStdString();
-    EXPECT_EQ(ReadableFill(Qt::darkBlue, Qt::white), QColor(Qt::darkBlue));
+    EXPECT_EQ(ReadableOn(Qt::darkBlue, Qt::white), QColor(Qt::darkBlue));
 }
 
 TEST(NameLabel, GivesWayAndIsThereOnlyWithAName) {

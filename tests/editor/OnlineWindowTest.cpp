@@ -8,8 +8,10 @@
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QRegularExpression>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTemporaryDir>
 #include <QTimer>
 
 using namespace vek;
@@ -54,6 +56,14 @@ class OnlineWindow : public EditorTest {
             text += std::to_string(output) + "=" + std::to_string(value) + " ";
         }
         return text;
+    }
+    QString State() { return Find<QLabel>(u"OnlineState"_s)->text(); }
+    /// The levels beside the mute boxes.
+    QString Confirmed() {
+        QStringList texts;
+        for (std::size_t output = 0; output < 8; ++output)
+            texts += Find<QLabel>(Element("Confirmed", output))->text();
+        return texts.join(u',');
     }
     static std::string Volumes(const std::function<int(int)>& valueOf) {
         std::string text;
@@ -259,7 +269,7 @@ TEST_F(OnlineWindow, APulledAdapterIsToldOnceAndDisconnects) {
         else
             port.Reply(1, {240});
     };
-    boxes.ExpectMessage(u"Error!"_s, u"Reply fail to Volume"_s);
+    boxes.ExpectFailure(u"Reply fail to Volume"_s);
     PressKnob(u"InputLevelTrim_0"_s, Qt::Key_Down);
     EXPECT_EQ(sent, 3);
     EXPECT_TRUE(tabs->isTabEnabled(RemotePanelsTab));
@@ -294,4 +304,177 @@ TEST_F(OnlineWindow, ClosingDuringAPassRestartsTheUnitFirst) {
     EXPECT_EQ(port.Sent.back(), "52 FF FF AF");
     EXPECT_EQ(port.Now - start, 501) << "a late reply to the packet cannot pass for the restart's";
     EXPECT_FALSE(port.PortOpen());
+}
+
+TEST_F(OnlineWindow, TheStripTellsWhatIsHeardAndConfirmed) {
+    Find<QPlainTextEdit>(u"Text1"_s)
+        ->setPlainText(u"Output 3: Foyer\nInput 4: Media player\nMode 2: Evening"_s);
+    Settle();
+    GoOnline();
+    EXPECT_EQ(State(),
+              u"ONLINE COM1 (ttyUSB0) · nothing was sent yet, the device plays as it was programmed"_s);
+    EXPECT_EQ(Confirmed(), u"–,–,–,–,–,–,–,–"_s);
+    ShowTab(OutputTrimsTab);
+    Click(u"RouteOption_3"_s);
+    EXPECT_EQ(State(),
+              u"ONLINE COM1 (ttyUSB0) · Output Trims: all outputs play input 4 Media player · 8 of 8 "
+              "confirmed"_s);
+    Click(u"OutPutSelectCheck_2"_s);
+    PressKnob(u"OutputLevelTrim_0"_s, Qt::Key_Down);
+    EXPECT_TRUE(State().contains(u"7 of 8 outputs play input 4 Media player, 1 muted"_s))
+        << State().toStdString();
+    EXPECT_EQ(Confirmed(), u"-1 dB,0 dB,muted,0 dB,0 dB,0 dB,0 dB,0 dB"_s);
+    EXPECT_TRUE(Find(u"OutputLevelTrim_2"_s)->toolTip().contains(u"Output 3 Foyer is muted"_s));
+    EXPECT_EQ(Find(u"OutputLevelTrim_1"_s)->toolTip(), QString());
+
+    // Refused and unanswered, until the next ones are confirmed.
+    int volumes = 0;
+    port.OnOutput = [&](const ByteVector&) {
+        if (++volumes == 6)
+            port.Reply(1, {15});
+        else if (volumes != 7)
+            port.Reply(1, {240});
+    };
+    boxes.ExpectFailure(u"Reply ERROR to Volume"_s);
+    boxes.ExpectFailure(u"Reply fail to Volume"_s);
+    PressKnob(u"OutputLevelTrim_5"_s, Qt::Key_Down);
+    EXPECT_TRUE(State().endsWith(u"6 of 8 confirmed, output 7 not answered, output 6 refused"_s))
+        << State().toStdString();
+    EXPECT_EQ(Confirmed(), u"-1 dB,0 dB,muted,0 dB,0 dB,0 dB ?,0 dB ?,0 dB"_s);
+    Click(u"SendAllAgain"_s);
+    EXPECT_TRUE(State().endsWith(u"8 of 8 confirmed"_s));
+    EXPECT_EQ(Confirmed(), u"-1 dB,0 dB,muted,0 dB,0 dB,-1 dB,0 dB,0 dB"_s);
+
+    // On the Levels page neither mutes nor the offset are heard.
+    ShowTab(LevelsTab);
+    Click(u"UsePanel_2"_s);
+    EXPECT_TRUE(State().contains(u"Levels: only output 3 Foyer is heard, at 0 dB · 8 of 8"_s));
+    for (const char* without : {"OutPutSelectCheck_2", "OnlineLevelOffset"})
+        EXPECT_TRUE(
+            Find(QString::fromLatin1(without))->toolTip().contains(u"Output 3 Foyer alone is heard"_s));
+    PressKnob(u"LevelTrim1"_s, Qt::Key_Down);
+    EXPECT_TRUE(State().contains(u"at \u22121 dB"_s));
+    PressKnob(u"OnlineLevelOffset"_s, Qt::Key_Up);
+
+    // What was not sent.
+    EXPECT_EQ(Find<QLabel>(u"NotSent"_s)->text(), QString());
+    Packets();
+    Click(u"Modes_1"_s);
+    EXPECT_EQ(Find<QLabel>(u"NotSent"_s)->text(), u"Not sent: Mode 2 Evening"_s);
+    EXPECT_EQ(Packets(), "");
+    ShowTab(InputTrimsTab);
+    Click(u"RouteOption_0"_s);
+    EXPECT_EQ(Find<QLabel>(u"NotSent"_s)->text(), u"Not sent: Input 1"_s);
+    EXPECT_EQ(Find<QLabel>(u"InputNotSent"_s)->text(), u"not sent"_s);
+    EXPECT_TRUE(Find(u"InputLevelTrim_3"_s)->toolTip().contains(u"the outputs play Input 1"_s));
+    Packets();
+    Click(u"SendAllAgain"_s);
+    EXPECT_EQ(Packets(), Routes(0) + Volumes([](int output) { return output == 2 ? 18 : 212; }));
+    EXPECT_EQ(Find<QLabel>(u"NotSent"_s)->text() + Find<QLabel>(u"InputNotSent"_s)->text(), QString());
+
+    port.OnOutput = [](const ByteVector&) {};
+    boxes.ExpectFailure(u"Reply fail to Volume"_s, true);
+    boxes.ExpectMessage(u"Error!"_s, u"No reply to restart"_s);
+    PressKnob(u"InputLevelTrim_0"_s, Qt::Key_Down);
+    EXPECT_FALSE(Find(u"OnlineState"_s)->isVisible() || port.PortOpen());
+    EXPECT_EQ(Find<QLabel>(u"StatusLink"_s)->text(),
+              u"COM1 still plays the levels of the online session: switch it off and on"_s);
+    EXPECT_FALSE(Find<QCheckBox>(u"OutPutSelectCheck_2"_s)->isChecked());
+    EXPECT_EQ(Find(u"OnlineLevelOffset"_s)->property("Level").toFloat(), 0.0F);
+    EXPECT_EQ(Find(u"InputLevelTrim_3"_s)->toolTip(), QString());
+}
+
+TEST_F(OnlineWindow, MuteAllReachesTheDeviceFromWherever) {
+    auto* muteAll = Find<QAction>(u"MuteAllOutputs"_s);
+    EXPECT_FALSE(muteAll->isEnabled());
+    const std::string muted = Volumes([](int) { return 18; });
+    GoOnline();
+    ShowTab(LevelsTab);
+    Packets();
+    muteAll->trigger();
+    Settle();
+    EXPECT_EQ(tabs->currentIndex(), OutputTrimsTab);
+    EXPECT_EQ(Packets(), muted + Routes(0) + muted) << "the page that is entered sends its levels, too";
+    EXPECT_EQ(Confirmed(), u"muted,muted,muted,muted,muted,muted,muted,muted"_s);
+    for (std::size_t output = 0; output < 8; ++output)
+        Click(Element("OutPutSelectCheck", output));
+    Packets();
+
+    // While the box of a failure is in front: it is taken for read.
+    port.OnOutput = [this](const ByteVector&) {
+        port.OnOutput = [this](const ByteVector& bytes) { Answer(bytes); };
+    };
+    boxes.ExpectFailure(u"Reply fail to Volume"_s, false, [&] { muteAll->trigger(); });
+    PressKnob(u"OutputLevelTrim_0"_s, Qt::Key_Down);
+    EXPECT_EQ(Packets(), "V0=208 " + muted);
+
+    // While a dialog has the keys.
+    Click(u"OutPutSelectCheck_4"_s);
+    Packets();
+    QDialog dialog(window.get());
+    dialog.setModal(true);
+    dialog.show();
+    QTest::keyClick(&dialog, Qt::Key_M, Qt::ControlModifier);
+    dialog.hide();
+    Settle();
+    EXPECT_TRUE(Find<QCheckBox>(u"OutPutSelectCheck_4"_s)->isChecked());
+    EXPECT_EQ(Packets(), muted);
+}
+
+TEST_F(OnlineWindow, SafeLevelsAreRemembered) {
+    const QTemporaryDir folder;
+    services.SettingsFile = folder.filePath(u"settings"_s).toStdString();
+    const auto restart = [this] {
+        window.reset();
+        window = std::make_unique<CorvaneForm>(services, std::string());
+        window->FinishStart();
+        window->show();
+        tabs = Find<QTabWidget>(u"SSTab1"_s);
+    };
+    restart();
+    EXPECT_FALSE(Find<QCheckBox>(u"SafeLevels"_s)->isChecked());
+    GoOnline();
+    Click(u"SafeLevels"_s);
+    Click(u"OnlineCancel"_s);
+    restart();
+    EXPECT_TRUE(Find<QCheckBox>(u"SafeLevels"_s)->isChecked());
+    Config.Modes[0].OutputLevels[7].MaximumLevel = -60;
+    GoOnline();
+    ShowTab(OutputTrimsTab);
+    const std::string packets = Packets();
+    EXPECT_TRUE(packets.starts_with(Routes(0) + Volumes([](int) { return 30; }))) << packets;
+    EXPECT_TRUE(packets.ends_with(Volumes([](int output) { return output == 7 ? 90 : 210; }))) << packets;
+    Click(u"SafeLevels"_s);
+    EXPECT_EQ(Packets(), allAtZero);
+}
+
+TEST_F(OnlineWindow, TheTranscriptHasEveryPacket) {
+    auto* save = Find<QAbstractButton>(u"SaveTranscript"_s);
+    EXPECT_FALSE(save->isEnabled());
+    GoOnline();
+    int volumes = 0;
+    port.OnOutput = [&](const ByteVector& bytes) {
+        if (bytes[0] != 'V' || ++volumes != 2)
+            port.Reply(1, {240});
+    };
+    boxes.ExpectFailure(u"Reply fail to Volume"_s);
+    ShowTab(InputTrimsTab);
+    PressKnob(u"InputLevelTrim_0"_s, Qt::Key_Down);
+    Click(u"OnlineCancel"_s);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"session.txt"_s);
+    boxes.ExpectSaveFile(QString(), path);
+    save->click();
+    QString text = QString::fromStdString(ReadText(path.toStdString()));
+    text.replace(QRegularExpression(u"\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}"_s), u"T"_s);
+    text.replace(QRegularExpression(u"after \\d+ ms"_s), u"after N ms"_s);
+    EXPECT_TRUE(text.startsWith(
+        u"Online session on COM1 (ttyUSB0)\nT  44 69 52 65 43 74  reply 27 01 00 D7 after N ms\n"_s))
+        << text.toStdString();
+    EXPECT_TRUE(text.contains(u"\n\nT  4D 00 00 B2  M,0,0"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(
+        u"T  56 01 D2 D6  V,1,210 Volume Output = 2,0dB, CS3318 = 210/&HD2  no reply after N ms\n"_s))
+        << text.toStdString();
+    EXPECT_TRUE(text.endsWith(u"T  52 FF FF AF  reply F0 after N ms\n"_s)) << text.toStdString();
+    EXPECT_EQ(text.count(u"\nT  "_s), 1 + 8 + 16 + 8 + 1);
 }

@@ -361,7 +361,7 @@ class SavingDialogs final : public Dialogs {
     }
     Answer AskYesNoCancel(QWidget*, const QString&, const QString&) override { return Answer::No; }
     std::unique_ptr<OpenBox> OpenMessage(QWidget*, MessageIcon, const QString&, const QString&,
-                                         BoxClosed) override {
+                                         const QString&, BoxClosed) override {
         return nullptr;
     }
     std::unique_ptr<OpenBox> OpenYesNo(QWidget*, const QString&, const QString&, Answer, BoxClosed) override {

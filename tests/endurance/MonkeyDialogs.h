@@ -38,8 +38,9 @@ class MonkeyDialogs final : public Dialogs {
         return NextFile ? Answer::No : ScreenDialogs().AskYesNoCancel(parent, title, text);
     }
     std::unique_ptr<OpenBox> OpenMessage(QWidget* parent, MessageIcon icon, const QString& title,
-                                         const QString& text, BoxClosed closed) override {
-        return ScreenDialogs().OpenMessage(parent, icon, title, text, std::move(closed));
+                                         const QString& text, const QString& other,
+                                         BoxClosed closed) override {
+        return ScreenDialogs().OpenMessage(parent, icon, title, text, other, std::move(closed));
     }
     std::unique_ptr<OpenBox> OpenYesNo(QWidget* parent, const QString& title, const QString& text,
                                        Answer defaultAnswer, BoxClosed closed) override {

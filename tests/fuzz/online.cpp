@@ -22,6 +22,7 @@ class OnlineWindow : public OnlineOutcomes, public OnlineInputs {
     explicit OnlineWindow(const SerialControl& used) : port(used) {}
 
     bool Overflowed = false; ///< a level shown cannot be sent
+    bool Safe = false;
 
     /// Some level gets another value, or another level is the one that is heard.
     void EditLevel(int kind, std::size_t which, std::uint8_t value) {
@@ -79,6 +80,8 @@ class OnlineWindow : public OnlineOutcomes, public OnlineInputs {
     void PassBegins() override {}
     void SendingVolume(int output, float level) override { Require(!VolumeLine(output, level).empty()); }
     void SendingRoute(int output, int routed) override { Require(!RouteLine(output, routed).empty()); }
+    void Sending(std::span<const std::uint8_t> packet) override { Require(!packet.empty()); }
+    void Replied(std::span<const std::uint8_t>) override {}
 
     std::size_t OnlineInput() const override { return input; }
     bool MutedOutput(std::size_t output) const override { return muted.at(output); }
@@ -88,6 +91,8 @@ class OnlineWindow : public OnlineOutcomes, public OnlineInputs {
     float InputLevelTrim(std::size_t trim) const override { return inputTrims.at(trim); }
     float OutputLevelTrim(std::size_t trim) const override { return outputTrims.at(trim); }
     float OnlineLevelOffset() const override { return offset; }
+    bool SafeLevels() const override { return Safe; }
+    float MaximumLevel(std::size_t) const override { return 0; }
 
   private:
     const SerialControl& port;
@@ -144,6 +149,11 @@ class Online {
             break;
         case 5:
             session.LookForLostPort();
+            if (amount % 4 == 1)
+                session.WantMutes();
+            else if (amount % 4 == 2)
+                session.WantAllAgain();
+            window.Safe = amount % 4 == 3;
             break;
         default:
             closing = true;

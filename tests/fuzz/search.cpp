@@ -34,6 +34,8 @@ class SearchWindow : public OnlineOutcomes, public OnlineInputs {
     void PassBegins() override { Require(false); }
     void SendingVolume(int, float) override { Require(false); }
     void SendingRoute(int, int) override { Require(false); }
+    void Sending(std::span<const std::uint8_t> packet) override { Require(!packet.empty()); }
+    void Replied(std::span<const std::uint8_t>) override {}
 
     std::size_t OnlineInput() const override { return 0; }
     bool MutedOutput(std::size_t) const override { return false; }
@@ -43,6 +45,8 @@ class SearchWindow : public OnlineOutcomes, public OnlineInputs {
     float InputLevelTrim(std::size_t) const override { return 0; }
     float OutputLevelTrim(std::size_t) const override { return 0; }
     float OnlineLevelOffset() const override { return 0; }
+    bool SafeLevels() const override { return false; }
+    float MaximumLevel(std::size_t) const override { return 0; }
 
   private:
     const SerialControl& port;

@@ -135,3 +135,102 @@ TEST_F(OnlineCommands, DisconnectingDuringAWaitFollowsTheRunningExchange) {
     EXPECT_FALSE(session.IsOnline() || port.PortOpen());
     EXPECT_EQ(view.Boxes, "");
 }
+
+TEST_F(OnlineCommands, MutesOvertakeEverythingAndTellFailuresAfterwards) {
+    delay = 20;
+    const auto muting = [this] {
+        view.muted.fill(true);
+        session.WantMutes();
+    };
+    const struct {
+        std::function<void()> UnderWay;
+        std::string Before; ///< the packets that were through or under way
+        std::string After;
+    } cases[] = {
+        {[this] { Levels(); }, "V0=210 V1=210 V2=210 ", ""},
+        {[this] { Routes(); }, "M0=1 M1=1 M2=1 ", Pass('M', 1) + Pass('V', 18)},
+    };
+    for (const auto& c : cases) {
+        GoOnline();
+        view.input = 1;
+        view.muted = {};
+        port.At(45, [&] {
+            muting();
+            replies = {std::nullopt}; // to the first mute
+        });
+        c.UnderWay();
+        EXPECT_EQ(packets, c.Before + Pass('V', 18) + c.After);
+        EXPECT_EQ(view.Boxes, "Error!|Reply fail to Volume;");
+        EXPECT_TRUE(session.TruthOf(0).Failed == c.After.empty() && !session.TruthOf(1).Failed);
+        Disconnect();
+    }
+    view.muted = {};
+    GoOnline();
+    long pressed = 0;
+    port.At(45, [&] {
+        muting();
+        pressed = port.Now;
+    });
+    Levels();
+    EXPECT_LE(port.Now - pressed, 9 * delay);
+}
+
+TEST_F(OnlineCommands, SafeLevelsRiseSlowlyAndNeverBeyondTheMaximum) {
+    view.safe = true;
+    view.maximum = {-80, -10, -10, -10, -10, -10, -10, -10};
+    view.source = LevelSource::OutputTrims;
+    view.outputTrims = {0, -90.5F, -84, 0, 0, 0, 0, 0};
+    view.muted = {false, false, false, true, true, true, true, true};
+    GoOnline();
+    Levels();
+    EXPECT_EQ(packets, Pass('V', {30, 29, 30, 18, 18, 18, 18, 18}) +
+                           Pass('V', {42, 29, 42, 18, 18, 18, 18, 18}) +
+                           Pass('V', {50, 29, 42, 18, 18, 18, 18, 18}));
+    Forget();
+    view.outputTrims[2] = -70; // 14 dB more; not acknowledged where it may have been obeyed
+    replies = {{{240}}, {{240}}, {{240}}, {{240}}, {{240}},     {{240}},
+               {{240}}, {{240}}, {{240}}, {{240}}, std::nullopt};
+    Levels();
+    EXPECT_EQ(packets,
+              Pass('V', {50, 29, 54, 18, 18, 18, 18, 18}) + Pass('V', {50, 29, 66, 18, 18, 18, 18, 18}));
+    EXPECT_EQ(view.Boxes, "Error!|Reply fail to Volume;") << "what failed is not tried again";
+    Forget();
+    view.outputTrims[2] = -30;
+    port.At(3, [this] { view.muted[2] = true, Levels(); });
+    Levels();
+    EXPECT_EQ(packets,
+              Pass('V', {50, 29, 66, 18, 18, 18, 18, 18}) + Pass('V', {50, 29, 18, 18, 18, 18, 18, 18}))
+        << "falls at once";
+    Forget();
+    view.safe = false;
+    view.muted[2] = false;
+    Levels();
+    EXPECT_EQ(packets, Pass('V', {210, 29, 150, 18, 18, 18, 18, 18}));
+}
+
+TEST_F(OnlineCommands, WhatIsKnownOfTheDevice) {
+    GoOnline();
+    EXPECT_FALSE(session.TruthOf(0).Confirmed || session.TruthOf(0).Sent || session.RoutedInput());
+    view.input = 3;
+    replies = {{{15}}};
+    Routes();
+    EXPECT_EQ(session.RoutedInput(), 3U);
+    EXPECT_TRUE(!session.TruthOf(0).Routed && session.TruthOf(1).Routed);
+    EXPECT_THAT(view.exchanged, testing::StartsWith("M0=3 15, M1=3 240, M2=3 240, "));
+    Forget();
+    Wish(&OnlineSession::WantAllAgain);
+    EXPECT_EQ(packets, Pass('M', 3) + Pass('V', 210));
+    EXPECT_TRUE(session.TruthOf(0).Routed);
+    view.offset = -4;
+    replies.assign(8, std::nullopt);
+    port.At(1, [this] {
+        EXPECT_TRUE(session.TruthOf(0).Pending);
+        EXPECT_EQ(session.TruthOf(0).Sent, -4.0F);
+    });
+    Levels();
+    EXPECT_TRUE(session.Unanswered());
+    EXPECT_TRUE(session.TruthOf(7).Failed && !session.TruthOf(7).Pending);
+    EXPECT_EQ(session.TruthOf(7).Confirmed, 0.0F);
+    Levels();
+    EXPECT_FALSE(session.Unanswered() || session.TruthOf(7).Failed);
+}

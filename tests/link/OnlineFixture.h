@@ -11,12 +11,15 @@ namespace vek::test {
 class OnlineWindow : public RecordingOutcomes<OnlineOutcomes>, public OnlineInputs {
   public:
     bool shownOnline = false;
-    std::string lines; ///< the diagnostic lines
+    std::string lines;     ///< the diagnostic lines
+    std::string exchanged; ///< packets and replies
     std::size_t input = 0, currentOutput = 0;
     std::array<bool, 8> muted = {};
     LevelSource source = LevelSource::InputTrims;
     float level = 0, offset = 0;
     std::array<float, 8> inputTrims = {}, outputTrims = {};
+    bool safe = false;
+    std::array<float, 8> maximum = {};
 
     Task<> WentOnline() override {
         shownOnline = true;
@@ -27,6 +30,10 @@ class OnlineWindow : public RecordingOutcomes<OnlineOutcomes>, public OnlineInpu
     void PassBegins() override { lines += "\r\n"; }
     void SendingVolume(int output, float sent) override { lines += VolumeLine(output, sent); }
     void SendingRoute(int output, int routed) override { lines += RouteLine(output, routed); }
+    void Sending(std::span<const std::uint8_t> packet) override { exchanged += PacketText(packet); }
+    void Replied(std::span<const std::uint8_t> reply) override {
+        exchanged += reply.empty() ? "none, " : std::to_string(reply[0]) + ", ";
+    }
 
     std::size_t OnlineInput() const override { return input; }
     bool MutedOutput(std::size_t output) const override { return muted.at(output); }
@@ -36,6 +43,8 @@ class OnlineWindow : public RecordingOutcomes<OnlineOutcomes>, public OnlineInpu
     float InputLevelTrim(std::size_t trim) const override { return inputTrims.at(trim); }
     float OutputLevelTrim(std::size_t trim) const override { return outputTrims.at(trim); }
     float OnlineLevelOffset() const override { return offset; }
+    bool SafeLevels() const override { return safe; }
+    float MaximumLevel(std::size_t output) const override { return maximum.at(output); }
 };
 
 class OnlineFixture : public testing::Test {
@@ -73,6 +82,7 @@ class OnlineFixture : public testing::Test {
     void Forget() {
         view.Boxes.clear();
         view.lines.clear();
+        view.exchanged.clear();
         packets.clear();
         port.Forget();
     }

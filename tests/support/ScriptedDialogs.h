@@ -35,6 +35,13 @@ class ScriptedDialogs final : public Dialogs {
                        Meanwhile meanwhile = {}) {
         script.push_back({MessageBox(icon, title, text), Answer::Yes, {}, std::move(meanwhile)});
     }
+    /// A message of a failure while online; the user goes on or presses Disconnect.
+    void ExpectFailure(const QString& text, bool disconnects = false, Meanwhile meanwhile = {}) {
+        script.push_back({MessageBox(MessageIcon::Exclamation, u"Error!"_s, text, u"Disconnect"_s),
+                          disconnects ? Answer::No : Answer::Yes,
+                          {},
+                          std::move(meanwhile)});
+    }
     void ExpectYesNo(const QString& title, const QString& text, Answer answer,
                      Answer defaultAnswer = Answer::Yes) {
         script.push_back({YesNoBox(title, text, defaultAnswer), answer, {}, {}});
@@ -80,8 +87,9 @@ class ScriptedDialogs final : public Dialogs {
         return Next(FileBox(u"save"_s, startAt)).File;
     }
     std::unique_ptr<OpenBox> OpenMessage(QWidget*, MessageIcon icon, const QString& title,
-                                         const QString& text, BoxClosed closed) override {
-        return Open(MessageBox(icon, title, text), closed);
+                                         const QString& text, const QString& other,
+                                         BoxClosed closed) override {
+        return Open(MessageBox(icon, title, text, other), closed);
     }
     std::unique_ptr<OpenBox> OpenYesNo(QWidget*, const QString& title, const QString& text,
                                        Answer defaultAnswer, BoxClosed closed) override {
@@ -100,9 +108,11 @@ class ScriptedDialogs final : public Dialogs {
         Meanwhile WhileOpen;
     };
 
-    static QString MessageBox(MessageIcon icon, const QString& title, const QString& text) {
+    static QString MessageBox(MessageIcon icon, const QString& title, const QString& text,
+                              const QString& other = {}) {
         return u"message (%1) \"%2\": %3"_s.arg(
-            icon == MessageIcon::Exclamation ? u"exclamation"_s : u"no icon"_s, title, text);
+                   icon == MessageIcon::Exclamation ? u"exclamation"_s : u"no icon"_s, title, text) +
+               (other.isEmpty() ? QString() : u" (or %1)"_s.arg(other));
     }
     static QString YesNoBox(const QString& title, const QString& text, Answer defaultAnswer) {
         return u"yes or no, %1 by default \"%2\": %3"_s.arg(defaultAnswer == Answer::Yes ? u"yes"_s : u"no"_s,

@@ -99,6 +99,7 @@ TEST_F(UserSettingsTest, WhatCannotBeKeptIsHarmless) {
     std::filesystem::remove(folder.Path("config"));
     std::filesystem::create_directories(path);
     settings.SetGeometry("01");
+    settings.SetSafeLevels(true);
     EXPECT_EQ(settings.Geometry() + nowhere.LastFolder(), "");
     EXPECT_TRUE(std::filesystem::is_empty(path));
 }

@@ -1,0 +1,221 @@
+#include "device/OnlineTruth.h"
+
+#include "controls/LevelTrim.h"
+#include "controls/TextConversion.h"
+#include "controls/WithoutEffect.h"
+#include "editing/ModelView.h"
+#include "model/Levels.h"
+#include "pages/OnlineStrip.h"
+#include "pages/TrimPage.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <utility>
+
+namespace vek {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// "+3 dB", "-22.5 dB"
+QString LevelWords(float level) {
+    if (level == mutedLevel)
+        return QObject::tr("muted");
+    return (level > 0 ? u"+"_s : QString()) + QString::number(level) + u" dB"_s;
+}
+
+/// The same within a sentence.
+QString LevelInSentence(float level) { return LevelWords(level).replace(u'-', u'\u2212'); }
+
+Certainty CertaintyOf(const OutputTruth& truth) {
+    if (truth.Failed || !truth.Routed)
+        return Certainty::Failed;
+    if (truth.Pending)
+        return Certainty::Pending;
+    return truth.Confirmed ? Certainty::Confirmed : Certainty::Unknown;
+}
+
+} // namespace
+
+OnlineTruth::OnlineTruth(const OnlineParts& parts, const OnlineSession& session, const OnlineInputs& inputs,
+                         std::function<bool()> busy)
+    : parts_(parts), session_(session), inputs_(inputs), busy_(std::move(busy)) {
+    show_.setSingleShot(true);
+    connect(&show_, &QTimer::timeout, this, &OnlineTruth::Show);
+}
+
+void OnlineTruth::Begin(const QString& portName) {
+    portName_ = portName;
+    passMode_ = sentMode_ = parts_.View.CurrentMode();
+    Show();
+}
+
+void OnlineTruth::PassBegins() { passMode_ = parts_.View.CurrentMode(); }
+
+void OnlineTruth::Changed() {
+    if (session_.IsOnline() && !show_.isActive())
+        show_.start(0);
+}
+
+void OnlineTruth::End() {
+    show_.stop();
+    parts_.Strip.Reset();
+    parts_.Strip.ShowWithoutEffect({});
+    for (const TrimPage* page : {&parts_.InputTrims, &parts_.OutputTrims}) {
+        for (LevelTrim* trim : page->Trims)
+            DrawWithoutEffect(*trim, {});
+    }
+}
+
+void OnlineTruth::Show() {
+    if (!session_.IsOnline())
+        return;
+    ShowOutputs();
+    ShowEffects();
+    ShowNotSent();
+    const auto failed = [this](std::size_t output) {
+        return CertaintyOf(session_.TruthOf(output)) == Certainty::Failed;
+    };
+    bool alarming = session_.Unanswered();
+    for (std::size_t output = 0; output < outputCount; ++output)
+        alarming = alarming || failed(output);
+    parts_.Strip.ShowState(State(), alarming);
+}
+
+void OnlineTruth::ShowOutputs() {
+    for (std::size_t output = 0; output < outputCount; ++output) {
+        const OutputTruth& truth = session_.TruthOf(output);
+        parts_.Strip.ShowConfirmed(output, truth.Confirmed ? LevelWords(*truth.Confirmed) : QString(),
+                                   CertaintyOf(truth));
+    }
+}
+
+void OnlineTruth::ShowEffects() {
+    const bool one = inputs_.LevelView() == LevelSource::Level;
+    parts_.Strip.ShowWithoutEffect(
+        one ? tr("Without effect: on the Levels page %1 alone is heard, at its own "
+                 "level, muted or not")
+                  .arg(Called(NameKind::Output, inputs_.CurrentOutput()))
+            : QString());
+    const std::size_t listened = inputs_.OnlineInput();
+    for (std::size_t i = 0; i < inputCount; ++i)
+        DrawWithoutEffect(
+            *parts_.InputTrims.Trims[i],
+            i == listened
+                ? QString()
+                : tr("Not heard at the moment: the outputs play %1").arg(Called(NameKind::Input, listened)));
+    for (std::size_t i = 0; i < outputCount; ++i)
+        DrawWithoutEffect(*parts_.OutputTrims.Trims[i],
+                          inputs_.MutedOutput(i) && !one
+                              ? tr("Not heard at the moment: %1 is muted").arg(Called(NameKind::Output, i))
+                              : QString());
+}
+
+bool OnlineTruth::AnythingSent() const {
+    for (std::size_t output = 0; output < outputCount; ++output) {
+        if (session_.TruthOf(output).Sent)
+            return true;
+    }
+    return false;
+}
+
+bool OnlineTruth::LevelsDiffer() const {
+    for (std::size_t output = 0; output < outputCount; ++output) {
+        const auto& sent = session_.TruthOf(output).Sent;
+        if (sent && *sent != session_.WantedLevel(output))
+            return true;
+    }
+    return false;
+}
+
+void OnlineTruth::ShowNotSent() {
+    // What is on its way is not missing.
+    if (busy_() || session_.Wanting())
+        return;
+    if (AnythingSent())
+        sentMode_ = passMode_;
+    const bool mode = sentMode_ != parts_.View.CurrentMode();
+    const bool input = session_.RoutedInput() && session_.RoutedInput() != inputs_.OnlineInput();
+    QStringList missing;
+    if (mode)
+        missing += Called(NameKind::Mode, static_cast<std::size_t>(parts_.View.CurrentMode()));
+    if (input)
+        missing += Called(NameKind::Input, inputs_.OnlineInput());
+    if (missing.isEmpty() && LevelsDiffer())
+        missing += tr("levels");
+    parts_.Strip.ShowNotSent(missing.join(u", "_s), input);
+}
+
+QString OnlineTruth::Called(NameKind kind, std::size_t index) const {
+    return NumberAndName(parts_.View.ShownNames(), kind, index);
+}
+
+QString OnlineTruth::Heard() const {
+    if (!AnythingSent())
+        return tr("nothing was sent yet, the device plays as it was programmed");
+    const bool inputTrims = inputs_.LevelView() == LevelSource::InputTrims;
+    if (inputs_.LevelView() == LevelSource::Level) {
+        const std::size_t output = inputs_.CurrentOutput();
+        return tr("Levels: only %1 is heard, at %2")
+            .arg(Called(NameKind::Output, output).replace(tr("Output"), tr("output")),
+                 LevelInSentence(session_.WantedLevel(output)));
+    }
+    const QString page = inputTrims ? tr("Input Trims: ") : tr("Output Trims: ");
+    int muted = 0;
+    std::size_t playing = 0;
+    for (std::size_t output = 0; output < outputCount; ++output) {
+        if (inputs_.MutedOutput(output))
+            ++muted;
+        else
+            playing = output;
+    }
+    constexpr int all = static_cast<int>(outputCount);
+    if (muted == all)
+        return page + tr("all outputs are muted");
+    const auto routed = session_.RoutedInput();
+    const QString input =
+        routed ? Called(NameKind::Input, *routed).replace(tr("Input"), tr("input")) : tr("the routed inputs");
+    QString words = muted == 0 ? tr("all outputs play %1").arg(input)
+                               : tr("%1 of %2 outputs play %3").arg(all - muted).arg(all).arg(input);
+    if (inputTrims)
+        words += tr(", at %1").arg(LevelInSentence(session_.WantedLevel(playing)));
+    if (muted > 0)
+        words += tr(", %1 muted").arg(muted);
+    return page + words;
+}
+
+QString OnlineTruth::Answers() const {
+    if (session_.Unanswered())
+        return tr("%1 does not answer").arg(portName_);
+    int confirmed = 0;
+    QStringList silent;
+    QStringList refused;
+    for (std::size_t output = 0; output < outputCount; ++output) {
+        const OutputTruth& truth = session_.TruthOf(output);
+        const Certainty certainty = CertaintyOf(truth);
+        if (certainty == Certainty::Confirmed && truth.Confirmed == truth.Sent)
+            ++confirmed;
+        else if (certainty == Certainty::Failed)
+            (truth.Refused ? refused : silent) += QString::number(output + 1);
+    }
+    QString words = tr("%1 of %2 confirmed").arg(confirmed).arg(outputCount);
+    const auto add = [&words](const QStringList& outputs, const QString& what) {
+        if (!outputs.isEmpty())
+            words += (outputs.size() == 1 ? tr(", output %1 %2") : tr(", outputs %1 %2"))
+                         .arg(outputs.join(u", "_s), what);
+    };
+    add(silent, tr("not answered"));
+    add(refused, tr("refused"));
+    return words;
+}
+
+QString OnlineTruth::State() const {
+    QStringList parts = {tr("ONLINE %1").arg(portName_), Heard()};
+    if (AnythingSent())
+        parts += Answers();
+    return parts.join(u" · "_s);
+}
+
+} // namespace vek
