@@ -5,6 +5,7 @@
 #include "link/PortFinding.h"
 
 #include <cstddef>
+#include <string_view>
 
 namespace vek {
 
@@ -32,11 +33,25 @@ struct Failure {
 struct DownloadProgress {
     int Acknowledged = 0; ///< blocks
     int Blocks = 0;
+    int Retries = 0; ///< blocks that were sent once more
+};
+
+/// What a search asks at the moment.
+struct SearchStep {
+    std::string_view Settings; ///< of the port, such as "9600,n,8,2"
+    int Number;                ///< of the settings, 1 … Count
+    int Count;                 ///< settings of a pass
+    int Pass;                  ///< from 1; there are more only where answers are not understood
 };
 
 class LinkOutcomes {
   public:
     virtual ~LinkOutcomes() = default;
+
+    /// Row 0 … 3 is about to be opened.
+    virtual void PortSearchBegins(std::size_t /*row*/) {}
+    /// The port that is open is asked.
+    virtual void Searching(const SearchStep& /*step*/) {}
 
     /// Row 0 … 3 is COM1 … COM4; the port is closed again.
     virtual void PortSearched(std::size_t row, const PortFinding& finding) = 0;
@@ -49,6 +64,9 @@ class ProgrammingOutcomes {
   public:
     virtual ~ProgrammingOutcomes() = default;
 
+    /// Something answered the search with which an attempt begins.
+    virtual void DeviceFound(const PortFinding& /*finding*/) {}
+    /// A block was acknowledged, or is about to be sent once more.
     virtual void Progress(DownloadProgress progress) = 0;
     /// The first block is about to be sent: what the device held before is gone.
     virtual void DownloadBegins() = 0;

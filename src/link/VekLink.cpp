@@ -86,7 +86,9 @@ Task<PortFinding> VekLink::Find_vek(bool restart) {
     PortFinding finding = Silent();
     co_await send_wake_pulse();
     for (int pass = 0; pass < searchPasses; ++pass) {
+        int number = 0;
         for (const char* settings : searchSettings) {
+            outcomes_.Searching({settings, ++number, static_cast<int>(searchSettings.size()), pass + 1});
             const ByteVector reply = co_await SearchAt(settings);
             if (!exchange_.PortOpen())
                 co_return Silent();
@@ -148,10 +150,16 @@ Task<bool> VekLink::restart_unit() {
     co_return false;
 }
 
-Task<bool> VekLink::SendBlock(const DownloadImage& image, int number) {
+Task<bool> VekLink::SendBlock(const DownloadImage& image, DownloadProgress& progress,
+                              ProgrammingOutcomes& programming) {
+    const int number = progress.Acknowledged;
     const DownloadBlock block = BuildBlock(image, number);
     Reply reply = Reply::None;
     for (int attempt = 0; attempt < commandAttempts; ++attempt) {
+        if (attempt > 0) {
+            ++progress.Retries;
+            programming.Progress(progress);
+        }
         const Reply latest = co_await Request(downloadCommand, block);
         if (latest == Reply::Accepted)
             co_return true;
@@ -166,20 +174,21 @@ Task<bool> VekLink::SendBlock(const DownloadImage& image, int number) {
 }
 
 Task<bool> VekLink::send_download(const DownloadImage& image, ProgrammingOutcomes& programming) {
-    const int blocks = BlockCount(image.Length);
+    DownloadProgress progress = {.Blocks = BlockCount(image.Length)};
     exchange_.DiscardInput();
     programming.DownloadBegins();
-    for (int number = 0; number < blocks && !endWanted_; ++number) {
-        const bool acknowledged = co_await SendBlock(image, number);
+    while (progress.Acknowledged < progress.Blocks && !endWanted_) {
+        const bool acknowledged = co_await SendBlock(image, progress, programming);
         if (!acknowledged)
             co_return false;
-        programming.Progress({number + 1, blocks});
+        ++progress.Acknowledged;
+        programming.Progress(progress);
     }
     co_return !endWanted_;
 }
 
 Task<ConfigureResult> VekLink::Configure_Vek(const DownloadImage& image, ProgrammingOutcomes& programming) {
-    programming.Progress({0, BlockCount(image.Length)});
+    programming.Progress({.Blocks = BlockCount(image.Length)});
     if (!exchange_.PortOpen()) {
         co_await outcomes_.Failed({FailureKind::PortNotOpen});
         co_return ConfigureResult::PortNotOpen;
@@ -189,6 +198,7 @@ Task<ConfigureResult> VekLink::Configure_Vek(const DownloadImage& image, Program
         co_await outcomes_.Failed({FailureKind::NotResponding});
         co_return ConfigureResult::NotResponding;
     }
+    programming.DeviceFound(finding);
     const bool downloaded = co_await send_download(image, programming);
     if (endWanted_) {
         co_await restart_unit();

@@ -72,7 +72,9 @@ class VekLink {
     Task<ByteVector> SearchAt(std::string_view settings);
     Task<> SendRequest(std::uint8_t command, std::span<const std::uint8_t> argument);
     Task<Reply> Request(std::uint8_t command, std::span<const std::uint8_t> argument);
-    Task<bool> SendBlock(const DownloadImage& image, int number);
+    /// The block behind those acknowledged.
+    Task<bool> SendBlock(const DownloadImage& image, DownloadProgress& progress,
+                         ProgrammingOutcomes& programming);
 
     Exchange exchange_;
     const DeviceTypeList& types_;

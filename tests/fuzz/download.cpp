@@ -35,11 +35,12 @@ class Programming : public LinkOutcomes, public ProgrammingOutcomes {
         co_return;
     }
     void Progress(DownloadProgress progress) override {
-        if (progress.Acknowledged == 0)
+        if (progress.Acknowledged == 0 && progress.Retries == 0)
             begun = false;
         else
-            Require(begun && progress.Acknowledged == acknowledged + 1);
-        acknowledged = progress.Acknowledged;
+            Require(begun &&
+                    progress.Acknowledged + progress.Retries == told.Acknowledged + told.Retries + 1);
+        told = progress;
         Require(progress.Blocks == BlockCount(image.Length) && TenthsOf(progress) <= fullProgress);
     }
     void DownloadBegins() override {
@@ -56,7 +57,7 @@ class Programming : public LinkOutcomes, public ProgrammingOutcomes {
     InputBytes& input;
     const DownloadImage& image;
     std::array<std::uint8_t, imageBufferSize> memory = {}; ///< of the device
-    int acknowledged = 0;
+    DownloadProgress told;
     bool begun = false;
 };
 

@@ -14,15 +14,29 @@ const std::string programFailed =
 
 class LinkOutcomesOfTest : public RecordingOutcomes<LinkOutcomes>, public ProgrammingOutcomes {
   public:
-    std::string Percentages; ///< each followed by a blank
+    std::string Percentages; ///< each followed by a blank, and what else an attempt tells
+    std::string Step;        ///< of the search, the last one
     int YesAnswers = 0;      ///< to questions to come
 
+    void PortSearchBegins(std::size_t row) override { Step = std::to_string(row) + ':'; }
+    void Searching(const SearchStep& step) override {
+        (Step.resize(2), Step += step.Settings) += " " + std::to_string(step.Number) + " of " +
+                                                   std::to_string(step.Count) + ", pass " +
+                                                   std::to_string(step.Pass);
+    }
+    void DeviceFound(const PortFinding& finding) override { Percentages += TextOf(finding) + ' '; }
     void DownloadBegins() override { Percentages += "begins "; }
-    void Progress(DownloadProgress progress) override { Percentages += PercentText(progress) + ' '; }
+    void Progress(DownloadProgress progress) override {
+        Percentages += progress.Retries > retries ? "again " : PercentText(progress) + ' ';
+        retries = progress.Retries;
+    }
     Task<bool> WantsAnother() override {
         Boxes += "another?;";
         co_return YesAnswers-- > 0;
     }
+
+  private:
+    int retries = 0;
 };
 
 class VekLinkTest : public testing::Test {
@@ -165,10 +179,13 @@ TEST_F(Searching, TellsWhatIsOnEachPortAndLeavesItClosed) {
     EXPECT_EQ(outcomes.States(), (PortStates{NotUnderstood, NotPermitted, NotUnderstood, NotPermitted}));
     EXPECT_TRUE(WhyNotOpened(*outcomes.Found[1]).starts_with("you are not allowed to use it"));
     EXPECT_EQ(outcomes.Found[2]->Settings, rate);
+    EXPECT_EQ(outcomes.Step, "3:") << "COM4 is not asked";
     EXPECT_EQ(outcomes.Found[2]->Answer, *wrong);
     rate = "none";
+    port.Present = {4};
     Search();
-    EXPECT_EQ(outcomes.Found[0]->State, Silent);
+    EXPECT_EQ(outcomes.Found[3]->State, Silent);
+    EXPECT_EQ(outcomes.Step, "3:2400,n,8,2 7 of 7, pass 1");
 }
 
 TEST_F(Searching, SendingIsWaitedForBeforeTheWaitsBegin) {
@@ -227,7 +244,7 @@ TEST_F(Download, BytesAndSettingsInOrder) {
               "543 input, 543 set 9600,o,8,1, 543 send 33, 553 set 9600,e,8,1, 553 send FF, "
               "1053 input, 1053 set 9600,o,8,1, 1053 send 33, 1063 set 9600,e,8,1, 1063 send FF, "
               "1064 input");
-    EXPECT_EQ(outcomes.Percentages, "begins 0.0% 33.3% 100% ");
+    EXPECT_EQ(outcomes.Percentages, "begins 0.0% again 33.3% 100% ");
 }
 
 TEST_F(Download, WholeImageTakesItsFixedWaits) {
@@ -239,7 +256,7 @@ TEST_F(Download, WholeImageTakesItsFixedWaits) {
     outcomes.Percentages.clear();
     image.Length = 0;
     EXPECT_EQ(Run(link.Configure_Vek(image, outcomes)), ConfigureResult::Done);
-    EXPECT_EQ(outcomes.Percentages, "100% begins ") << "of nothing";
+    EXPECT_EQ(outcomes.Percentages, "100% Matrix Vek2.5 begins ") << "of nothing";
 }
 
 TEST_F(Download, OutcomesOfAnAttempt) {
@@ -290,7 +307,7 @@ TEST_F(Download, ProgramsOneAfterTheOther) {
     EXPECT_EQ(port.Story("open"), "0 open 1, 414 open 1");
     EXPECT_EQ(port.Events.back(), "828 close");
     EXPECT_EQ(port.Events[1], "100 set 110,n,8,2");
-    EXPECT_EQ(outcomes.Percentages.substr(0, 15), "0% begins 0.0% ");
+    EXPECT_EQ(outcomes.Percentages.substr(0, 29), "0% Matrix Vek2.5 begins 0.0% ");
 }
 
 TEST_F(Download, AskedToEndItFinishesTheBlockAndRestarts) {
