@@ -3,11 +3,11 @@
 #include "base/Bytes.h"
 #include "base/DurableFile.h"
 #include "base/Errors.h"
+#include "userstate/TimedFiles.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <ctime>
 #include <fcntl.h>
 #include <filesystem>
 #include <functional>
@@ -55,38 +55,15 @@ RecoveryOrigin OriginAt(const std::string& stem) {
     return origin;
 }
 
-/// A name that tells when and by which program, so that a user can find his way in the folder.
-std::string NewStem(const std::string& folder, int attempt) {
-    const std::time_t now = std::time(nullptr);
-    std::tm parts = {};
-    ::gmtime_r(&now, &parts);
-    char time[32];
-    std::strftime(time, sizeof time, "%Y%m%d-%H%M%S", &parts);
-    std::string stem = folder + '/' + time + '-' + std::to_string(::getpid());
-    return attempt == 0 ? stem : stem + '-' + std::to_string(attempt);
-}
-
 } // namespace
 
 RecoveryCopy RecoveryCopy::Create(const std::string& folder) {
-    std::error_code error;
-    if (fs::create_directories(folder, error))
-        fs::permissions(folder, fs::perms::owner_all, error);
-    constexpr int mostAttempts = 1000;
-    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
-        std::string stem = NewStem(folder, attempt);
-        Descriptor lock(
-            ::open((stem + lockSuffix).c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, forUserOnly));
-        if (lock.Open() && ::flock(lock.Get(), LOCK_EX | LOCK_NB) == 0)
-            return {std::move(stem), std::move(lock)};
-        if (!lock.Open() && errno == EEXIST)
-            continue;
-        const int reason = errno;
-        if (lock.Open())
-            Delete(stem + lockSuffix);
-        throw FileError(folder + ": " + std::strerror(reason));
-    }
-    throw FileError(folder + ": no free name");
+    TimedFile lock = CreateTimedFile(folder, lockSuffix);
+    if (::flock(lock.File.Get(), LOCK_EX | LOCK_NB) == 0)
+        return {std::move(lock.Stem), std::move(lock.File)};
+    const int reason = errno;
+    Delete(lock.Stem + lockSuffix);
+    throw FileError(folder + ": " + std::strerror(reason));
 }
 
 RecoveryCopy::~RecoveryCopy() {

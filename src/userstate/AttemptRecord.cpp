@@ -1,0 +1,97 @@
+#include "userstate/AttemptRecord.h"
+
+#include "base/Errors.h"
+#include "link/OutcomeTexts.h"
+
+#include <array>
+#include <ctime>
+#include <pwd.h>
+#include <unistd.h>
+#include <utility>
+
+namespace vek {
+
+namespace {
+
+std::string HostName() {
+    std::array<char, 256> name = {};
+    return ::gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "";
+}
+
+std::string UserName() {
+    std::array<char, 4096> space = {};
+    passwd user = {};
+    passwd* found = nullptr;
+    ::getpwuid_r(::getuid(), &user, space.data(), space.size(), &found);
+    return found != nullptr ? found->pw_name : std::to_string(::getuid());
+}
+
+void StampNow(JournalEntry& entry) {
+    const std::time_t now = std::time(nullptr);
+    std::tm parts = {};
+    ::localtime_r(&now, &parts);
+    entry.Time = now;
+    entry.ZoneOffset = static_cast<int>(parts.tm_gmtoff);
+}
+
+AttemptResult ResultOf(FailureKind failure) {
+    switch (failure) {
+    case FailureKind::PortNotOpen:
+        return AttemptResult::PortNotOpen;
+    case FailureKind::NotResponding:
+        return AttemptResult::NoAnswer;
+    case FailureKind::DownloadNoReply:
+        return AttemptResult::BlockNotAnswered;
+    case FailureKind::DownloadRefused:
+        return AttemptResult::BlockRefused;
+    default:
+        return AttemptResult::RestartFailed;
+    }
+}
+
+} // namespace
+
+AttemptRecord::AttemptRecord(const ProgrammingJournal& journal, JournalEntry entry,
+                             std::span<const std::byte> record, Clock clock)
+    : journal_(journal), entry_(std::move(entry)), clock_(std::move(clock)), begun_(clock_()) {
+    StampNow(entry_);
+    entry_.Host = HostName();
+    entry_.User = UserName();
+    try {
+        kept_ = journal_.Enter(entry_, record);
+    } catch (const FileError& error) {
+        problem_ = error.what();
+    }
+}
+
+void AttemptRecord::Found(const PortFinding& device) {
+    constexpr std::uint32_t codeMask = 0xFF;
+    entry_.DeviceCode = static_cast<int>(device.Found & codeMask);
+    entry_.DeviceName = device.Type != nullptr ? device.Type->Name : std::string();
+    entry_.DeviceVersion = VersionText(device.Found);
+}
+
+void AttemptRecord::Progress(const DownloadProgress& progress) {
+    entry_.BlocksAcknowledged = progress.Acknowledged;
+    entry_.Retries = progress.Retries;
+}
+
+void AttemptRecord::End(FailureKind failure) { End(ResultOf(failure)); }
+
+void AttemptRecord::End(AttemptResult result) {
+    if (entry_.Result != AttemptResult::Unfinished)
+        return;
+    entry_.Result = result;
+    entry_.Milliseconds = static_cast<int>(clock_() - begun_);
+    if (!kept_)
+        return;
+    kept_->Entry = entry_;
+    try {
+        journal_.Update(*kept_);
+        journal_.Prune(entry_.Time);
+    } catch (const FileError& error) {
+        problem_ = error.what();
+    }
+}
+
+} // namespace vek
