@@ -6,6 +6,7 @@
 #include "editor/Endings.h"
 #include "platform/ComPorts.h"
 #include "platform/JsonRegistryStore.h"
+#include "platform/PortInspection.h"
 #include "platform/QtOneShotTimer.h"
 #include "platform/QtSerialControl.h"
 #include "userstate/UserFolders.h"
@@ -85,6 +86,7 @@ int RunEditor(const std::string& commandLine, Endings& endings) {
         .MakeSerialControl = [] { return std::make_unique<QtSerialControl>(); },
         .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
         .PortNames = PortNames,
+        .FactsOfPort = [](std::size_t row) { return FactsOfComPort(static_cast<int>(row) + 1); },
         .StateFolder = UserStateFolder(),
         .SettingsFile = UserSettingsFile(),
         .TemplateFolders = {ExampleFolder(), UserTemplatesFolder()},

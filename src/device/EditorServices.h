@@ -2,11 +2,13 @@
 // folders.
 #pragma once
 
+#include "link/PortFacts.h"
 #include "link/RegistryStore.h"
 #include "link/SerialControl.h"
 
 #include <QStringList>
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -24,6 +26,8 @@ struct EditorServices {
     /// The devices behind COM1 … COM4 as the user knows them ("ttyUSB0"), empty where there is none. Asked
     /// anew each time, because adapters come and go.
     std::function<QStringList()> PortNames;
+    /// What the system tells of COM1 … COM4 (row 0 … 3) besides; takes some milliseconds.
+    std::function<PortFacts(std::size_t row)> FactsOfPort = [](std::size_t) { return PortFacts(); };
     /// Where recovery copies are kept, a path in the system's own bytes; empty for nowhere.
     std::string StateFolder = {};
     /// Where the user's settings are kept; empty for nowhere.

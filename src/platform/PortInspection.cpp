@@ -1,0 +1,54 @@
+#include "platform/PortInspection.h"
+
+#include "platform/ComPorts.h"
+#include "platform/PortHolders.h"
+#include "platform/PortRights.h"
+#include "platform/SerialDevices.h"
+
+#include <QSerialPortInfo>
+
+#include <filesystem>
+
+namespace vek {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The name of the driver that serves a device; empty where the system does not tell.
+std::string DriverOf(const std::string& device) {
+    std::error_code error;
+    const fs::path link = fs::path("/sys/class/tty") / fs::path(device).filename() / "device/driver";
+    return fs::canonical(link, error).filename().string();
+}
+
+std::string AdapterText(const QSerialPortInfo& info) {
+    const QString text = (info.manufacturer() + u' ' + info.description()).simplified();
+    return text.toStdString();
+}
+
+} // namespace
+
+PortFacts FactsOfDevice(const std::string& device) {
+    PortFacts facts;
+    std::error_code error;
+    const fs::path resolved = fs::canonical(device, error);
+    facts.Device = error ? device : resolved.string();
+    facts.Exists = !error;
+    facts.Grabbers = RunningGrabbers();
+    if (!facts.Exists)
+        return facts;
+    facts.IsSerial = IsSerialDevice(facts.Device);
+    facts.IsPseudoTerminal = facts.IsSerial && facts.Device.starts_with("/dev/pts/");
+    facts.Rights = RightsOf(facts.Device);
+    facts.Holders = HoldersOf(facts.Device);
+    facts.Driver = DriverOf(facts.Device);
+    const QSerialPortInfo info(QString::fromStdString(ShownDeviceName(facts.Device)));
+    facts.Adapter = AdapterText(info);
+    facts.SerialNumber = info.serialNumber().toStdString();
+    return facts;
+}
+
+PortFacts FactsOfComPort(int number) { return FactsOfDevice(DeviceOfComPort(number)); }
+
+} // namespace vek
