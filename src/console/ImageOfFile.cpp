@@ -5,9 +5,9 @@
 
 namespace vek {
 
-DownloadImage ImageOfFile(const std::string& path) {
+EncodedImage ImageOfFile(const std::string& path) {
     try {
-        return EncodeImage(LoadConfigInput(path)).Image;
+        return EncodeImage(LoadConfigInput(path));
     } catch (const RunTimeError& error) {
         throw FileError(InputName(path) + ": no image can be built: " + error.what());
     }

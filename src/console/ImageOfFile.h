@@ -8,6 +8,6 @@
 namespace vek {
 
 /// Throws FileError, naming the file, when it cannot be read or when no image can be built of it.
-DownloadImage ImageOfFile(const std::string& path);
+EncodedImage ImageOfFile(const std::string& path);
 
 } // namespace vek

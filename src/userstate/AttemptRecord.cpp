@@ -4,6 +4,7 @@
 #include "link/OutcomeTexts.h"
 
 #include <array>
+#include <chrono>
 #include <ctime>
 #include <pwd.h>
 #include <unistd.h>
@@ -51,16 +52,25 @@ AttemptResult ResultOf(FailureKind failure) {
 
 } // namespace
 
+std::int64_t SteadyMilliseconds() {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
+}
+
 AttemptRecord::AttemptRecord(const ProgrammingJournal& journal, JournalEntry entry,
                              std::span<const std::byte> record, Clock clock)
     : journal_(journal), entry_(std::move(entry)), clock_(std::move(clock)), begun_(clock_()) {
     StampNow(entry_);
     entry_.Host = HostName();
     entry_.User = UserName();
+    Keep([&] { kept_ = journal_.Enter(entry_, record); });
+}
+
+void AttemptRecord::Keep(const std::function<void()>& write) {
     try {
-        kept_ = journal_.Enter(entry_, record);
+        write();
     } catch (const FileError& error) {
-        problem_ = error.what();
+        problem_ = std::string("The programming history could not be written: ") + error.what();
     }
 }
 
@@ -86,12 +96,10 @@ void AttemptRecord::End(AttemptResult result) {
     if (!kept_)
         return;
     kept_->Entry = entry_;
-    try {
+    Keep([this] {
         journal_.Update(*kept_);
         journal_.Prune(entry_.Time);
-    } catch (const FileError& error) {
-        problem_ = error.what();
-    }
+    });
 }
 
 } // namespace vek

@@ -13,6 +13,9 @@
 
 namespace vek {
 
+/// Since the machine's start.
+std::int64_t SteadyMilliseconds();
+
 /// Entered as unfinished when it is made, so that a program that is killed leaves a true entry, and completed
 /// when it ends. What cannot be written never stops the attempt.
 class AttemptRecord {
@@ -22,7 +25,7 @@ class AttemptRecord {
 
     /// What is known before: file, port, adapter, blocks and digest; the rest is filled in.
     AttemptRecord(const ProgrammingJournal& journal, JournalEntry entry, std::span<const std::byte> record,
-                  Clock clock);
+                  Clock clock = SteadyMilliseconds);
 
     void Found(const PortFinding& device);
     void Progress(const DownloadProgress& progress);
@@ -31,10 +34,12 @@ class AttemptRecord {
     void End(AttemptResult result);
 
     const JournalEntry& Entry() const { return entry_; }
-    /// Why the history could not be written; empty when it was.
+    /// That the history could not be written, and why; empty when it was.
     const std::string& Problem() const { return problem_; }
 
   private:
+    void Keep(const std::function<void()>& write);
+
     const ProgrammingJournal journal_;
     JournalEntry entry_;
     const Clock clock_;

@@ -25,6 +25,7 @@ constexpr std::pair<AttemptResult, std::string_view> resultNames[] = {
 
 constexpr const char* timeName = "time";
 constexpr const char* resultName = "result";
+constexpr const char* copyName = "copy";
 
 struct Member {
     const char* Name;
@@ -160,10 +161,12 @@ std::string JournalTime(const JournalEntry& entry) {
 
 std::string EncodeJournalEntry(const JournalEntry& entry) { return Text(ToJson(entry)); }
 
-std::string EncodeJournal(const std::vector<JournalEntry>& entries) {
+std::string EncodeJournal(const std::vector<KeptAttempt>& attempts) {
     Json array = Json::array();
-    for (const JournalEntry& entry : entries)
-        array.push_back(ToJson(entry));
+    for (const KeptAttempt& attempt : attempts) {
+        array.push_back(ToJson(attempt.Entry));
+        array.back()[copyName] = attempt.ConfigPath();
+    }
     return Text(array);
 }
 
@@ -182,9 +185,9 @@ std::optional<JournalEntry> DecodeJournalEntry(std::string_view text) {
     return entry;
 }
 
-std::vector<std::string> JournalLines(const std::vector<JournalEntry>& entries) {
-    std::vector<Columns> rows(entries.size());
-    std::ranges::transform(entries, rows.begin(), ColumnsOf);
+std::vector<std::string> JournalLines(const std::vector<KeptAttempt>& attempts) {
+    std::vector<Columns> rows(attempts.size());
+    std::ranges::transform(attempts, rows.begin(), ColumnsOf, &KeptAttempt::Entry);
     std::array<std::size_t, std::tuple_size_v<Columns>> widths = {};
     for (const Columns& row : rows) {
         for (std::size_t i = 0; i < row.size(); ++i)

@@ -47,16 +47,27 @@ struct JournalEntry {
     bool operator==(const JournalEntry&) const = default;
 };
 
+/// An entry with the files that it is kept in.
+struct KeptAttempt {
+    JournalEntry Entry;
+    std::string Stem; ///< path without suffix, in the system's own bytes
+
+    static constexpr const char* RecordSuffix = ".VMC";
+    static constexpr const char* TextSuffix = ".json";
+    std::string ConfigPath() const { return Stem + RecordSuffix; }
+    std::string TextPath() const { return Stem + TextSuffix; }
+};
+
 /// A JSON object with a line for each member, UTF-8. Bytes that are no UTF-8 are replaced.
 std::string EncodeJournalEntry(const JournalEntry& entry);
 /// Nothing for a text that is no such object, or without the time or a known result. Other members may be
 /// missing.
 std::optional<JournalEntry> DecodeJournalEntry(std::string_view text);
-/// All of them as one JSON array.
-std::string EncodeJournal(const std::vector<JournalEntry>& entries);
+/// All of them as one JSON array; each tells the path of its configuration besides.
+std::string EncodeJournal(const std::vector<KeptAttempt>& attempts);
 
 /// A line for each: time, result, port, device, blocks, retries, seconds and file, below each other.
-std::vector<std::string> JournalLines(const std::vector<JournalEntry>& entries);
+std::vector<std::string> JournalLines(const std::vector<KeptAttempt>& attempts);
 /// "2026-11-22T11:24:05+01:00"
 std::string JournalTime(const JournalEntry& entry);
 

@@ -17,8 +17,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* folderName = "/downloads";
-constexpr const char* recordSuffix = ".VMC";
-constexpr const char* textSuffix = ".json";
 constexpr std::size_t longestText = std::size_t{64} * 1024;
 constexpr std::size_t mostAttempts = 5000;
 constexpr std::int64_t keptFor = std::int64_t{2} * 365 * 24 * 60 * 60; // seconds
@@ -30,16 +28,13 @@ void Delete(const std::string& path) {
 
 } // namespace
 
-std::string KeptAttempt::ConfigPath() const { return Stem + recordSuffix; }
-std::string KeptAttempt::TextPath() const { return Stem + textSuffix; }
-
 ProgrammingJournal::ProgrammingJournal(const std::string& stateFolder)
     : folder_(stateFolder.empty() ? std::string() : stateFolder + folderName) {}
 
 KeptAttempt ProgrammingJournal::Enter(const JournalEntry& entry, std::span<const std::byte> record) const {
     if (folder_.empty())
         throw FileError("there is no folder for it");
-    const KeptAttempt attempt = {entry, CreateTimedFile(folder_, recordSuffix).Stem};
+    const KeptAttempt attempt = {entry, CreateTimedFile(folder_, KeptAttempt::RecordSuffix).Stem};
     try {
         WriteFileDurably(attempt.ConfigPath(), record, ExistingTail::Drop);
         Update(attempt);
@@ -59,7 +54,7 @@ std::vector<std::string> ProgrammingJournal::Names() const {
     std::error_code error;
     for (fs::directory_iterator entry(folder_, error), end; !error && entry != end; entry.increment(error)) {
         const fs::path& file = entry->path();
-        if ((file.extension() == recordSuffix || file.extension() == textSuffix) &&
+        if ((file.extension() == KeptAttempt::RecordSuffix || file.extension() == KeptAttempt::TextSuffix) &&
             IsTimedName(file.stem().string()))
             names.push_back(file.stem().string());
     }

@@ -16,14 +16,6 @@
 
 namespace vek {
 
-struct KeptAttempt {
-    JournalEntry Entry;
-    std::string Stem; ///< path without suffix
-
-    std::string ConfigPath() const;
-    std::string TextPath() const;
-};
-
 class ProgrammingJournal {
   public:
     /// In a folder of the user's state folder, a path in the system's own bytes; an empty one is nowhere.

@@ -59,6 +59,8 @@ class NamedPort {
 
     /// "COM1 (ttyUSB0)", or the device alone.
     const std::string& Text() const { return text_; }
+    /// Its path.
+    const std::string& Device() const { return device_; }
     /// Makes the device COM1, and the only port.
     QtSerialControl::DeviceLookup AsCom1() const;
 

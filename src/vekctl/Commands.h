@@ -20,12 +20,14 @@ void AddVexCommand(CLI::App& app);
 void AddImageCommand(CLI::App& app);
 /// The commands that use a serial port: ports, find and program.
 void AddPortCommands(CLI::App& app);
+/// What devices were given, also by the editor.
+void AddHistoryCommand(CLI::App& app);
 void AddSimulateCommand(CLI::App& app);
 
 /// In the order of the usage text.
 inline constexpr void (*commands[])(CLI::App&) = {
-    AddNewCommand, AddShowCommand, AddFromJsonCommand, AddDiffCommand,  AddCheckCommand,    AddReportCommand,
-    AddCsvCommand, AddVexCommand,  AddImageCommand,    AddPortCommands, AddSimulateCommand,
+    AddNewCommand, AddShowCommand, AddFromJsonCommand, AddDiffCommand,  AddCheckCommand,   AddReportCommand,
+    AddCsvCommand, AddVexCommand,  AddImageCommand,    AddPortCommands, AddHistoryCommand, AddSimulateCommand,
 };
 
 } // namespace vek

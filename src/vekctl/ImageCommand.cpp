@@ -22,7 +22,7 @@ void AddImageCommand(CLI::App& app) {
     command->add_option("-o", options->Output, "The file to write, - for standard output")->required();
     command->callback([options] {
         RefuseOwnInput(options->Output, options->File);
-        const DownloadImage image = ImageOfFile(options->File);
+        const DownloadImage image = ImageOfFile(options->File).Image;
         WriteOutput(options->Output, std::as_bytes(std::span(image.Buffer).first(imageLength)));
     });
 }

@@ -3,12 +3,17 @@
 #include "simulator/PseudoTerminal.h"
 #include "support/TestData.h"
 
+#include <QCryptographicHash>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 
 #include <csignal>
 #include <gmock/gmock.h>
 #include <list>
 #include <thread>
+#include <tuple>
 
 using namespace vek;
 using namespace vek::test;
@@ -47,6 +52,7 @@ class Console {
         for (const char* other : {"VEK_COM2", "VEK_COM3", "VEK_COM4"})
             environment.insert(other, "");
         environment.insert("VEK_STORE", QString::fromStdString(folder.Path("store.json")));
+        environment.insert("XDG_STATE_HOME", QString::fromStdString(folder.Path("state")));
         environment.insert("LC_ALL", "C.UTF-8");
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(VEK_TEST_DATA);
@@ -113,26 +119,28 @@ TEST(Console, ShowsABarOnATerminalAndTriesAgain) {
 }
 
 TEST(Console, TellsWhyADeviceWasNotProgrammed) {
-    const std::pair<std::string, const char*> cases[] = {
-        {"--fault no-reply@block:0x4", "vekctl: No reply to download (block 0)\n"},
-        {"--fault wrong-reply@block:11x4", "vekctl: Reply to download failed (block 11)\n"},
+    const std::tuple<std::string, const char*, const char*> cases[] = {
+        {"--fault no-reply@block:0x4", "vekctl: No reply to download (block 0)\n", "block not answered"},
+        {"--fault wrong-reply@block:11x4", "vekctl: Reply to download failed (block 11)\n",
+         "11 of 273 blocks  3 retries"},
         // Where in the flood an attempt looks for its reply depends on the machine, so the block is left
         // open.
-        {"--fault flood:1000@block:3", "vekctl: Reply to download failed (block "},
-        {"--fault hang-up@block:20", "vekctl: No reply to download (block 20)\n"},
-        {"--fault hang-up@search", ": no device answers\n"},
-        {"--fault no-reply@searchx*", ": no device answers\n"},
-        {"--fault no-reply@search:2x*", "vekctl: Vek not responding\n"},
-        {"--reply-code 13", ": not a Matrix Vek but Wall Panel 8 Vek2.5\n"},
+        {"--fault flood:1000@block:3", "vekctl: Reply to download failed (block ", "block refused"},
+        {"--fault hang-up@block:20", "vekctl: No reply to download (block 20)\n", " 20 of 273 "},
+        {"--fault hang-up@search", ": no device answers\n", "no device answered"},
+        {"--fault no-reply@searchx*", ": no device answers\n", "  -  "},
+        {"--fault no-reply@search:2x*", "vekctl: Vek not responding\n", "no device answered"},
+        {"--reply-code 13", ": not a Matrix Vek but Wall Panel 8 Vek2.5\n", "Wall Panel 8 Vek 2.5"},
         {"--fault wrong-reply@restartx4",
          "vekctl: Reply fail to restart\nvekctl: Program failed, Vekule will fail to operate correctly until "
-         "reprogrammmed, Try powering the vek off/wait/on and reprogram again\n"},
+         "reprogrammmed, Try powering the vek off/wait/on and reprogram again\n",
+         "restart failed"},
     };
     // Side by side, because all of them mostly wait.
     std::list<Console> consoles;
-    for (const auto& [simulation, error] : cases)
+    for (const auto& [simulation, error, kept] : cases)
         consoles.emplace_back(simulation.c_str()).Start("program 03.VMC --port COM1");
-    for (const auto& [simulation, error] : cases) {
+    for (const auto& [simulation, error, kept] : cases) {
         Console& console = consoles.front();
         EXPECT_EQ(Console::Wait(console.Program), 1) << simulation;
         EXPECT_THAT(console.Err(), HasSubstr(error)) << simulation;
@@ -142,8 +150,40 @@ TEST(Console, TellsWhyADeviceWasNotProgrammed) {
         if (simulation.starts_with("--fault hang-up")) {
             EXPECT_EQ(Console::Wait(console.Simulator), 0);
         }
+        EXPECT_EQ(console.Run("history"), 0);
+        EXPECT_THAT(console.Out(), HasSubstr(kept)) << simulation;
         consoles.pop_front();
     }
+}
+
+TEST(Console, RemembersWhatADeviceWasGiven) {
+    Console console("");
+    EXPECT_EQ(console.Run("history"), 0);
+    EXPECT_EQ(console.Err(), "vekctl: no device was programmed yet\n");
+    EXPECT_EQ(console.Run("program 03.VMC --port COM1"), 0);
+    console.Start("program 02.VMC --port COM1");
+    Await([&] {
+        return console.Log().find("block 5 ", console.Log().find("programmed")) != std::string::npos;
+    });
+    console.Program.kill();
+    Console::Wait(console.Program);
+    EXPECT_EQ(console.Run("history --json"), 0);
+    const auto entries = QJsonDocument::fromJson(QByteArray::fromStdString(console.Out())).array();
+    ASSERT_EQ(entries.size(), 2);
+    EXPECT_EQ(entries[0]["result"], "unfinished");
+    EXPECT_EQ(entries[1]["result"], "programmed");
+    EXPECT_EQ(entries[1]["file"], VEK_TEST_DATA "/03.VMC");
+    const auto digest =
+        QCryptographicHash::hash(QByteArray::fromStdString(console.Image()), QCryptographicHash::Sha256);
+    EXPECT_EQ(entries[1]["imageSha256"].toString().toLatin1(), digest.toHex());
+    const std::string copy = entries[1]["copy"].toString().toStdString();
+    EXPECT_EQ(console.Run("image " + copy + " -o -"), 0);
+    EXPECT_EQ(console.Out(), console.Image());
+
+    std::filesystem::remove_all(console.folder.Path("state"));
+    WriteText(console.folder.Path("state"), "no folder");
+    EXPECT_EQ(console.Run("program 03.VMC --port COM1"), 0);
+    EXPECT_THAT(console.Err(), testing::StartsWith("vekctl: The programming history could not be written: "));
 }
 
 TEST(Console, FindsDevicesAtEveryRateAndPace) {

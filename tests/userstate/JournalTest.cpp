@@ -79,7 +79,7 @@ TEST(JournalTexts, GoBothWaysAndTellWhatTheyCannotRead) {
 TEST(JournalTexts, LinesStandBelowEachOther) {
     JournalEntry silent = {
         .Time = now, .File = "/b\nc", .Port = "COM2", .Result = AttemptResult::NoAnswer, .Blocks = 273};
-    EXPECT_THAT(JournalLines({hall, silent}),
+    EXPECT_THAT(JournalLines({{hall, ""}, {silent, ""}}),
                 ElementsAre("2026-11-22 11:24:05  programmed          COM1 (ttyUSB0)  Matrix Vek 2.5  "
                             "273 blocks       1 retry    11.4 s  h\u00E4ll.VMC",
                             "2026-11-22 10:24:05  no device answered  COM2            -               "
@@ -148,7 +148,7 @@ TEST_F(Journal, AnAttemptIsThereFromItsBeginning) {
     kept = journal.FromNewest();
     const JournalEntry& first = kept.back().Entry;
     EXPECT_EQ(first, records[0].Entry());
-    EXPECT_EQ(JournalLines({first}).front().substr(19),
+    EXPECT_EQ(JournalLines({kept.back()}).front().substr(19),
               "  block refused    Matrix Vek 2.5  5 of 273 blocks  4 retries  1.5 s  first");
     EXPECT_EQ(first.DeviceCode, 39);
     EXPECT_EQ(journal.LastProgrammed().value().Entry.File, "second");
@@ -158,7 +158,7 @@ TEST_F(Journal, AnAttemptIsThereFromItsBeginning) {
 TEST_F(Journal, WhatCannotBeWrittenIsToldAndStopsNothing) {
     const auto clock = [] { return std::int64_t{0}; };
     AttemptRecord nowhere(ProgrammingJournal(""), {}, {}, clock);
-    EXPECT_EQ(nowhere.Problem(), "there is no folder for it");
+    EXPECT_EQ(nowhere.Problem(), "The programming history could not be written: there is no folder for it");
     nowhere.End(AttemptResult::Programmed);
     EXPECT_EQ(nowhere.Entry().Result, AttemptResult::Programmed);
     WriteText(folder.Path("file"), "");
