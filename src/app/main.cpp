@@ -5,6 +5,7 @@
 #include "editor/CorvaneForm.h"
 #include "editor/Endings.h"
 #include "platform/ComPorts.h"
+#include "platform/ImageDigest.h"
 #include "platform/JsonRegistryStore.h"
 #include "platform/PortInspection.h"
 #include "platform/QtOneShotTimer.h"
@@ -87,6 +88,7 @@ int RunEditor(const std::string& commandLine, Endings& endings) {
         .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
         .PortNames = PortNames,
         .FactsOfPort = [](std::size_t row) { return FactsOfComPort(static_cast<int>(row) + 1); },
+        .ImageDigest = ImageDigest,
         .StateFolder = UserStateFolder(),
         .SettingsFile = UserSettingsFile(),
         .TemplateFolders = {ExampleFolder(), UserTemplatesFolder()},

@@ -2,9 +2,11 @@
 // folders.
 #pragma once
 
+#include "link/DownloadImage.h"
 #include "link/PortFacts.h"
 #include "link/RegistryStore.h"
 #include "link/SerialControl.h"
+#include "userstate/AttemptRecord.h"
 
 #include <QStringList>
 
@@ -28,7 +30,14 @@ struct EditorServices {
     std::function<QStringList()> PortNames;
     /// What the system tells of COM1 … COM4 (row 0 … 3) besides; takes some milliseconds.
     std::function<PortFacts(std::size_t row)> FactsOfPort = [](std::size_t) { return PortFacts(); };
-    /// Where recovery copies are kept, a path in the system's own bytes; empty for nowhere.
+    /// By what a download image can be told from others.
+    std::function<std::string(const DownloadImage&)> ImageDigest = [](const DownloadImage&) {
+        return std::string();
+    };
+    /// For what is measured.
+    AttemptRecord::Clock Clock = SteadyMilliseconds;
+    /// Where recovery copies and the programming history are kept, a path in the system's own bytes; empty
+    /// for nowhere.
     std::string StateFolder = {};
     /// Where the user's settings are kept; empty for nowhere.
     std::string SettingsFile = {};

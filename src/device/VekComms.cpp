@@ -1,11 +1,15 @@
 #include "device/VekComms.h"
 
+#include "controls/ElidedLabel.h"
 #include "controls/LayoutHelpers.h"
 #include "controls/TextConversion.h"
 #include "device/LastWords.h"
 #include "device/PortTurns.h"
+#include "device/ProgrammingTexts.h"
 #include "inspect/ConfigCheck.h"
 #include "link/OutcomeTexts.h"
+#include "link/Packets.h"
+#include "model/RecordLayout.h"
 #include "pages/PortRows.h"
 
 #include <QGridLayout>
@@ -20,36 +24,52 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr PortRowNames rowNames = {"Option1", "VekType", "Blanking", "Blanking1", false};
+constexpr int usualCharacters = 100;
+constexpr PortRowNames rowNames = {"Option1", "VekType", "Finding", "Blanking", "Blanking1", false};
 
 } // namespace
 
 VekComms::VekComms(const EditorServices& services, PortTurns& turns, const DeviceTypeList& types,
-                   const DownloadImage& image, QWidget* parent)
-    : QDialog(parent), turns_(turns), image_(image), messages_(*this, services.Boxes),
-      MSComm1_(services.MakeSerialControl()), Timer1_(services.MakeTimer()),
-      ports_(new PortRows(rowNames, services.PortNames, this)), link_(*MSComm1_, *Timer1_, types, *this) {
+                   const ProgrammingJob& job, QWidget* parent)
+    : QDialog(parent), turns_(turns), services_(services), job_(job), journal_(services.StateFolder),
+      messages_(*this, services.Boxes), MSComm1_(services.MakeSerialControl()), Timer1_(services.MakeTimer()),
+      ports_(new PortRows(rowNames, {services.PortNames, services.FactsOfPort}, this)),
+      link_(*MSComm1_, *Timer1_, types, *this) {
     setObjectName(u"VekComms"_s);
     setWindowTitle(tr("Vek program"));
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(12);
+    layout->addWidget(MakeSummary());
     layout->addWidget(ports_);
     layout->addWidget(MakePleaseWait());
     layout->addStretch(1);
-    problems_ = new QLabel(this);
-    problems_->setObjectName(u"Problems"_s);
-    problems_->setAlignment(Qt::AlignRight);
-    layout->addWidget(problems_);
     layout->addLayout(MakeButtons());
-    setMinimumWidth(fontMetrics().averageCharWidth() * 72);
+    setMinimumWidth(fontMetrics().averageCharWidth() * usualCharacters);
     connect(ports_, &PortRows::Chosen, this,
             [this] { ProgramVekButton_->setEnabled(!conversation_.Running()); });
 }
 
 VekComms::~VekComms() {
+    EndAttempt(AttemptResult::Ended);
     if (ending_ && !IncompletePort().isEmpty())
-        SayOnStandardError(
-            tr("%1 holds an incomplete configuration: program it again").arg(IncompletePort()));
+        SayOnStandardError(IncompleteText(IncompletePort()));
+}
+
+QWidget* VekComms::MakeSummary() {
+    auto* summary = new QWidget(this);
+    auto* sends = new ElidedLabel(SendsText(job_.Config, job_.File), summary);
+    sends->setObjectName(u"SendsWhat"_s);
+    SetPlainToolTip(*sends, QString::fromStdString(job_.File));
+    QFont bold = sends->font();
+    bold.setBold(true);
+    sends->setFont(bold);
+    auto* problems = new QLabel(FromConstant(CountText(CheckConfig({job_.Config, {}}))), summary);
+    problems->setObjectName(u"Problems"_s);
+    auto* column = new QVBoxLayout(summary);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(sends);
+    column->addWidget(problems);
+    return summary;
 }
 
 QWidget* VekComms::MakePleaseWait() {
@@ -58,6 +78,8 @@ QWidget* VekComms::MakePleaseWait() {
     KeepPlaceWhenHidden(PleaseWait_);
     Label3_ = new QLabel(PleaseWait_);
     Label3_->setObjectName(u"Label3"_s);
+    details_ = new QLabel(PleaseWait_);
+    details_->setObjectName(u"DownloadDetails"_s);
     auto* Label1 = new QLabel(tr("Percentage complete"), PleaseWait_);
     Label1->setObjectName(u"Label1"_s);
     Label2_ = new QLabel(PleaseWait_);
@@ -69,10 +91,11 @@ QWidget* VekComms::MakePleaseWait() {
     ProgressBar1_->setTextVisible(false);
     auto* grid = new QGridLayout(PleaseWait_);
     grid->setContentsMargins(0, 0, 0, 0);
-    grid->addWidget(Label3_, 0, 0, 1, 2);
-    grid->addWidget(ProgressBar1_, 1, 0, 1, 2);
-    grid->addWidget(Label1, 2, 0);
-    grid->addWidget(Label2_, 2, 1, Qt::AlignRight);
+    grid->addWidget(Label3_, 0, 0, 1, 3);
+    grid->addWidget(ProgressBar1_, 1, 0, 1, 3);
+    grid->addWidget(details_, 2, 0);
+    grid->addWidget(Label1, 2, 1);
+    grid->addWidget(Label2_, 2, 2, Qt::AlignRight);
     grid->setColumnStretch(0, 1);
     PleaseWait_->setVisible(false);
     return PleaseWait_;
@@ -92,7 +115,7 @@ QLayout* VekComms::MakeButtons() {
     connect(Command2, &QPushButton::clicked, this, &VekComms::reject);
     auto* row = new QHBoxLayout;
     row->addWidget(Command1_);
-    row->addStretch(1);
+    row->addWidget(PortRows::MakeSearchHint(this), 1);
     row->addWidget(ProgramVekButton_);
     row->addWidget(Command2);
     return row;
@@ -156,8 +179,40 @@ Task<> VekComms::ProgramOnPort(std::size_t row) {
     PortTurns::Turn turn(turns_);
     co_await turn;
     Label3_->setText(tr("Please wait programing vek"));
-    co_await link_.ProgramVek(row, image_, *this);
+    BeginAttempt(row);
+    const ConfigureResult result = co_await link_.ProgramVek(row, job_.Image, *this);
+    if (result == ConfigureResult::EndedEarly)
+        EndAttempt(AttemptResult::Ended);
     QDialog::reject();
+}
+
+void VekComms::BeginAttempt(std::size_t row) {
+    begun_ = false;
+    const JournalEntry entry = {
+        .File = job_.File,
+        .Port = ports_->PortName(row).toStdString(),
+        .AdapterSerialNumber = services_.FactsOfPort(row).SerialNumber,
+        .Blocks = BlockCount(job_.Image.Length),
+        .ImageDigest = services_.ImageDigest(job_.Image),
+    };
+    attempt_.emplace(journal_, entry, EncodeRecord(job_.Config), services_.Clock);
+    TakeProblem();
+}
+
+void VekComms::EndAttempt(AttemptResult result) {
+    if (!attempt_)
+        return;
+    attempt_->End(result);
+    TakeProblem();
+}
+
+void VekComms::TakeProblem() {
+    if (!attempt_->Problem().empty())
+        historyProblem_ = QString::fromStdString(attempt_->Problem());
+}
+
+std::optional<JournalEntry> VekComms::LastAttempt() const {
+    return attempt_ ? std::optional(attempt_->Entry()) : std::nullopt;
 }
 
 void VekComms::EndInOrder() {
@@ -176,7 +231,15 @@ QString VekComms::IncompletePort() const {
 
 void VekComms::reject() {
     conversation_.Cancel();
+    EndAttempt(ending_ ? AttemptResult::Ended : AttemptResult::Cancelled);
     QDialog::reject();
+}
+
+void VekComms::Searching(const SearchStep& step) {
+    if (PleaseWait_->isHidden())
+        ports_->ShowSearch(searchedRow_, SearchText(step));
+    else
+        details_->setText(tr("The device is %1").arg(SearchText(step)));
 }
 
 void VekComms::PortSearched(std::size_t row, const PortFinding& finding) {
@@ -186,6 +249,10 @@ void VekComms::PortSearched(std::size_t row, const PortFinding& finding) {
 Task<> VekComms::Failed(Failure failure) {
     if (ending_)
         co_return;
+    if (attempt_) {
+        attempt_->End(failure.Kind);
+        TakeProblem();
+    }
     const MessageText message = TextOf(failure);
     asking_ = true;
     co_await messages_.Shown(MessageIcon::Exclamation, FromConstant(message.Title),
@@ -193,22 +260,29 @@ Task<> VekComms::Failed(Failure failure) {
     asking_ = false;
 }
 
-void VekComms::DownloadBegins() { begun_ = true; }
+void VekComms::DeviceFound(const PortFinding& finding) { attempt_->Found(finding); }
+
+void VekComms::DownloadBegins() {
+    begun_ = true;
+    downloadBegan_ = services_.Clock();
+}
 
 void VekComms::Progress(DownloadProgress progress) {
     progress_ = progress;
-    begun_ = begun_ && progress.Acknowledged > 0;
+    attempt_->Progress(progress);
+    details_->setText(DetailsText(progress, services_.Clock() - downloadBegan_));
     Label2_->setText(FromConstant(PercentText(progress)));
     ProgressBar1_->setValue(TenthsOf(progress));
 }
 
-void VekComms::TellProblemsOf(const MatrixConfig& config) {
-    problems_->setText(FromConstant(CountText(CheckConfig({config, {}}))));
-}
-
 Task<bool> VekComms::WantsAnother() {
     programmed_ = true;
-    return messages_.Confirmed(tr("All sent ok"), tr("Program another vek"), Answer::No);
+    EndAttempt(AttemptResult::Programmed);
+    const bool another =
+        co_await messages_.Confirmed(tr("All sent ok"), tr("Program another vek"), Answer::No);
+    if (another)
+        BeginAttempt(*ports_->ChosenRow());
+    co_return another;
 }
 
 } // namespace vek

@@ -7,7 +7,10 @@
 
 #include <QDialog>
 
+#include <cstdint>
 #include <memory>
+#include <optional>
+#include <string>
 
 class QLabel;
 class QProgressBar;
@@ -18,6 +21,13 @@ namespace vek {
 class PortRows;
 class PortTurns;
 
+/// What is sent.
+struct ProgrammingJob {
+    DownloadImage Image;
+    MatrixConfig Config; ///< of which the image was built
+    std::string File;    ///< its path; empty for one without a file
+};
+
 /// Shown modally with exec(); waits for its turn and searches by itself once it is up. Closing it ends the
 /// conversation with the device at once and leaves every port closed.
 class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcomes {
@@ -26,16 +36,18 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
   public:
     /// All must outlive the window.
     VekComms(const EditorServices& services, PortTurns& turns, const DeviceTypeList& types,
-             const DownloadImage& image, QWidget* parent = nullptr);
+             const ProgrammingJob& job, QWidget* parent = nullptr);
     ~VekComms() override;
 
     /// The program has to end: as Cancel, but a download leaves the device restarted. finished() follows,
     /// perhaps at once.
     void EndInOrder();
-    /// What the checks say of the configuration, above the button that programs.
-    void TellProblemsOf(const MatrixConfig& config);
     /// A device has taken the whole configuration.
     bool Programmed() const { return programmed_; }
+    /// The last attempt; nothing before the first.
+    std::optional<JournalEntry> LastAttempt() const;
+    /// That the programming history could not be written; empty when it was.
+    const QString& HistoryProblem() const { return historyProblem_; }
     /// The port whose device holds a part of the configuration only; empty when there is none.
     QString IncompletePort() const;
 
@@ -47,14 +59,21 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
     void showEvent(QShowEvent* event) override;
 
   private:
+    void PortSearchBegins(std::size_t row) override { searchedRow_ = row; }
+    void Searching(const SearchStep& step) override;
     void PortSearched(std::size_t row, const PortFinding& finding) override;
     Task<> Failed(Failure failure) override;
+    void DeviceFound(const PortFinding& finding) override;
     void Progress(DownloadProgress progress) override;
     void DownloadBegins() override;
     Task<bool> WantsAnother() override;
 
+    QWidget* MakeSummary();
     QWidget* MakePleaseWait();
     QLayout* MakeButtons();
+    void BeginAttempt(std::size_t row);
+    void EndAttempt(AttemptResult result);
+    void TakeProblem();
     // Unless a conversation runs already.
     void Search();
     void Program();
@@ -64,7 +83,9 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
     void Converse(Task<> task);
 
     PortTurns& turns_;
-    const DownloadImage& image_;
+    const EditorServices& services_;
+    const ProgrammingJob& job_;
+    const ProgrammingJournal journal_;
     WindowMessages messages_;
     std::unique_ptr<SerialControl> MSComm1_;
     std::unique_ptr<OneShotTimer> Timer1_;
@@ -73,7 +94,7 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
     QLabel* Label2_;
     QLabel* Label3_;
     QProgressBar* ProgressBar1_;
-    QLabel* problems_;
+    QLabel* details_;
     QPushButton* Command1_;
     QPushButton* ProgramVekButton_;
     VekLink link_;
@@ -81,7 +102,11 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
     bool ending_ = false;
     bool asking_ = false; ///< the conversation waits for the user
     DownloadProgress progress_;
-    bool begun_ = false; ///< the download
+    bool begun_ = false;             ///< the download
+    std::int64_t downloadBegan_ = 0; ///< by the clock of the services
+    std::size_t searchedRow_ = 0;
+    std::optional<AttemptRecord> attempt_;
+    QString historyProblem_;
     bool programmed_ = false;
     RunningTask conversation_;
 };

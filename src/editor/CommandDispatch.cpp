@@ -1,6 +1,7 @@
 #include "editor/CommandDispatch.h"
 
 #include "controls/TextConversion.h"
+#include "device/Programmer.h"
 #include "device/VekComms.h"
 #include "dialogs/AboutForm.h"
 #include "dialogs/LinkingForm.h"
@@ -16,10 +17,10 @@
 namespace vek {
 
 CommandDispatch::CommandDispatch(QWidget& window, ModelView& view, FileCommands& files,
-                                 ExportCommands& exports, const EditorServices& services, PortTurns& turns,
-                                 const DeviceTypeList& types, WindowMessages& messages)
-    : window_(window), view_(view), files_(files), exports_(exports), services_(services), turns_(turns),
-      types_(types), messages_(messages) {}
+                                 ExportCommands& exports, const EditorServices& services,
+                                 Programmer& programmer, WindowMessages& messages)
+    : window_(window), view_(view), files_(files), exports_(exports), services_(services),
+      programmer_(programmer), messages_(messages) {}
 
 void CommandDispatch::DispatchCommand(std::string_view key) {
     Guarded(messages_, [this, key] {
@@ -81,11 +82,7 @@ void CommandDispatch::SetBaseAddress() {
 
 void CommandDispatch::Download() {
     const DownloadImage image = BuildImageFromConfig(view_);
-    VekComms form(services_, turns_, types_, image, &window_);
-    form.TellProblemsOf(Config);
-    form.exec();
-    if (form.Programmed())
-        programmed_ = Config;
+    programmer_.Program({image, Config, files_.Path()});
 }
 
 void CommandDispatch::About() {

@@ -4,6 +4,7 @@
 #include "controls/LevelTrim.h"
 #include "controls/NotesBox.h"
 #include "device/OnlineControl.h"
+#include "device/Programmer.h"
 #include "device/VekComms.h"
 #include "editing/AddressMenus.h"
 #include "editing/ClipboardMenus.h"
@@ -30,6 +31,7 @@
 #include "pages/PageHeading.h"
 #include "pages/PageScroll.h"
 #include "pages/PageTabs.h"
+#include "pages/PortRows.h"
 #include "pages/RemotePanelsPage.h"
 #include "pages/Selectors.h"
 #include "pages/TrimPage.h"
@@ -68,7 +70,8 @@ CorvaneForm::CorvaneForm(const EditorServices& services, std::string commandLine
       recovery_(new RecoveryKeeper(services.StateFolder, file_, this)),
       files_(new FileCommands(*this, view_, services.Boxes, file_, *recovery_, settings_)),
       exports_(new ExportCommands(*this, view_, services.Boxes)),
-      dispatch_(*this, view_, *files_, *exports_, services, turns_, types_, messages_),
+      programmer_(new Programmer(*this, services, turns_, types_)),
+      dispatch_(*this, view_, *files_, *exports_, services, *programmer_, messages_),
       status_(new EditorStatusBar(this)) {
     setObjectName(u"CorvaneForm"_s);
     LayOut();
@@ -131,7 +134,7 @@ void CorvaneForm::MakeCommands() {
     connect(undo_.get(), &UndoActions::Taken, this, &CorvaneForm::LevelsRestored);
     watch_ = new ConfigWatch(history_, this);
     panels_ = new EditorPanels(*this, view_, places, services_.Boxes, *status_, *watch_,
-                               [this] { return dispatch_.LastProgrammed(); });
+                               [this] { return programmer_->LastProgrammed(); });
     connect(panels_, &EditorPanels::TakenBack, this, &CorvaneForm::LevelsRestored);
 
     const auto tell = [this](const QString& text) { status_->showMessage(text, messageMilliseconds); };
@@ -139,6 +142,7 @@ void CorvaneForm::MakeCommands() {
     connect(panels_, &EditorPanels::Told, this, tell);
     connect(exports_, &ExportCommands::Failed, this, tell);
     connect(recovery_, &RecoveryKeeper::Failed, this, tell);
+    connect(programmer_, &Programmer::Told, this, tell);
     connect(&history_, &EditHistory::Changed, recovery_, &RecoveryKeeper::Look);
 
     drop_ = new FileDrop(*this);
@@ -178,7 +182,7 @@ void CorvaneForm::FinishStart() {
         return;
     Guarded(messages_, [this] { CheckDeviceTypes(services_.Store, types_); });
     toolBar_->ShowIcons();
-    MakePages(pages_, *SSTab1_, services_.PortNames);
+    MakePages(pages_, *SSTab1_, {services_.PortNames, services_.FactsOfPort});
     column_->addWidget(pages_.Strip);
     online_ = std::make_unique<OnlineControl>(OnlineParts{*SSTab1_, *pages_.Online, *pages_.Strip,
                                                           *pages_.Levels->LevelTrim1, *pages_.InputTrims,
@@ -325,7 +329,8 @@ void CorvaneForm::ShowState() {
     if (windowTitle() != title)
         setWindowTitle(title);
     toolBar_->Action("SAVE")->setEnabled(named);
-    status_->ShowState(file_.Path(), online_ && online_->IsOnline() ? online_->PortName() : QString());
+    status_->ShowState(file_.Path(), online_ && online_->IsOnline() ? online_->PortName() : QString(),
+                       programmer_->Result());
 }
 
 void CorvaneForm::Timer4_Tick() {

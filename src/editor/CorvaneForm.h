@@ -35,6 +35,7 @@ class FileCommands;
 class FileDrop;
 class OnlineControl;
 class PageTabs;
+class Programmer;
 class RecoveryKeeper;
 class UndoActions;
 
@@ -119,6 +120,7 @@ class CorvaneForm : public QMainWindow {
     RecoveryKeeper* recovery_;
     FileCommands* files_;
     ExportCommands* exports_;
+    Programmer* programmer_;
     CommandDispatch dispatch_;
     EditorStatusBar* status_;
     ConfigWatch* watch_ = nullptr;

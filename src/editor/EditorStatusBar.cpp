@@ -14,7 +14,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int stateCharacters = 48; // of the online state: the name of a device leaves room for the file's
+// Of the online state or the last programming: the name of a device leaves room for the file's.
+constexpr int stateCharacters = 84;
 
 /// Labels are laid out anew when their text is set, so an unchanged text is left alone.
 void SetText(QLabel* label, const QString& text) {
@@ -75,12 +76,14 @@ void EditorStatusBar::ShowFile(const std::string& readFrom) {
     SetPlainToolTip(*file_, QString::fromStdString(path));
 }
 
-void EditorStatusBar::ShowState(const std::string& readFrom, const QString& onlinePort) {
+void EditorStatusBar::ShowState(const std::string& readFrom, const QString& onlinePort,
+                                const QString& programming) {
     ShowFile(readFrom);
     SetText(changes_, ConfigDiffers() ? tr("Unsaved changes") : tr("No unsaved changes"));
     SetText(base_, tr("Base %1-%2").arg(Config.VekNetBase).arg(LastVekNetAddress(Config.VekNetBase)));
-    SetText(link_, onlinePort.isEmpty() ? tr("Offline") : tr("Online on %1").arg(onlinePort));
-    SetPlainToolTip(*link_, onlinePort);
+    const QString offline = programming.isEmpty() ? tr("Offline") : programming;
+    SetText(link_, onlinePort.isEmpty() ? offline : tr("Online on %1").arg(onlinePort));
+    SetPlainToolTip(*link_, onlinePort.isEmpty() ? programming : onlinePort);
 }
 
 } // namespace vek

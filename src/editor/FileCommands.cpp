@@ -54,6 +54,10 @@ FileCommands::FileCommands(QWidget& window, ModelView& view, Dialogs& dialogs, F
     : QObject(&window), window_(window), view_(view), dialogs_(dialogs), file_(file), recovery_(recovery),
       settings_(settings) {}
 
+const std::string& FileCommands::Path() const {
+    return CurrentFileName.empty() ? file_.Path() : CurrentFileName;
+}
+
 void FileCommands::NewCommand() {
     if (!AskToSaveChanges())
         return;

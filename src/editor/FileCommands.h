@@ -56,6 +56,9 @@ class FileCommands : public QObject {
     /// unsaved.
     void KeepMine();
 
+    /// Of the file that the configuration belongs to, named or not; empty for a new one.
+    const std::string& Path() const;
+
     /// True when the caller may go on: nothing unsaved, saved now, or not to be saved.
     bool AskToSaveChanges();
 

@@ -67,6 +67,57 @@ std::string TextOf(const PortFinding& finding) {
     return text;
 }
 
+namespace {
+
+std::string NotPermittedText(const PortRights& rights) {
+    constexpr const char* text = "may not be opened";
+    if (rights.GroupToJoin.empty())
+        return text;
+    if (rights.JoinedSinceLogin)
+        return std::string(text) + ": log out and in again, to be in the group " + rights.GroupToJoin;
+    return std::string(text) + ": your user is not in the group " + rights.GroupToJoin;
+}
+
+std::string InUseText(const std::vector<PortHolder>& holders) {
+    if (holders.empty())
+        return "in use by another program, or does not work";
+    std::string text = "in use by ";
+    for (const PortHolder& holder : holders) {
+        if (&holder != holders.data())
+            text += ", ";
+        text += holder.Program + " (" + std::to_string(holder.Pid) + ')';
+    }
+    return text;
+}
+
+std::string DeviceText(const PortFinding& finding) {
+    const std::string version = ' ' + VersionText(finding.Found);
+    if (finding.State == PortState::MatrixVek)
+        return finding.Type->Name + version;
+    if (finding.Type != nullptr)
+        return "another device: " + finding.Type->Name + version;
+    return "another device: code " + std::to_string(DeviceCode(finding)) + ", version" + version;
+}
+
+} // namespace
+
+std::string FindingText(const PortFinding& finding, const PortFacts& facts) {
+    if (finding.Answered())
+        return DeviceText(finding);
+    switch (finding.State) {
+    case PortState::NotThere:
+        return "not there";
+    case PortState::NotPermitted:
+        return NotPermittedText(facts.Rights);
+    case PortState::InUse:
+        return InUseText(facts.Holders);
+    case PortState::Silent:
+        return "silent";
+    default:
+        return "answers that are not understood";
+    }
+}
+
 std::string WhyNotOpened(const PortFinding& finding) {
     switch (finding.State) {
     case PortState::NotThere:

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "link/Outcomes.h"
+#include "link/PortFacts.h"
 
 #include <string>
 
@@ -17,6 +18,10 @@ MessageText TextOf(const Failure& failure);
 
 /// Of a port that was searched: the device's name and version, "Matrix Vek2.5", or dashes. UTF-8.
 std::string TextOf(const PortFinding& finding);
+
+/// Of a port that was searched, in words: "Matrix Vek 2.5", "another device: Relay 4 Vek 7.16", "silent",
+/// "may not be opened: your user is not in the group dialout". The facts are those of the port. UTF-8.
+std::string FindingText(const PortFinding& finding, const PortFacts& facts);
 
 /// Of a port that did not open, why: "there is no such port".
 std::string WhyNotOpened(const PortFinding& finding);

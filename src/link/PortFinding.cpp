@@ -36,7 +36,7 @@ PortFinding Understood(const DeviceTypeList& types, std::uint32_t found, std::st
                        const ByteVector& answer) {
     PortFinding finding = NotUnderstood(settings, answer);
     finding.Found = found;
-    finding.Type = FindDeviceType(types, static_cast<std::uint8_t>(found & 0xFF));
+    finding.Type = FindDeviceType(types, static_cast<std::uint8_t>(DeviceCode(finding)));
     if (finding.Type != nullptr)
         finding.State = finding.Type->Reply == matrixVekReply ? PortState::MatrixVek : PortState::OtherDevice;
     return finding;

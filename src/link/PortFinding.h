@@ -34,6 +34,9 @@ struct PortFinding {
     bool Answered() const { return Found != 0; }
 };
 
+/// The first byte of the answer, by which devices are told apart; 0 without a valid one.
+constexpr int DeviceCode(const PortFinding& finding) { return static_cast<int>(finding.Found & 0xFF); }
+
 /// A finding for a port that did not open.
 PortFinding NotOpened(OpenFailure why);
 /// A finding for a port that opened, where nothing answers.

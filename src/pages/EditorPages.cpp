@@ -49,7 +49,7 @@ EditorPages MakeTabs(QTabWidget& tabs) {
     return pages;
 }
 
-void MakePages(EditorPages& pages, QTabWidget& tabs, std::function<QStringList()> deviceNames) {
+void MakePages(EditorPages& pages, QTabWidget& tabs, const PortSources& ports) {
     pages.RemotePanels = Place(tabs, RemotePanelsTab, new RemotePanelsPage);
     pages.Levels = Place(tabs, LevelsTab, new LevelsPage);
     pages.Addresses = Place(tabs, AddressesTab, new AddressesPage);
@@ -59,7 +59,7 @@ void MakePages(EditorPages& pages, QTabWidget& tabs, std::function<QStringList()
     pages.OutputTrims = Place(tabs, OutputTrimsTab,
                               new TrimPage("OutputLevelTrim", QObject::tr("Output Trims"), NameKind::Output));
     pages.Notes = Place(tabs, NotesTab, new NotesPage);
-    pages.Online = Place(tabs, OnlineTab, new OnlinePage(std::move(deviceNames)));
+    pages.Online = Place(tabs, OnlineTab, new OnlinePage(ports));
     pages.Strip = new OnlineStrip(tabs.parentWidget());
 }
 

@@ -3,10 +3,6 @@
 
 #include "pages/PageTab.h"
 
-#include <QStringList>
-
-#include <functional>
-
 class QTabWidget;
 class QWidget;
 
@@ -22,6 +18,7 @@ class RemotePanelsPage;
 class Rs232Page;
 class Selectors;
 class TrimPage;
+struct PortSources;
 
 /// The widgets that show and edit the configuration; owned by the window. The pages and the strip are made
 /// when the window has been painted, all at a time, and null before: their hundreds of controls would hold it
@@ -47,7 +44,7 @@ struct EditorPages {
 
 /// Makes the tabs, selectors and heading.
 EditorPages MakeTabs(QTabWidget& tabs);
-/// Makes the rest. `deviceNames` tells the devices of COM1 … COM4.
-void MakePages(EditorPages& pages, QTabWidget& tabs, std::function<QStringList()> deviceNames);
+/// Makes the rest.
+void MakePages(EditorPages& pages, QTabWidget& tabs, const PortSources& ports);
 
 } // namespace vek

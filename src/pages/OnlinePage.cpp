@@ -6,6 +6,7 @@
 #include <QFontDatabase>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
 
@@ -15,14 +16,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr PortRowNames rowNames = {"OnlinePort", "VekType", "Blanking", "Blanking1", true};
+constexpr PortRowNames rowNames = {"OnlinePort", "VekType", "OnlineFinding", "Blanking", "Blanking1", true};
 constexpr int mostDiagnosticLines = 5000;
 
 } // namespace
 
-OnlinePage::OnlinePage(std::function<QStringList()> deviceNames, QWidget* parent) : QWidget(parent) {
+OnlinePage::OnlinePage(const PortSources& ports, QWidget* parent) : QWidget(parent) {
     auto* frame = new QGroupBox(tr("Matrix Control"), this);
-    Ports = new PortRows(rowNames, std::move(deviceNames), frame);
+    Ports = new PortRows(rowNames, ports, frame);
     OnlineSearch = new QPushButton(tr("Search for Matrix Vek"), frame);
     OnlineSearch->setObjectName(u"OnlineSearch"_s);
     OnlineCancel = new QPushButton(tr("Disconnect"), frame);
@@ -47,7 +48,7 @@ OnlinePage::OnlinePage(std::function<QStringList()> deviceNames, QWidget* parent
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(OnlineSearch);
     buttons->addWidget(OnlineCancel);
-    buttons->addStretch(1);
+    buttons->addWidget(PortRows::MakeSearchHint(frame), 1);
     buttons->addWidget(showDiagnostics_);
     buttons->addWidget(SaveTranscript);
     auto* column = new QVBoxLayout(frame);

@@ -1,10 +1,7 @@
 // The page "Online" (frame "Matrix Control"): the port table, search, disconnect and the diagnostic lines.
 #pragma once
 
-#include <QStringList>
 #include <QWidget>
-
-#include <functional>
 
 class QCheckBox;
 class QPlainTextEdit;
@@ -13,13 +10,13 @@ class QPushButton;
 namespace vek {
 
 class PortRows;
+struct PortSources;
 
 class OnlinePage : public QWidget {
     Q_OBJECT
 
   public:
-    /// `deviceNames` tells the devices of COM1 … COM4.
-    explicit OnlinePage(std::function<QStringList()> deviceNames, QWidget* parent = nullptr);
+    explicit OnlinePage(const PortSources& ports, QWidget* parent = nullptr);
 
     /// True while diagnostic lines are written, whichever page is in front.
     bool DiagnosticsOn() const;

@@ -23,17 +23,18 @@ namespace {
 
 constexpr int deviceCharacters = 34; // of a name that is shown in full
 constexpr int deviceMargin = 12;
+constexpr int typeCharacters = 24; // of the longest name with a version
 
 QString ComName(std::size_t row) { return PortRows::tr("COM%1").arg(row + 1); }
 
 } // namespace
 
-PortRows::PortRows(const PortRowNames& names, DeviceNames deviceNames, QWidget* parent)
-    : QWidget(parent), deviceNames_(std::move(deviceNames)) {
+PortRows::PortRows(const PortRowNames& names, PortSources sources, QWidget* parent)
+    : QWidget(parent), sources_(std::move(sources)) {
     options_ = new QButtonGroup(this);
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
-    grid->setColumnStretch(2, 1);
+    grid->setColumnStretch(3, 1);
     for (std::size_t row = 0; row < portCount; ++row) {
         rows_[row] = MakeRow(names, row);
         const int line = static_cast<int>(row);
@@ -41,24 +42,34 @@ PortRows::PortRows(const PortRowNames& names, DeviceNames deviceNames, QWidget* 
         grid->addWidget(rows_[row].Option, line, 0);
         grid->addWidget(rows_[row].Device, line, 1);
         grid->addWidget(rows_[row].VekType, line, 2);
+        grid->addWidget(rows_[row].Finding, line, 3);
         // The same cells: while it shows it covers the row.
         grid->addWidget(rows_[row].Blanking, line, 0, 1, 3);
         rows_[row].Blanking->raise();
     }
 }
 
+QLabel* PortRows::MakeSearchHint(QWidget* parent) {
+    QLabel* hint = MakeHint(tr("A search restarts every known device on the ports"), parent);
+    hint->setObjectName(u"SearchHint"_s);
+    return hint;
+}
+
 void PortRows::RefreshDevices() {
-    devices_ = deviceNames_();
+    devices_ = sources_.Names();
     for (std::size_t row = 0; row < portCount; ++row)
         ShowDevice(row, devices_.value(static_cast<qsizetype>(row)));
 }
 
 void PortRows::ShowDevice(std::size_t row, const QString& device) {
-    rows_[row].Device->setText(device.isEmpty() ? tr("no port") : device);
+    const QString adapter =
+        device.isEmpty() ? QString() : QString::fromStdString(sources_.Facts(row).Adapter);
+    const QString both = adapter.isEmpty() ? device : u"%1 (%2)"_s.arg(adapter, device);
+    rows_[row].Device->setText(device.isEmpty() ? tr("no port") : both);
     for (QWidget* widget :
          {static_cast<QWidget*>(rows_[row].Device), static_cast<QWidget*>(rows_[row].Option),
           static_cast<QWidget*>(rows_[row].VekType)})
-        SetPlainToolTip(*widget, device);
+        SetPlainToolTip(*widget, both);
 }
 
 QString PortRows::PortName(std::size_t row) const {
@@ -92,6 +103,10 @@ PortRows::Row PortRows::MakeRow(const PortRowNames& names, std::size_t row) {
     type->setReadOnly(true);
     type->setAccessibleName(tr("Device on %1").arg(port));
     type->setVisible(false);
+    type->setFixedWidth(fontMetrics().averageCharWidth() * typeCharacters);
+    auto* finding = new ElidedLabel(QString(), this, Qt::ElideRight);
+    finding->setObjectName(ElementName(names.Finding, row));
+    finding->setIndent(deviceMargin);
 
     auto* blanking = new QFrame(this);
     blanking->setObjectName(ElementName(names.Blanking, row));
@@ -116,7 +131,7 @@ PortRows::Row PortRows::MakeRow(const PortRowNames& names, std::size_t row) {
     for (QWidget* widget :
          {static_cast<QWidget*>(option), static_cast<QWidget*>(type), static_cast<QWidget*>(blanking)})
         KeepPlaceWhenHidden(widget);
-    return {number, device, option, type, blanking, label, false};
+    return {number, device, option, type, finding, blanking, label, false};
 }
 
 void PortRows::BeginSearch() { Cover(tr("Please Wait Searching for Veks")); }
@@ -128,14 +143,23 @@ void PortRows::Cover(const QString& text) {
         row.Selectable = false;
         row.BlankingLabel->setText(text);
         row.Blanking->setVisible(true);
+        ShowText(row, {});
         ShowOption(row, false);
     }
     DeselectAll();
     EnableOptions();
 }
 
+void PortRows::ShowText(const Row& row, const QString& finding) {
+    row.Finding->setText(finding);
+    SetPlainToolTip(*row.Finding, finding);
+}
+
+void PortRows::ShowSearch(std::size_t row, const QString& text) { ShowText(rows_[row], text); }
+
 void PortRows::ShowFinding(std::size_t row, const PortFinding& finding) {
     Row& shown = rows_[row];
+    ShowText(shown, QString::fromStdString(FindingText(finding, sources_.Facts(row))));
     shown.VekType->setText(QString::fromStdString(TextOf(finding)));
     shown.VekType->setVisible(finding.Opened());
     shown.Selectable = finding.State == PortState::MatrixVek;
@@ -162,6 +186,7 @@ void PortRows::Clear() {
         row.Selectable = false;
         row.Blanking->setVisible(false);
         row.VekType->clear();
+        ShowText(row, {});
     }
     DeselectAll();
     EnableOptions();

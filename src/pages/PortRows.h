@@ -1,6 +1,7 @@
 // The table of the serial ports COM1 to COM4 as the programming window and the online page show it.
 #pragma once
 
+#include "link/PortFacts.h"
 #include "link/PortFinding.h"
 
 #include <QStringList>
@@ -23,9 +24,18 @@ namespace vek {
 struct PortRowNames {
     std::string_view Option;
     std::string_view Type;
+    std::string_view Finding;
     std::string_view Blanking;
     std::string_view BlankingLabel;
     bool NumberedBlankingLabel;
+};
+
+/// What is known of COM1 … COM4. Asked anew each time, because adapters come and go.
+struct PortSources {
+    /// The device of each port ("ttyUSB0"), empty where there is none.
+    std::function<QStringList()> Names;
+    /// What the system tells of row 0 … 3 besides.
+    std::function<PortFacts(std::size_t row)> Facts;
 };
 
 class ElidedLabel;
@@ -34,11 +44,12 @@ class PortRows : public QWidget {
     Q_OBJECT
 
   public:
-    /// Tells the device of each port ("ttyUSB0"), empty where there is none. Asking takes a look at all
-    /// ports, so it is done when the table is shown and by RefreshDevices(), not before.
-    using DeviceNames = std::function<QStringList()>;
+    /// Asking the sources takes a look at all ports, so it is done when the table is shown and by
+    /// RefreshDevices(), not before.
+    PortRows(const PortRowNames& names, PortSources sources, QWidget* parent = nullptr);
 
-    PortRows(const PortRowNames& names, DeviceNames deviceNames, QWidget* parent = nullptr);
+    /// What stands beside the button of a search.
+    static QLabel* MakeSearchHint(QWidget* parent);
 
     /// Looks anew which devices there are: adapters come and go.
     void RefreshDevices();
@@ -49,6 +60,8 @@ class PortRows : public QWidget {
     void BeginSearch();
     /// A search has to wait; the rows say why.
     void BeginWait(const QString& why);
+    /// How far the search of this port is.
+    void ShowSearch(std::size_t row, const QString& text);
     void ShowFinding(std::size_t row, const PortFinding& finding);
     /// The search has ended: the user may choose a Matrix Vek; none is chosen yet.
     void EndSearch();
@@ -75,18 +88,20 @@ class PortRows : public QWidget {
         ElidedLabel* Device;
         QRadioButton* Option;
         QLineEdit* VekType;
+        ElidedLabel* Finding;
         QFrame* Blanking;
         QLabel* BlankingLabel;
         bool Selectable = false; ///< a Matrix Vek is there
     };
     Row MakeRow(const PortRowNames& names, std::size_t row);
     void ShowDevice(std::size_t row, const QString& device);
+    static void ShowText(const Row& row, const QString& finding);
     static void ShowOption(const Row& row, bool visible);
     void EnableOptions();
     void DeselectAll();
     void Cover(const QString& text);
 
-    DeviceNames deviceNames_;
+    PortSources sources_;
     QStringList devices_; ///< by row
     std::array<Row, portCount> rows_;
     QButtonGroup* options_;

@@ -75,8 +75,7 @@ void AttemptRecord::Keep(const std::function<void()>& write) {
 }
 
 void AttemptRecord::Found(const PortFinding& device) {
-    constexpr std::uint32_t codeMask = 0xFF;
-    entry_.DeviceCode = static_cast<int>(device.Found & codeMask);
+    entry_.DeviceCode = DeviceCode(device);
     entry_.DeviceName = device.Type != nullptr ? device.Type->Name : std::string();
     entry_.DeviceVersion = VersionText(device.Found);
 }

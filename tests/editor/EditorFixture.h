@@ -44,7 +44,9 @@ class EditorTest : public testing::Test {
                    .Store = store,
                    .MakeSerialControl = [this] { return std::make_unique<ForwardingControl>(port); },
                    .MakeTimer = [this] { return std::make_unique<BorrowedTimer>(port); },
-                   .PortNames = [this] { return ++looksForPorts, QStringList{u"ttyUSB0"_s}; }} {
+                   .PortNames = [this] { return ++looksForPorts, QStringList{u"ttyUSB0"_s}; },
+                   .FactsOfPort = [this](std::size_t row) { return facts[row]; },
+                   .Clock = [this] { return std::int64_t{port.Now}; }} {
         window = std::make_unique<CorvaneForm>(services, std::string());
         window->FinishStart();
         window->show();
@@ -134,6 +136,7 @@ class EditorTest : public testing::Test {
     MemoryStore store;
     ScriptedPort port;
     int looksForPorts = 0;
+    std::array<PortFacts, portCount> facts;
     EditorServices services;
     std::unique_ptr<CorvaneForm> window;
 };

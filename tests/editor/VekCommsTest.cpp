@@ -1,12 +1,18 @@
 // The programming window against a scripted device.
 #include "editor/EditorFixture.h"
 
+#include "controls/TextConversion.h"
 #include "device/PortTurns.h"
 #include "device/VekComms.h"
+#include "link/OutcomeTexts.h"
 
+#include <QComboBox>
 #include <QLabel>
 #include <QProgressBar>
 #include <QRadioButton>
+#include <QStandardItemModel>
+#include <QStatusBar>
+#include <QTimer>
 
 using namespace vek;
 using namespace vek::test;
@@ -22,10 +28,13 @@ class ObligingDevice {
     }
     ByteVector Image;
     int Restarts = 0;
+    std::size_t SilentAfter = 1000; ///< blocks
     std::function<void(std::size_t block)> OnBlock;
 
   private:
     void Answer(const ByteVector& bytes) {
+        if (Image.size() / 8 >= SilentAfter)
+            return;
         if (bytes == ByteVector{'K'} && port_.Rate == "9600,n,8,2")
             port_.Reply(1, {39, 2, 5, 255 - 39 - 2 - 5, 0});
         if (bytes.size() == 11) {
@@ -47,18 +56,62 @@ class Programming : public EditorTest {
     Programming() {
         port.Present = {1};
         CheckDeviceTypes(store, types);
-        for (std::size_t i = 0; i < image.Buffer.size(); ++i)
-            image.Buffer[i] = static_cast<std::uint8_t>(i * 7);
-        image.Length = imageLength;
+        for (std::size_t i = 0; i < job.Image.Buffer.size(); ++i)
+            job.Image.Buffer[i] = static_cast<std::uint8_t>(i * 7);
+        job.Image.Length = imageLength;
+        services.StateFolder = folder.Path();
     }
     /// Shows the window and runs its search, which is over when this returns.
     std::unique_ptr<VekComms> Searched() {
-        auto form = std::make_unique<VekComms>(services, turns, types, image);
+        auto form = std::make_unique<VekComms>(services, turns, types, job);
         form->show();
         Settle();
         return form;
     }
+    /// The main window as a new program has it.
+    void Restart() {
+        window.reset();
+        window = std::make_unique<CorvaneForm>(services, std::string());
+        window->FinishStart();
+        window->show();
+    }
+    /// DOWNLOAD, and the first port; the device falls silent after so many blocks.
+    void Download(std::size_t silentAfter) {
+        device.Image.clear();
+        device.SilentAfter = 1000;
+        QTimer user;
+        user.callOnTimeout([&] {
+            auto* form = window->findChild<VekComms*>();
+            auto* option = form == nullptr ? nullptr : form->findChild<QRadioButton*>(u"Option1_0"_s);
+            if (port.Step() || boxes.AnyOpen() || option == nullptr || option->isChecked())
+                return;
+            option->click();
+            device.SilentAfter = silentAfter;
+            Press(*form, "ProgramVek");
+        });
+        user.start(0);
+        Trigger(u"DOWNLOAD"_s);
+    }
+    bool OffersLastProgrammed() {
+        Trigger(u"ShowChanges"_s);
+        const auto* model = qobject_cast<QStandardItemModel*>(Find<QComboBox>(u"ComparedWith"_s)->model());
+        const bool offered = model->item(2)->isEnabled();
+        Trigger(u"ShowChanges"_s);
+        return offered;
+    }
     static QString TypeText(VekComms& form) { return form.findChild<QLineEdit*>(u"VekType_0"_s)->text(); }
+    static QString Text(VekComms& form, const char* label) {
+        return form.findChild<QLabel*>(QString::fromLatin1(label))->text();
+    }
+    /// Result, blocks and retries of the attempts that are kept, from the newest.
+    std::string Kept() const {
+        std::string kept;
+        for (const KeptAttempt& attempt : ProgrammingJournal(services.StateFolder).FromNewest())
+            kept += std::string(ResultName(attempt.Entry.Result)) + ' ' +
+                    std::to_string(attempt.Entry.BlocksAcknowledged) + '/' +
+                    std::to_string(attempt.Entry.Retries) + ';';
+        return kept;
+    }
     static void Press(VekComms& form, const char* button) {
         form.findChild<QAbstractButton*>(QString::fromLatin1(button))->click();
     }
@@ -68,7 +121,8 @@ class Programming : public EditorTest {
 
     PortTurns turns;
     DeviceTypeList types;
-    DownloadImage image;
+    ProgrammingJob job;
+    const TemporaryFolder folder;
     ObligingDevice device{port};
 };
 
@@ -105,6 +159,8 @@ TEST_F(Programming, FindsChoosesAndPrograms) {
             EXPECT_EQ(form->findChild<QProgressBar*>(u"ProgressBar1"_s)->value(), 98 * 1000 / 273);
             EXPECT_FALSE(program->isEnabled() || Enabled(*form, "Command1"));
             EXPECT_TRUE(wait->isVisible());
+            EXPECT_EQ(Text(*form, "DownloadDetails"), u"Block 99 of 273 · 0 retries · 2 s left"_s);
+            EXPECT_EQ(Kept(), "unfinished 0/0;");
         }
     };
     EXPECT_FALSE(form->Programmed());
@@ -115,19 +171,95 @@ TEST_F(Programming, FindsChoosesAndPrograms) {
     EXPECT_TRUE(form->Programmed());
     EXPECT_EQ(device.Image.size(), 2U * 273 * 8);
     EXPECT_EQ(ByteVector(device.Image.begin(), device.Image.begin() + imageLength),
-              ByteVector(image.Buffer.begin(), image.Buffer.begin() + imageLength));
+              ByteVector(job.Image.Buffer.begin(), job.Image.Buffer.begin() + imageLength));
     EXPECT_FALSE(form->isVisible()) << "the window closes when the user is done";
     EXPECT_FALSE(port.PortOpen());
     EXPECT_EQ(form->findChild<QLabel*>(u"Label2"_s)->text(), u"100%"_s);
+    EXPECT_EQ(Kept(), "programmed 273/0;programmed 273/0;");
+}
+
+TEST_F(Programming, SaysWhatGoesWhereAndWhatIsThere) {
+    job.File = "/home/a/hall.VMC";
+    job.Config.Modes[2].OutputLevels[1].StepLevel = 2.0F;
+    port.Refusal = OpenFailure::InUse;
+    facts[0].Adapter = "USB Serial Converter";
+    facts[1].Holders = {{"screen", 4711}, {"cat", 12}};
+    VekComms form(services, turns, types, job);
+    form.show();
+    port.At(250, [&] { EXPECT_EQ(Text(form, "Finding_0"), u"asked at 9600 baud, 1 of 7"_s); });
+    Settle();
+    EXPECT_EQ(Text(form, "SendsWhat"), u"Sends hall.VMC (1 mode in use, VekNet 512 to 767)"_s);
+    EXPECT_EQ(form.findChild<QWidget*>(u"VekType_0"_s)->toolTip(), u"USB Serial Converter (ttyUSB0)"_s);
+    EXPECT_EQ(Text(form, "Finding_0"), u"Matrix Vek 2.5"_s);
+    EXPECT_EQ(Text(form, "Finding_1"), u"in use by screen (4711), cat (12)"_s);
+    EXPECT_EQ(Text(form, "Finding_2"), u"in use by another program, or does not work"_s);
+    EXPECT_EQ(Text(form, "SearchHint"), u"A search restarts every known device on the ports"_s);
+}
+
+TEST_F(Programming, EveryEndIsKeptAndTold) {
+    const QString error = u"Error!"_s;
+    const QString programFailed = FromConstant(TextOf({FailureKind::ProgramFailed}).Text);
+    const struct {
+        std::size_t silentAfter; ///< blocks
+        std::vector<std::pair<QString, QString>> boxes;
+        std::string kept;
+        QString told; ///< %1 is the time
+    } cases[] = {
+        {0,
+         {{error, u"Vek not responding"_s}},
+         "no device answered 0/0;",
+         u"Not programmed: no device answered, COM1 (ttyUSB0), %1"_s},
+        {3,
+         {{error + u"  3"_s, u"No reply to download"_s}},
+         "block not answered 3/3;",
+         u"COM1 (ttyUSB0) holds an incomplete configuration: program it again"_s},
+        {273,
+         {{error, u"No reply to restart"_s}, {error, programFailed}},
+         "restart failed 273/0;",
+         u"COM1 (ttyUSB0) holds the whole configuration, but did not restart: switch it off and on"_s},
+        {1000,
+         {},
+         "programmed 273/0;",
+         u"Programmed Matrix Vek 2.5 on COM1 (ttyUSB0), %1, 273 blocks, 0 retries"_s},
+    };
+    Restart();
+    EXPECT_FALSE(OffersLastProgrammed());
+    for (const auto& c : cases) {
+        std::filesystem::remove_all(folder.Path("downloads"));
+        for (const auto& [title, text] : c.boxes)
+            boxes.ExpectMessage(title, text);
+        if (c.boxes.empty())
+            boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::No, Answer::No);
+        Download(c.silentAfter);
+        EXPECT_EQ(Kept(), c.kept);
+        const auto entry = ProgrammingJournal(services.StateFolder).FromNewest().at(0).Entry;
+        EXPECT_EQ(Find<QLabel>(u"StatusLink"_s)->text(),
+                  QString(c.told).replace("%1"_L1, QString::fromStdString(JournalTime(entry)).mid(11, 5)));
+        EXPECT_EQ(window->statusBar()->currentMessage(), QString());
+    }
+    EXPECT_TRUE(OffersLastProgrammed());
+    Restart();
+    EXPECT_TRUE(OffersLastProgrammed()) << "also after the program's end";
+
+    services.StateFolder = folder.Path("file");
+    WriteText(services.StateFolder, "no folder");
+    Restart();
+    boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::No, Answer::No);
+    Download(1000);
+    EXPECT_TRUE(window->statusBar()->currentMessage().startsWith(
+        u"The programming history could not be written: "_s));
+    EXPECT_TRUE(OffersLastProgrammed()) << "as long as the program runs";
 }
 
 TEST_F(Programming, KeysPressedTwiceBreakNothingOff) {
-    VekComms form(services, turns, types, image);
+    VekComms form(services, turns, types, job);
     form.show();
     QApplication::setActiveWindow(&form);
     const auto press = [&](Qt::Key key) {
         QTest::keyClick(QApplication::focusWidget(), key);
         QTest::keyClick(QApplication::focusWidget(), key);
+        QKeyEvent held(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
+        QApplication::sendEvent(QApplication::focusWidget(), &held);
         EXPECT_TRUE(form.isVisible());
     };
     QCoreApplication::processEvents();
@@ -151,10 +283,8 @@ TEST_F(Programming, KeysPressedTwiceBreakNothingOff) {
 }
 
 TEST_F(Programming, ProblemsAreToldAndForbidNothing) {
+    job.Config.VekNetBase = 2000;
     const auto form = Searched();
-    MatrixConfig config;
-    config.VekNetBase = 2000;
-    form->TellProblemsOf(config);
     EXPECT_EQ(form->findChild<QLabel*>(u"Problems"_s)->text(), u"1 error, 1 warning"_s);
     Press(*form, "Option1_0");
     EXPECT_TRUE(Enabled(*form, "ProgramVek"));
@@ -178,7 +308,7 @@ TEST_F(Programming, WaitsForItsTurnAndSaysWhy) {
 
 TEST_F(Programming, ClosingEndsTheSearchAtOnce) {
     port.OnOutput = {};
-    VekComms form(services, turns, types, image);
+    VekComms form(services, turns, types, job);
     form.show();
     port.At(50, [&] {
         EXPECT_FALSE(Enabled(form, "Command1"));
@@ -237,6 +367,8 @@ TEST_F(Programming, ToldToEndItLeavesTheDeviceRestartedAndSaysWhatIsMissing) {
         Press(*form, "ProgramVek");
         Settle();
         EXPECT_EQ(device.Image.size(), c.block * 8);
+        EXPECT_EQ(Kept(), "ended with the program " + std::to_string(c.block) + "/0;");
+        std::filesystem::remove_all(folder.Path("downloads"));
         EXPECT_EQ(port.Count("33"), c.restarts);
         EXPECT_FALSE(form->isVisible());
         EXPECT_FALSE(port.PortOpen());
@@ -261,4 +393,5 @@ TEST_F(Programming, CancelDuringTheDownloadReportsNothing) {
     EXPECT_EQ(device.Image.size(), 80U);
     EXPECT_FALSE(form->isVisible());
     EXPECT_FALSE(port.PortOpen());
+    EXPECT_EQ(Kept(), "cancelled 9/0;");
 }

@@ -155,7 +155,7 @@ class FaultMatrix : public testing::TestWithParam<Cell> {
             Settle();
         }
         if (action == Action::Search || action == Action::Program) {
-            form = std::make_unique<VekComms>(formServices, turns, types, image);
+            form = std::make_unique<VekComms>(formServices, turns, types, job);
             if (action == Action::Program) {
                 form->show();
                 Settle();
@@ -209,7 +209,8 @@ class FaultMatrix : public testing::TestWithParam<Cell> {
             return row(*form, "Option1_0");
         case Action::Program:
             return std::string(form->isVisible() ? "open" : "closed") +
-                   (received && std::ranges::equal(*received, std::span(image.Buffer).first(received->size()))
+                   (received &&
+                            std::ranges::equal(*received, std::span(job.Image.Buffer).first(received->size()))
                         ? ", programmed"
                         : ", not programmed");
         case Action::OnlineSearch:
@@ -316,7 +317,7 @@ class FaultMatrix : public testing::TestWithParam<Cell> {
     ScriptedDialogs boxes;
     MemoryStore store;
     DeviceTypeList types;
-    DownloadImage image = EncodeImage(LoadConfig(DataPath("03.VMC"))).Image;
+    ProgrammingJob job = {EncodeImage(LoadConfig(DataPath("03.VMC"))).Image, {}, {}};
     PortTurns turns;
     std::array<Line, 2> lines = {};
     const EditorServices services = ServicesOn(lines[0]), formServices = ServicesOn(lines[1]);

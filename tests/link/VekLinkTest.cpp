@@ -188,6 +188,39 @@ TEST_F(Searching, TellsWhatIsOnEachPortAndLeavesItClosed) {
     EXPECT_EQ(outcomes.Step, "3:2400,n,8,2 7 of 7, pass 1");
 }
 
+TEST(Findings, AreToldInWords) {
+    const DeviceTypeList types = {{29, 39, "Matrix Vek", ""}, {9, 19, "Relay 4 Vek", ""}};
+    const auto rights = [](const std::string& group, bool joined) {
+        PortFacts facts;
+        facts.Rights.GroupToJoin = group;
+        facts.Rights.JoinedSinceLogin = joined;
+        return facts;
+    };
+    PortFacts held;
+    held.Holders = {{"screen", 47}};
+    const struct {
+        PortFinding finding;
+        PortFacts facts;
+        const char* text;
+    } cases[] = {
+        {NotOpened(OpenFailure::NotThere), {}, "not there"},
+        {NotOpened(OpenFailure::NotPermitted), {}, "may not be opened"},
+        {NotOpened(OpenFailure::NotPermitted), rights("dialout", false),
+         "may not be opened: your user is not in the group dialout"},
+        {NotOpened(OpenFailure::NotPermitted), rights("dialout", true),
+         "may not be opened: log out and in again, to be in the group dialout"},
+        {NotOpened(OpenFailure::InUse), {}, "in use by another program, or does not work"},
+        {NotOpened(OpenFailure::InUse), held, "in use by screen (47)"},
+        {Silent(), {}, "silent"},
+        {NotUnderstood("9600,n,8,2", {1}), {}, "answers that are not understood"},
+        {Understood(types, 0x02004D, "9600,n,8,2", {77}), {}, "another device: code 77, version 0.2"},
+        {Understood(types, 0x050113, "9600,n,8,2", {19}), {}, "another device: Relay 4 Vek 1.5"},
+        {Understood(types, 0x050227, "9600,n,8,2", {39}), {}, "Matrix Vek 2.5"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(FindingText(c.finding, c.facts), c.text);
+}
+
 TEST_F(Searching, SendingIsWaitedForBeforeTheWaitsBegin) {
     OpenPort();
     port.SendTime = 110;
