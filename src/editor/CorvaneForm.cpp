@@ -19,6 +19,7 @@
 #include "editor/FileBars.h"
 #include "editor/FileCommands.h"
 #include "editor/FileDrop.h"
+#include "editor/HistoryCommands.h"
 #include "editor/OverviewControl.h"
 #include "editor/RecoveryKeeper.h"
 #include "model/ConfigFile.h"
@@ -144,6 +145,11 @@ void CorvaneForm::MakeCommands() {
     connect(recovery_, &RecoveryKeeper::Failed, this, tell);
     connect(programmer_, &Programmer::Told, this, tell);
     connect(&history_, &EditHistory::Changed, recovery_, &RecoveryKeeper::Look);
+
+    programmed_ = new HistoryCommands(*this, services_.Boxes, *files_, *programmer_,
+                                      [this](const std::function<void()>& action) { Replace(action); });
+    connect(menus_, &EditorMenus::HistoryWanted, programmed_, &HistoryCommands::Show);
+    connect(programmed_, &HistoryCommands::Told, this, tell);
 
     drop_ = new FileDrop(*this);
     connect(drop_, &FileDrop::Refused, this, tell);
@@ -302,6 +308,7 @@ void CorvaneForm::ShowOnline() {
     toolBar_->SetOnline(online_->IsOnline());
     bars_->SetOnline(online_->IsOnline());
     menus_->SetOnline(online_->IsOnline());
+    programmed_->SetOnline(online_->IsOnline());
     drop_->SetRefusal(online_->IsOnline() ? tr("No file can be opened while online") : QString());
     undo_->Refresh();
     Timer1_Tick();

@@ -33,6 +33,7 @@ class ExportCommands;
 class FileBars;
 class FileCommands;
 class FileDrop;
+class HistoryCommands;
 class OnlineControl;
 class PageTabs;
 class Programmer;
@@ -129,6 +130,7 @@ class CorvaneForm : public QMainWindow {
     EditorMenus* menus_ = nullptr;
     FileBars* bars_ = nullptr;
     FileDrop* drop_ = nullptr;
+    HistoryCommands* programmed_ = nullptr;
     QTimer Timer1_;
     QTimer Timer4_;
     QTimer ending_; ///< runs while the window ends in order

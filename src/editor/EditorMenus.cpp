@@ -76,6 +76,7 @@ constexpr MenuEntry entries[] = {
     {DeviceMenu, "ONLINE"},
     {DeviceMenu, "DOWNLOAD"},
     {DeviceMenu, "MuteAllOutputs"},
+    {DeviceMenu, "ProgrammingHistory"},
     {DeviceMenu, ""},
     {DeviceMenu, "BASE"},
     {ViewMenu, "*"},
@@ -112,6 +113,8 @@ void EditorMenus::Fill() {
     outputs_ = MakeChoices(NameKind::Output, "ChooseOutput", u"Ctrl+"_s);
     MakePageActions();
     connect(Make("ShowManual", tr("&Manual"), u"F1"_s), &QAction::triggered, this, &EditorMenus::ShowManual);
+    connect(Make("ProgrammingHistory", tr("Programming &History ..."), {}), &QAction::triggered, this,
+            &EditorMenus::HistoryWanted);
     for (const MenuEntry& entry : entries) {
         QMenu* menu = Menu(entry.Menu);
         const QString name = FromConstant(entry.Name);

@@ -53,6 +53,7 @@ class EditorMenus : public QObject {
     /// Paths in the system's own bytes.
     void FileChosen(const std::string& path);
     void TemplateChosen(const std::string& path);
+    void HistoryWanted();
 
   private:
     /// Actions that choose one of several things.

@@ -67,20 +67,21 @@ void FileCommands::NewCommand() {
     ConfigChanged = false;
 }
 
-void FileCommands::NewFromTemplate(const std::string& path) {
+bool FileCommands::NewFromTemplate(const std::string& path) {
     MatrixConfig contents;
     try {
         contents = LoadConfig(path);
     } catch (const FileError& error) {
         Q_EMIT Told(QString::fromStdString(error.what()));
-        return;
+        return false;
     }
     if (!AskToSaveChanges())
-        return;
+        return false;
     Forget();
     Config = SavedConfig = contents;
     view_.TakeStartLevels();
     ShowRead();
+    return true;
 }
 
 void FileCommands::Forget() {

@@ -1,18 +1,13 @@
 // The programming window against a scripted device.
-#include "editor/EditorFixture.h"
+#include "editor/ProgrammingFixture.h"
 
 #include "controls/TextConversion.h"
-#include "device/PortTurns.h"
-#include "device/VekComms.h"
 #include "link/OutcomeTexts.h"
 
 #include <QComboBox>
-#include <QLabel>
 #include <QProgressBar>
-#include <QRadioButton>
 #include <QStandardItemModel>
 #include <QStatusBar>
-#include <QTimer>
 
 using namespace vek;
 using namespace vek::test;
@@ -20,78 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Answers searches at 9600, acknowledges everything else and collects the blocks.
-class ObligingDevice {
-  public:
-    explicit ObligingDevice(ScriptedPort& port) : port_(port) {
-        port_.OnOutput = [this](const ByteVector& bytes) { Answer(bytes); };
-    }
-    ByteVector Image;
-    int Restarts = 0;
-    std::size_t SilentAfter = 1000; ///< blocks
-    std::function<void(std::size_t block)> OnBlock;
-
-  private:
-    void Answer(const ByteVector& bytes) {
-        if (Image.size() / 8 >= SilentAfter)
-            return;
-        if (bytes == ByteVector{'K'} && port_.Rate == "9600,n,8,2")
-            port_.Reply(1, {39, 2, 5, 255 - 39 - 2 - 5, 0});
-        if (bytes.size() == 11) {
-            Image.insert(Image.end(), bytes.begin() + 2, bytes.begin() + 10);
-            port_.Reply(1, {240, 0});
-            if (OnBlock)
-                OnBlock(Image.size() / 8);
-        }
-        if (bytes == ByteVector{255} && port_.Rate == "9600,e,8,1") {
-            ++Restarts;
-            port_.Reply(1, {240, 0});
-        }
-    }
-    ScriptedPort& port_;
-};
-
-class Programming : public EditorTest {
+class ProgrammingWindow : public Programming {
   protected:
-    Programming() {
-        port.Present = {1};
-        CheckDeviceTypes(store, types);
-        for (std::size_t i = 0; i < job.Image.Buffer.size(); ++i)
-            job.Image.Buffer[i] = static_cast<std::uint8_t>(i * 7);
-        job.Image.Length = imageLength;
-        services.StateFolder = folder.Path();
-    }
-    /// Shows the window and runs its search, which is over when this returns.
-    std::unique_ptr<VekComms> Searched() {
-        auto form = std::make_unique<VekComms>(services, turns, types, job);
-        form->show();
-        Settle();
-        return form;
-    }
-    /// The main window as a new program has it.
-    void Restart() {
-        window.reset();
-        window = std::make_unique<CorvaneForm>(services, std::string());
-        window->FinishStart();
-        window->show();
-    }
-    /// DOWNLOAD, and the first port; the device falls silent after so many blocks.
-    void Download(std::size_t silentAfter) {
-        device.Image.clear();
-        device.SilentAfter = 1000;
-        QTimer user;
-        user.callOnTimeout([&] {
-            auto* form = window->findChild<VekComms*>();
-            auto* option = form == nullptr ? nullptr : form->findChild<QRadioButton*>(u"Option1_0"_s);
-            if (port.Step() || boxes.AnyOpen() || option == nullptr || option->isChecked())
-                return;
-            option->click();
-            device.SilentAfter = silentAfter;
-            Press(*form, "ProgramVek");
-        });
-        user.start(0);
-        Trigger(u"DOWNLOAD"_s);
-    }
     bool OffersLastProgrammed() {
         Trigger(u"ShowChanges"_s);
         const auto* model = qobject_cast<QStandardItemModel*>(Find<QComboBox>(u"ComparedWith"_s)->model());
@@ -99,36 +24,11 @@ class Programming : public EditorTest {
         Trigger(u"ShowChanges"_s);
         return offered;
     }
-    static QString TypeText(VekComms& form) { return form.findChild<QLineEdit*>(u"VekType_0"_s)->text(); }
-    static QString Text(VekComms& form, const char* label) {
-        return form.findChild<QLabel*>(QString::fromLatin1(label))->text();
-    }
-    /// Result, blocks and retries of the attempts that are kept, from the newest.
-    std::string Kept() const {
-        std::string kept;
-        for (const KeptAttempt& attempt : ProgrammingJournal(services.StateFolder).FromNewest())
-            kept += std::string(ResultName(attempt.Entry.Result)) + ' ' +
-                    std::to_string(attempt.Entry.BlocksAcknowledged) + '/' +
-                    std::to_string(attempt.Entry.Retries) + ';';
-        return kept;
-    }
-    static void Press(VekComms& form, const char* button) {
-        form.findChild<QAbstractButton*>(QString::fromLatin1(button))->click();
-    }
-    static bool Enabled(VekComms& form, const char* control) {
-        return form.findChild<QWidget*>(QString::fromLatin1(control))->isEnabled();
-    }
-
-    PortTurns turns;
-    DeviceTypeList types;
-    ProgrammingJob job;
-    const TemporaryFolder folder;
-    ObligingDevice device{port};
 };
 
 } // namespace
 
-TEST_F(Programming, FindsChoosesAndPrograms) {
+TEST_F(ProgrammingWindow, FindsChoosesAndPrograms) {
     const auto form = Searched();
     const int looks = looksForPorts;
     auto* option = form->findChild<QRadioButton*>(u"Option1_0"_s);
@@ -178,7 +78,7 @@ TEST_F(Programming, FindsChoosesAndPrograms) {
     EXPECT_EQ(Kept(), "programmed 273/0;programmed 273/0;");
 }
 
-TEST_F(Programming, SaysWhatGoesWhereAndWhatIsThere) {
+TEST_F(ProgrammingWindow, SaysWhatGoesWhereAndWhatIsThere) {
     job.File = "/home/a/hall.VMC";
     job.Config.Modes[2].OutputLevels[1].StepLevel = 2.0F;
     port.Refusal = OpenFailure::InUse;
@@ -196,7 +96,7 @@ TEST_F(Programming, SaysWhatGoesWhereAndWhatIsThere) {
     EXPECT_EQ(Text(form, "SearchHint"), u"A search restarts every known device on the ports"_s);
 }
 
-TEST_F(Programming, EveryEndIsKeptAndTold) {
+TEST_F(ProgrammingWindow, EveryEndIsKeptAndTold) {
     const QString error = u"Error!"_s;
     const QString programFailed = FromConstant(TextOf({FailureKind::ProgramFailed}).Text);
     const struct {
@@ -251,7 +151,7 @@ TEST_F(Programming, EveryEndIsKeptAndTold) {
     EXPECT_TRUE(OffersLastProgrammed()) << "as long as the program runs";
 }
 
-TEST_F(Programming, KeysPressedTwiceBreakNothingOff) {
+TEST_F(ProgrammingWindow, KeysPressedTwiceBreakNothingOff) {
     VekComms form(services, turns, types, job);
     form.show();
     QApplication::setActiveWindow(&form);
@@ -282,7 +182,7 @@ TEST_F(Programming, KeysPressedTwiceBreakNothingOff) {
     EXPECT_EQ(device.Image.size(), 273U * 8);
 }
 
-TEST_F(Programming, ProblemsAreToldAndForbidNothing) {
+TEST_F(ProgrammingWindow, ProblemsAreToldAndForbidNothing) {
     job.Config.VekNetBase = 2000;
     const auto form = Searched();
     EXPECT_EQ(form->findChild<QLabel*>(u"Problems"_s)->text(), u"1 error, 1 warning"_s);
@@ -290,7 +190,7 @@ TEST_F(Programming, ProblemsAreToldAndForbidNothing) {
     EXPECT_TRUE(Enabled(*form, "ProgramVek"));
 }
 
-TEST_F(Programming, WaitsForItsTurnAndSaysWhy) {
+TEST_F(ProgrammingWindow, WaitsForItsTurnAndSaysWhy) {
     auto other = std::make_unique<PortTurns::Turn>(turns);
     ASSERT_TRUE(other->await_ready());
     const auto form = Searched();
@@ -306,7 +206,7 @@ TEST_F(Programming, WaitsForItsTurnAndSaysWhy) {
     EXPECT_TRUE(turns.Free());
 }
 
-TEST_F(Programming, ClosingEndsTheSearchAtOnce) {
+TEST_F(ProgrammingWindow, ClosingEndsTheSearchAtOnce) {
     port.OnOutput = {};
     VekComms form(services, turns, types, job);
     form.show();
@@ -321,7 +221,7 @@ TEST_F(Programming, ClosingEndsTheSearchAtOnce) {
     EXPECT_EQ(port.Story("open"), "0 open 1");
 }
 
-TEST_F(Programming, NoOtherPortCanBeChosenWhileOneIsProgrammed) {
+TEST_F(ProgrammingWindow, NoOtherPortCanBeChosenWhileOneIsProgrammed) {
     port.Present = {1, 2};
     const auto form = Searched();
     auto* first = form->findChild<QRadioButton*>(u"Option1_0"_s);
@@ -345,7 +245,7 @@ TEST_F(Programming, NoOtherPortCanBeChosenWhileOneIsProgrammed) {
     EXPECT_EQ(port.Story("open 1"), "");
 }
 
-TEST_F(Programming, ToldToEndItLeavesTheDeviceRestartedAndSaysWhatIsMissing) {
+TEST_F(ProgrammingWindow, ToldToEndItLeavesTheDeviceRestartedAndSaysWhatIsMissing) {
     const struct {
         std::size_t block; ///< after which it is told to end; all of them are 273
         int restarts;
@@ -381,7 +281,7 @@ TEST_F(Programming, ToldToEndItLeavesTheDeviceRestartedAndSaysWhatIsMissing) {
     }
 }
 
-TEST_F(Programming, CancelDuringTheDownloadReportsNothing) {
+TEST_F(ProgrammingWindow, CancelDuringTheDownloadReportsNothing) {
     const auto form = Searched();
     form->findChild<QRadioButton*>(u"Option1_0"_s)->click();
     device.OnBlock = [&](std::size_t block) {

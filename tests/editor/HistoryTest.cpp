@@ -1,0 +1,171 @@
+// The window of the programming history, and what its buttons do.
+#include "editor/ProgrammingFixture.h"
+
+#include "model/ConfigFile.h"
+
+#include <QClipboard>
+#include <QListWidget>
+#include <QStatusBar>
+
+using namespace vek;
+using namespace vek::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class History : public Programming {
+  protected:
+    /// Two attempts, of which the older one sent `sent`.
+    History() {
+        sent.VekNetBase = 900;
+        sent.Modes[2].OutputLevels[3].StepLevel = 2.0F;
+        Keep(sent, {.Time = 1'795'343'045,
+                    .ZoneOffset = 3600,
+                    .File = "/home/a/hall.VMC",
+                    .Port = "COM1 (ttyUSB0)",
+                    .DeviceName = "Matrix Vek",
+                    .DeviceCode = 39,
+                    .DeviceVersion = "2.5",
+                    .Result = AttemptResult::Programmed,
+                    .Blocks = 273,
+                    .BlocksAcknowledged = 273,
+                    .Host = "desk"});
+        Keep({}, {.Time = 1'795'343'105, .Port = "COM2", .Result = AttemptResult::NoAnswer, .Blocks = 273});
+        Restart();
+        Trigger(u"ProgrammingHistory"_s);
+        history = Find(u"HistoryWindow"_s);
+        entries = history->findChild<QListWidget*>(u"Entries"_s);
+    }
+    void Keep(const MatrixConfig& config, const JournalEntry& entry) {
+        ProgrammingJournal(services.StateFolder).Enter(entry, EncodeRecord(config));
+    }
+    void Press(const char* button) {
+        history->findChild<QAbstractButton*>(QString::fromLatin1(button))->click();
+        Settle();
+    }
+    bool Enabled(const char* button) const {
+        return history->findChild<QAbstractButton*>(QString::fromLatin1(button))->isEnabled();
+    }
+    QString Told() const { return window->statusBar()->currentMessage(); }
+    MatrixConfig sent;
+    QWidget* history;
+    QListWidget* entries;
+};
+
+} // namespace
+
+TEST_F(History, ListsTheAttemptsFromTheNewest) {
+    ASSERT_EQ(entries->count(), 2);
+    EXPECT_TRUE(entries->item(1)->text().startsWith(
+        u"2026-11-22 11:24:05  programmed          COM1 (ttyUSB0)  Matrix Vek 2.5  273 blocks "_s));
+    EXPECT_EQ(entries->item(1)->toolTip(), u"File: /home/a/hall.VMC\nComputer: desk"_s);
+    Press("CopyText");
+    EXPECT_EQ(QApplication::clipboard()->text(),
+              entries->item(0)->text() + u'\n' + entries->item(1)->text() + u'\n');
+    entries->setCurrentRow(1);
+    Keep({}, {.Time = 1'795'343'205});
+    Trigger(u"ProgrammingHistory"_s);
+    EXPECT_EQ(entries->count(), 3);
+    EXPECT_EQ(entries->currentRow(), 2) << "the same attempt";
+    std::filesystem::remove_all(folder.Path("downloads"));
+    Trigger(u"ProgrammingHistory"_s);
+    EXPECT_EQ(entries->item(0)->text(), u"No device was programmed yet"_s);
+    EXPECT_FALSE(Enabled("OpenCopy") || Enabled("ProgramAgain") || Enabled("WhatChanged") ||
+                 Enabled("ExportEntry"));
+}
+
+TEST_F(History, OpensACopyWithoutAName) {
+    Config.VekNetBase = 700;
+    const auto ask = [this](Answer answer) {
+        boxes.ExpectYesNoCancel(u"Config Changed!"_s,
+                                u"Current cofiguration has changed,\r\nDo you wish to save changes?"_s,
+                                answer);
+    };
+    entries->setCurrentRow(1);
+    ask(Answer::Cancel);
+    Press("OpenCopy");
+    EXPECT_EQ(Config.VekNetBase, 700);
+    ask(Answer::No);
+    QTest::keyClick(entries, Qt::Key_Return);
+    Settle();
+    EXPECT_EQ(Config, sent);
+    EXPECT_EQ(CurrentFileName, "");
+    EXPECT_FALSE(ConfigDiffers());
+    EXPECT_EQ(Told(), u"This is a copy of hall.VMC of 2026-11-22 11:24: Save As keeps it"_s);
+}
+
+TEST_F(History, TellsWhatChangedSince) {
+    entries->setCurrentRow(1);
+    Press("OpenCopy");
+    const int base = Config.VekNetBase;
+    Config.VekNetBase = static_cast<std::int16_t>(base + 1);
+    Press("WhatChanged");
+    auto* changes = history->findChild<QDialog*>(u"ChangesForm"_s);
+    ASSERT_NE(changes, nullptr);
+    auto* lines = changes->findChild<QListWidget*>(u"Entries"_s);
+    ASSERT_EQ(lines->count(), 1);
+    EXPECT_TRUE(lines->item(0)->text().endsWith(u"%1 -> %2"_s.arg(base).arg(base + 1)));
+    changes->close();
+}
+
+TEST_F(History, ProgramsAgainWhatWasSent) {
+    entries->setCurrentRow(1);
+    const auto ask = [this](Answer answer) {
+        boxes.ExpectYesNo(u"Program again"_s, u"Do you wish to program hall.VMC of 2026-11-22 11:24 again?"_s,
+                          answer, Answer::No);
+    };
+    ask(Answer::No);
+    Press("ProgramAgain");
+    EXPECT_EQ(boxes.LastAbout,
+              u"It was sent to COM1 (ttyUSB0). The window that opens now asks for the port."_s);
+    EXPECT_EQ(port.Story("open"), "");
+    ask(Answer::Yes);
+    boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::No, Answer::No);
+    Download(1000, [this] { Press("ProgramAgain"); });
+    const DownloadImage image = EncodeImage(sent).Image;
+    EXPECT_TRUE(std::equal(image.Buffer.begin(), image.Buffer.begin() + imageLength, device.Image.begin()));
+    EXPECT_EQ(Config.VekNetBase, MatrixConfig().VekNetBase) << "the present configuration stays";
+    const auto newest = ProgrammingJournal(services.StateFolder).FromNewest().front();
+    EXPECT_EQ(newest.Entry.File, "/home/a/hall.VMC");
+    EXPECT_EQ(LoadConfig(newest.ConfigPath()), sent);
+}
+
+TEST_F(History, ExportsTheConfigurationAndItsText) {
+    entries->setCurrentRow(1);
+    const auto kept = ProgrammingJournal(services.StateFolder).FromNewest().back();
+    const QString proposed =
+        QString::fromStdString(std::filesystem::path(kept.ConfigPath()).filename().string());
+    const QString target = QString::fromStdString(folder.Path("out.VMC"));
+    boxes.ExpectSaveFile(proposed, std::nullopt);
+    Press("ExportEntry");
+    WriteText(folder.Path("out.json"), "mine");
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        boxes.ExpectSaveFile(proposed, target);
+        boxes.ExpectYesNo(u"Export"_s, u"Do you wish to replace this file?"_s, answer, Answer::No);
+        Press("ExportEntry");
+        EXPECT_EQ(boxes.LastAbout, QString::fromStdString(folder.Path("out.json")));
+        EXPECT_EQ(std::filesystem::exists(folder.Path("out.VMC")), answer == Answer::Yes);
+    }
+    EXPECT_EQ(LoadConfig(folder.Path("out.VMC")), sent);
+    EXPECT_EQ(ReadText(folder.Path("out.json")), ReadText(kept.TextPath()));
+    boxes.ExpectSaveFile(proposed, QString::fromStdString(folder.Path("missing/out.VMC")));
+    Press("ExportEntry");
+    EXPECT_TRUE(Told().startsWith(u"Nothing was written: "_s));
+}
+
+TEST_F(History, WhatReplacesTheConfigurationWaitsWhileOnline) {
+    port.OnOutput = [this](const ByteVector& bytes) {
+        if (bytes.size() == 6)
+            port.Reply(1, {39, 1, 0, 255 - 39 - 1});
+        if (bytes.size() == 4)
+            port.Reply(1, {240});
+    };
+    Trigger(u"ONLINE"_s);
+    Click(u"OnlineSearch"_s);
+    boxes.ExpectMessage(u"Online"_s, u"Matrix Vek is now online."_s, MessageIcon::None);
+    Click(u"OnlinePort_0"_s);
+    EXPECT_FALSE(Enabled("OpenCopy") || Enabled("ProgramAgain"));
+    EXPECT_TRUE(Enabled("WhatChanged") && Enabled("ExportEntry"));
+    Click(u"OnlineCancel"_s);
+    EXPECT_TRUE(Enabled("OpenCopy") && Enabled("ProgramAgain"));
+}
