@@ -11,6 +11,7 @@
 #include "pages/LevelsPage.h"
 #include "pages/Overview.h"
 #include "pages/OverviewAccessible.h"
+#include "pages/OverviewMenu.h"
 #include "pages/RemotePanelsPage.h"
 #include "pages/Selectors.h"
 
@@ -87,6 +88,8 @@ void OverviewControl::Make() {
         connect(overview_, &Overview::Activated, this, &OverviewControl::GoTo);
         connect(overview_, &Overview::CopyRequested, this, &OverviewControl::Copy);
         connect(overview_, &Overview::PasteRequested, this, &OverviewControl::Paste);
+        connect(overview_, &Overview::MenuRequested, this,
+                [this](const QPoint& at) { (new OverviewMenu(*overview_))->popup(at); });
         connect(overview_, &Overview::PrintRequested, &parts_.Exports, &ExportCommands::PrintOverviewCommand);
         FollowSelectors();
     }

@@ -1,7 +1,6 @@
 #include "pages/Overview.h"
 
 #include "controls/LayoutHelpers.h"
-#include "pages/OverviewMenu.h"
 #include "pages/OverviewPainter.h"
 
 #include <QContextMenuEvent>
@@ -388,7 +387,7 @@ void Overview::contextMenuEvent(QContextMenuEvent* event) {
     QPoint at = event->globalPos();
     if (event->reason() == QContextMenuEvent::Keyboard)
         at = viewport()->mapToGlobal(RectOf(current_).center());
-    (new OverviewMenu(*this))->popup(at);
+    Q_EMIT MenuRequested(at);
 }
 
 } // namespace vek

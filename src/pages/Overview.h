@@ -49,6 +49,8 @@ class Overview : public QAbstractScrollArea {
     void CopyRequested(const vek::OverviewPlace& place);
     void PasteRequested(const vek::OverviewPlace& place);
     void PrintRequested();
+    /// For the current place, at a place of the screen.
+    void MenuRequested(const QPoint& at);
     void CurrentChanged();
 
   protected:

@@ -46,8 +46,7 @@ TEST(Contrast, AFillGivesWayToItsText) {
                                                {QColor(0x3060a0), Qt::black},
                                                {QColor(0x808080), QColor(0x808080)}};
     for (const auto& [fill, text] : fills)
-        EXPECT_GE(ContrastRatio(ReadableOn(fill, text), text), readableContrast)
-            << fill.name().toStdString();
+        EXPECT_GE(ContrastRatio(ReadableOn(fill, text), text), readableContrast) << fill.name().toStdString();
     EXPECT_EQ(ReadableOn(Qt::darkBlue, Qt::white), QColor(Qt::darkBlue));
 }
 
