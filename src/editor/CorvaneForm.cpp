@@ -336,8 +336,9 @@ void CorvaneForm::ShowState() {
     if (windowTitle() != title)
         setWindowTitle(title);
     toolBar_->Action("SAVE")->setEnabled(named);
+    const QString remains = online_ ? online_->Remains() : QString();
     status_->ShowState(file_.Path(), online_ && online_->IsOnline() ? online_->PortName() : QString(),
-                       programmer_->Result());
+                       remains.isEmpty() ? programmer_->Result() : remains);
 }
 
 void CorvaneForm::Timer4_Tick() {

@@ -76,14 +76,13 @@ void EditorStatusBar::ShowFile(const std::string& readFrom) {
     SetPlainToolTip(*file_, QString::fromStdString(path));
 }
 
-void EditorStatusBar::ShowState(const std::string& readFrom, const QString& onlinePort,
-                                const QString& programming) {
+void EditorStatusBar::ShowState(const std::string& readFrom, const QString& onlinePort, const QString& left) {
     ShowFile(readFrom);
     SetText(changes_, ConfigDiffers() ? tr("Unsaved changes") : tr("No unsaved changes"));
     SetText(base_, tr("Base %1-%2").arg(Config.VekNetBase).arg(LastVekNetAddress(Config.VekNetBase)));
-    const QString offline = programming.isEmpty() ? tr("Offline") : programming;
+    const QString offline = left.isEmpty() ? tr("Offline") : left;
     SetText(link_, onlinePort.isEmpty() ? offline : tr("Online on %1").arg(onlinePort));
-    SetPlainToolTip(*link_, onlinePort.isEmpty() ? programming : onlinePort);
+    SetPlainToolTip(*link_, onlinePort.isEmpty() ? left : onlinePort);
 }
 
 } // namespace vek

@@ -16,9 +16,9 @@ class EditorStatusBar : public QStatusBar {
     explicit EditorStatusBar(QWidget* parent = nullptr);
 
     /// Shows the program's state. `readFrom` is the file that a configuration without a name was read from,
-    /// empty for a new one; `onlinePort` is empty while offline;
-    /// then it shows what became of the last programming, if there was any.
-    void ShowState(const std::string& readFrom, const QString& onlinePort, const QString& programming);
+    /// empty for a new one; `onlinePort` is empty while offline, when `left` is shown: what became of the
+    /// last dealings with a device, empty for nothing.
+    void ShowState(const std::string& readFrom, const QString& onlinePort, const QString& left);
     /// "2 errors, 1 warning"
     void ShowProblems(const QString& text);
 

@@ -80,9 +80,8 @@ float OnlineSession::WantedLevel(std::size_t output) const {
     return inputs_.SafeLevels() ? std::min(level, inputs_.MaximumLevel(output)) : level;
 }
 
-float OnlineSession::NextLevel(std::size_t output) const {
-    const float level = WantedLevel(output);
-    return inputs_.SafeLevels() ? std::min(level, lowest_[output] + steepestRise) : level;
+float OnlineSession::NextLevel(std::size_t output, float wanted) const {
+    return inputs_.SafeLevels() ? std::min(wanted, lowest_[output] + steepestRise) : wanted;
 }
 
 Task<> OnlineSession::ApplyOnlineLevels() {
@@ -92,12 +91,13 @@ Task<> OnlineSession::ApplyOnlineLevels() {
         // Routes bring their own application of the levels.
         if (SomethingElseFirst() || routesWanted_)
             co_return;
-        const float level = NextLevel(output);
+        const float wanted = WantedLevel(output);
+        const float level = NextLevel(output, wanted);
         const auto failure = co_await SendVolume(output, level);
         if (failure)
             co_await outcomes_.Failed(*failure);
         else
-            rising = rising || level < WantedLevel(output);
+            rising = rising || level < wanted;
     }
     levelsWanted_ = levelsWanted_ || rising;
 }
@@ -108,12 +108,13 @@ Task<> OnlineSession::SendMutes() {
     std::optional<Failure> failed;
     bool rising = false;
     for (std::size_t output = 0; output < outputCount && !disconnectWanted_; ++output) {
-        const float level = NextLevel(output);
+        const float wanted = WantedLevel(output);
+        const float level = NextLevel(output, wanted);
         const auto failure = co_await SendVolume(output, level);
         if (failure)
             failed = failure;
         else
-            rising = rising || level < WantedLevel(output);
+            rising = rising || level < wanted;
     }
     levelsWanted_ = levelsWanted_ || rising;
     if (failed)

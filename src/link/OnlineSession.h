@@ -144,7 +144,7 @@ class OnlineSession {
     Task<std::optional<Failure>> SendRoute(std::size_t output, std::size_t input);
     Task<std::optional<Failure>> SendPacket(OnlinePacket packet, FailureKind noReply, FailureKind refused);
     float LevelOf(std::size_t output) const;
-    float NextLevel(std::size_t output) const;
+    float NextLevel(std::size_t output, float wanted) const;
     bool SomethingElseFirst() const { return disconnectWanted_ || mutesWanted_; }
 
     Exchange exchange_;

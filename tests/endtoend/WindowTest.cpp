@@ -250,6 +250,29 @@ TEST_F(WindowOnDevice, ABurstEndsWithWhatIsShown) {
     EXPECT_LT((*vek)->Events().size(), moves * 8U) << "moves during a pass share the next one";
 }
 
+TEST_F(WindowOnDevice, MuteAllIsHeardAtOnce) {
+    Start({.Faults = {ParseFault("late-reply:20@volumex*"), ParseFault("late-reply:20@routex*")}});
+    GoOnline();
+    ShowTab(OutputTrimsTab);
+    auto muted = [this] {
+        return Find<QLabel>("OnlineState")->text().endsWith(u"muted · 8 of 8 confirmed"_s);
+    };
+    // Into the routes, and into the levels that follow them.
+    for (const int under : {70, 230}) {
+        Click("RouteOption_2");
+        Click("RouteOption_1");
+        QTest::qWait(under);
+        QElapsedTimer time;
+        time.start();
+        QTest::keyClick(window.get(), Qt::Key_M, Qt::ControlModifier);
+        Await(muted, "the acknowledgement");
+        std::printf("muted after %lld ms\n", static_cast<long long>(time.elapsed()));
+        EXPECT_LE(time.elapsed(), 250);
+        for (std::size_t output = 0; output < 8; ++output)
+            Click(("OutPutSelectCheck_" + std::to_string(output)).c_str());
+    }
+}
+
 TEST_F(WindowOnDevice, OpensTheFileOfTheCommandLine) {
     Start();
     const std::string path = DataPath("02.VMC");

@@ -119,6 +119,14 @@ TEST_F(OnlineCommands, AChangeOfInputOvertakesLevelsAndRoutes) {
     port.At(650, [&] { Routes(); }); // nothing new
     Levels();
     EXPECT_EQ(packets, "V0=210 V1=210 V2=210 M0=2 M1=2 " + Pass('M', 0) + Pass('V', 210));
+    Forget();
+    port.At(750, [&] { // during the last volume
+        view.input = 5;
+        view.inputTrims[5] = 3;
+        Routes();
+    });
+    Levels();
+    EXPECT_EQ(packets, Pass('V', 210) + Pass('M', 5) + Pass('V', 216));
 }
 
 TEST_F(OnlineCommands, DisconnectingDuringAWaitFollowsTheRunningExchange) {

@@ -89,11 +89,15 @@ class ScriptedDialogs final : public Dialogs {
     std::unique_ptr<OpenBox> OpenMessage(QWidget*, MessageIcon icon, const QString& title,
                                          const QString& text, const QString& other,
                                          BoxClosed closed) override {
-        return Open(MessageBox(icon, title, text, other), closed);
+        if (Seen) {
+            Seen(MessageBox(icon, title, text));
+            return Open({{}, Answer::Yes, {}, {}}, closed);
+        }
+        return Open(Take(MessageBox(icon, title, text, other)), closed);
     }
     std::unique_ptr<OpenBox> OpenYesNo(QWidget*, const QString& title, const QString& text,
                                        Answer defaultAnswer, BoxClosed closed) override {
-        return Open(YesNoBox(title, text, defaultAnswer), closed);
+        return Open(Take(YesNoBox(title, text, defaultAnswer)), closed);
     }
     /// True while a box is open that its caller does not wait for.
     bool AnyOpen() const { return open > 0; }
@@ -143,8 +147,8 @@ class ScriptedDialogs final : public Dialogs {
         int& open_;
         QObject self_;
     };
-    std::unique_ptr<OpenBox> Open(const QString& box, const BoxClosed& closed) {
-        return std::make_unique<ScriptedBox>(open, Take(box), closed);
+    std::unique_ptr<OpenBox> Open(const Expected& expected, const BoxClosed& closed) {
+        return std::make_unique<ScriptedBox>(open, expected, closed);
     }
 
     Expected Next(const QString& box) {
