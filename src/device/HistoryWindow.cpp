@@ -9,6 +9,8 @@
 #include <QFontDatabase>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -20,8 +22,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int usualCharacters = 118;
 constexpr int usualLines = 18;
+constexpr double mostOfScreen = 0.9;
 constexpr int lookMilliseconds = 500; // other programs write into the journal as well
 
 QString Details(const KeptAttempt& attempt) {
@@ -59,8 +61,12 @@ HistoryWindow::HistoryWindow(const ProgrammingJournal& journal, QWidget* parent)
         MakeHint(tr("What devices were given from this account, by this program and by vekctl."), this));
     column->addWidget(entries_, 1);
     column->addWidget(MakeButtons());
-    resize(fontMetrics().averageCharWidth() * usualCharacters, fontMetrics().lineSpacing() * usualLines);
     Fill();
+    // A file's name may be of any length.
+    const int lines = entries_->sizeHintForColumn(0) + entries_->verticalScrollBar()->sizeHint().width();
+    const int margins = layout()->contentsMargins().left() + layout()->contentsMargins().right();
+    const QSize usual(lines + margins + 2 * entries_->frameWidth(), fontMetrics().lineSpacing() * usualLines);
+    resize(usual.boundedTo(screen()->availableSize() * mostOfScreen).expandedTo(minimumSizeHint()));
     auto* timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this, [this] {
         if (isVisible())

@@ -16,7 +16,10 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QTimer>
+
+#include <algorithm>
 
 namespace vek {
 
@@ -24,6 +27,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int leastCharacters = 72;
 constexpr int usualCharacters = 100;
 constexpr PortRowNames rowNames = {"Option1", "VekType", "Finding", "Blanking", "Blanking1", false};
 
@@ -44,7 +48,9 @@ VekComms::VekComms(const EditorServices& services, PortTurns& turns, const Devic
     layout->addWidget(MakePleaseWait());
     layout->addStretch(1);
     layout->addLayout(MakeButtons());
-    setMinimumWidth(fontMetrics().averageCharWidth() * usualCharacters);
+    const int character = fontMetrics().averageCharWidth();
+    setMinimumWidth(character * leastCharacters);
+    resize(std::min(character * usualCharacters, screen()->availableSize().width()), sizeHint().height());
     connect(ports_, &PortRows::Chosen, this,
             [this] { ProgramVekButton_->setEnabled(!conversation_.Running()); });
 }

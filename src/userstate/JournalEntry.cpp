@@ -131,12 +131,12 @@ Columns ColumnsOf(const JournalEntry& entry) {
     const std::string name = entry.File.substr(entry.File.rfind('/') + 1);
     return {LocalTime(entry, "%Y-%m-%d %H:%M:%S"),
             std::string(ResultName(entry.Result)),
+            name.empty() ? "not named" : OneLine(name),
             OneLine(entry.Port),
             entry.DeviceName.empty() ? "-" : OneLine(entry.DeviceName) + ' ' + entry.DeviceVersion,
             (all ? blocks : std::to_string(entry.BlocksAcknowledged) + " of " + blocks) + " blocks",
             std::to_string(entry.Retries) + (entry.Retries == 1 ? " retry" : " retries"),
-            Seconds(entry.Milliseconds),
-            name.empty() ? "not named" : OneLine(name)};
+            Seconds(entry.Milliseconds)};
 }
 
 /// Of characters of UTF-8.

@@ -66,7 +66,7 @@ std::optional<JournalEntry> DecodeJournalEntry(std::string_view text);
 /// All of them as one JSON array; each tells the path of its configuration besides.
 std::string EncodeJournal(const std::vector<KeptAttempt>& attempts);
 
-/// A line for each: time, result, port, device, blocks, retries, seconds and file, below each other.
+/// A line for each: time, result, file, port, device, blocks, retries and seconds, below each other.
 std::vector<std::string> JournalLines(const std::vector<KeptAttempt>& attempts);
 /// "2026-11-22T11:24:05+01:00"
 std::string JournalTime(const JournalEntry& entry);

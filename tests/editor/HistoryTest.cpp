@@ -57,7 +57,7 @@ class History : public Programming {
 TEST_F(History, ListsTheAttemptsFromTheNewest) {
     ASSERT_EQ(entries->count(), 2);
     EXPECT_TRUE(entries->item(1)->text().startsWith(
-        u"2026-11-22 11:24:05  programmed          COM1 (ttyUSB0)  Matrix Vek 2.5  273 blocks "_s));
+        u"2026-11-22 11:24:05  programmed          hall.VMC   COM1 (ttyUSB0)  Matrix Vek 2.5  273 blocks "_s));
     EXPECT_EQ(entries->item(1)->toolTip(), u"File: /home/a/hall.VMC\nComputer: desk"_s);
     Press("CopyText");
     EXPECT_EQ(QApplication::clipboard()->text(),

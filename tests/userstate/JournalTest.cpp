@@ -80,10 +80,10 @@ TEST(JournalTexts, LinesStandBelowEachOther) {
     JournalEntry silent = {
         .Time = now, .File = "/b\nc", .Port = "COM2", .Result = AttemptResult::NoAnswer, .Blocks = 273};
     EXPECT_THAT(JournalLines({{hall, ""}, {silent, ""}}),
-                ElementsAre("2026-11-22 11:24:05  programmed          COM1 (ttyUSB0)  Matrix Vek 2.5  "
-                            "273 blocks       1 retry    11.4 s  h\u00E4ll.VMC",
-                            "2026-11-22 10:24:05  no device answered  COM2            -               "
-                            "0 of 273 blocks  0 retries  0.0 s   b?c"));
+                ElementsAre("2026-11-22 11:24:05  programmed          h\u00E4ll.VMC  COM1 (ttyUSB0)  "
+                            "Matrix Vek 2.5  273 blocks       1 retry    11.4 s",
+                            "2026-11-22 10:24:05  no device answered  b?c       COM2            "
+                            "-               0 of 273 blocks  0 retries  0.0 s"));
 }
 
 TEST_F(Journal, BrokenEntriesHideNoOthers) {
@@ -149,7 +149,7 @@ TEST_F(Journal, AnAttemptIsThereFromItsBeginning) {
     const JournalEntry& first = kept.back().Entry;
     EXPECT_EQ(first, records[0].Entry());
     EXPECT_EQ(JournalLines({kept.back()}).front().substr(19),
-              "  block refused    Matrix Vek 2.5  5 of 273 blocks  4 retries  1.5 s  first");
+              "  block refused  first    Matrix Vek 2.5  5 of 273 blocks  4 retries  1.5 s");
     EXPECT_EQ(first.DeviceCode, 39);
     EXPECT_EQ(journal.LastProgrammed().value().Entry.File, "second");
     EXPECT_EQ(records[0].Problem() + records[1].Problem(), "");
