@@ -92,7 +92,8 @@ bool Read(const Json& value, std::string& text) {
 }
 
 bool Read(const Json& value, int& number) {
-    if (!value.is_number_unsigned() || value > std::numeric_limits<int>::max())
+    constexpr std::uint64_t most = std::numeric_limits<int>::max();
+    if (!value.is_number_unsigned() || value.get<std::uint64_t>() > most)
         return false;
     number = value.get<int>();
     return true;

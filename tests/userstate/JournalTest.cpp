@@ -72,6 +72,7 @@ TEST(JournalTexts, GoBothWaysAndTellWhatTheyCannotRead) {
           R"({"time":5,"result":"programmed"})", R"({"time":"2026-11-22T11:24:05+01:00","result":"eaten"})",
           R"({"time":"2026-11-22T11:24:05+01:00","result":"programmed","blocks":-1})",
           R"({"time":"2026-11-22T11:24:05+01:00","result":"programmed","retries":2147483648})",
+          R"({"time":"2026-11-22T11:24:05+01:00","result":"programmed","retries":18446744073709551615})",
           R"({"time":"2026-11-22T11:24:05+01:00","result":"programmed","file":1})"})
         EXPECT_FALSE(DecodeJournalEntry(text)) << text;
 }
