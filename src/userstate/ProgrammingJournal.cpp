@@ -59,8 +59,7 @@ std::vector<std::string> ProgrammingJournal::Names() const {
             names.push_back(file.stem().string());
     }
     std::ranges::sort(names, std::greater());
-    const auto [first, last] = std::ranges::unique(names);
-    names.erase(first, last);
+    names.erase(std::unique(names.begin(), names.end()), names.end());
     return names;
 }
 
