@@ -79,10 +79,7 @@ void Exchange::SetSettings(std::string_view settings) {
         port_.SetSettings(settings);
 }
 
-void Exchange::DiscardInput() {
-    if (PortOpen())
-        port_.Input();
-}
+ByteVector Exchange::TakeInput() { return PortOpen() ? port_.Input() : ByteVector(); }
 
 void Exchange::SendWithoutWaiting(std::span<const std::uint8_t> bytes) {
     if (PortOpen())

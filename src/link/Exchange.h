@@ -68,7 +68,9 @@ class Exchange {
     void Close();
 
     void SetSettings(std::string_view settings);
-    void DiscardInput();
+    /// What has been received; nothing when the port is closed.
+    ByteVector TakeInput();
+    void DiscardInput() { TakeInput(); }
 
     /// Sends the bytes; over when they are on the line.
     Pause Send(std::span<const std::uint8_t> bytes);

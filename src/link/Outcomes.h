@@ -5,6 +5,7 @@
 #include "link/PortFinding.h"
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace vek {
@@ -44,6 +45,15 @@ struct SearchStep {
     int Pass;                  ///< from 1; there are more only where answers are not understood
 };
 
+/// What came from the line while a search asked at one of its settings.
+struct RateAnswer {
+    std::string Settings;
+    ByteVector Early;  ///< before the question was complete, when no device answers yet
+    ByteVector Answer; ///< behind it, also when it is too short for an answer
+
+    bool operator==(const RateAnswer&) const = default;
+};
+
 class LinkOutcomes {
   public:
     virtual ~LinkOutcomes() = default;
@@ -52,6 +62,8 @@ class LinkOutcomes {
     virtual void PortSearchBegins(std::size_t /*row*/) {}
     /// The port that is open is asked.
     virtual void Searching(const SearchStep& /*step*/) {}
+    /// It has been asked.
+    virtual void Heard(const RateAnswer& /*answer*/) {}
 
     /// Row 0 … 3 is COM1 … COM4; the port is closed again.
     virtual void PortSearched(std::size_t row, const PortFinding& finding) = 0;

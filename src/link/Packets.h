@@ -26,6 +26,9 @@ bool IsAccepted(std::span<const std::uint8_t> reply);
 // some devices with one byte more.
 inline constexpr std::size_t findReplyLength = 4;
 
+/// Each byte is followed by a pause: 255 and "SETVEK".
+inline constexpr std::array<std::uint8_t, 7> searchRequest = {255, 'S', 'E', 'T', 'V', 'E', 'K'};
+
 /// Where the answer starts among the bytes received: noise before it is skipped when there are more than 5.
 std::size_t FindReplyStart(std::size_t received);
 

@@ -14,8 +14,6 @@ constexpr const char* wakePulseSettings = "110,n,8,2";
 constexpr std::array<const char*, 7> searchSettings = {
     "9600,n,8,2", "38400,n,8,2", "28800,n,8,2", "19200,n,8,2", "14400,n,8,2", "4800,n,8,2", "2400,n,8,2"};
 constexpr int searchPasses = 3;
-constexpr std::uint8_t attentionByte = 255;
-constexpr std::string_view wakeWord = "SETVEK";
 constexpr std::size_t longestSearchReply = 5;
 
 // Commands. The parity bit marks the first byte as a command: odd parity sets it for both commands.
@@ -61,6 +59,13 @@ Task<> VekLink::set_active_port(std::size_t row) {
     co_await exchange_.Wait(portOpenWait);
 }
 
+Task<ByteVector> VekLink::Listen(int milliseconds) {
+    exchange_.SetSettings(searchSettings.front());
+    exchange_.DiscardInput();
+    co_await exchange_.Wait(milliseconds);
+    co_return exchange_.TakeInput();
+}
+
 Task<> VekLink::send_wake_pulse() {
     exchange_.SetSettings(wakePulseSettings);
     co_await exchange_.Send(0);
@@ -68,17 +73,18 @@ Task<> VekLink::send_wake_pulse() {
 }
 
 Task<ByteVector> VekLink::SearchAt(std::string_view settings) {
+    RateAnswer heard = {.Settings = std::string(settings), .Early = {}, .Answer = {}};
     exchange_.DiscardInput();
     exchange_.SetSettings(settings);
-    co_await exchange_.Send(attentionByte);
-    co_await exchange_.Wait(byteWait);
-    for (const char letter : wakeWord) {
-        if (letter == wakeWord.back())
-            exchange_.DiscardInput();
-        co_await exchange_.Send(static_cast<std::uint8_t>(letter));
+    for (const std::uint8_t& byte : searchRequest) {
+        if (&byte == &searchRequest.back())
+            heard.Early = exchange_.TakeInput();
+        co_await exchange_.Send(byte);
         co_await exchange_.Wait(byteWait);
     }
     ByteVector reply = co_await exchange_.Reply(searchReplyWait, longestSearchReply, findReplyLength);
+    heard.Answer = reply.empty() ? exchange_.TakeInput() : reply;
+    outcomes_.Heard(heard);
     co_return reply;
 }
 

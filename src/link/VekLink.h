@@ -52,6 +52,8 @@ class VekLink {
 
     /// Opens the row's port and gives the device time.
     Task<> set_active_port(std::size_t row);
+    /// What comes unasked during that time, at the first settings of a search.
+    Task<ByteVector> Listen(int milliseconds);
     /// A long low pulse on the line, which wakes a device.
     Task<> send_wake_pulse();
     /// Looks for a device at every rate and leaves the port at the one where it answered; restarts it when
