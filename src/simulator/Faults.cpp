@@ -1,5 +1,7 @@
 #include "simulator/Faults.h"
 
+#include "base/LineRates.h"
+
 #include <algorithm>
 #include <charconv>
 #include <stdexcept>
@@ -18,10 +20,18 @@ struct KindName {
 };
 
 constexpr KindName kindNames[] = {
-    {"no-reply", FaultKind::NoReply, 0, ""},     {"wrong-reply", FaultKind::WrongReply, 0, ""},
-    {"half-reply", FaultKind::HalfReply, 0, ""}, {"late-reply", FaultKind::LateReply, 700, "ms"},
-    {"noise", FaultKind::Noise, 3, "bytes"},     {"echo", FaultKind::Echo, 0, ""},
-    {"flood", FaultKind::Flood, 2000, "ms"},     {"hang-up", FaultKind::HangUp, 0, ""},
+    {"no-reply", FaultKind::NoReply, 0, ""},
+    {"wrong-reply", FaultKind::WrongReply, 0, ""},
+    {"half-reply", FaultKind::HalfReply, 0, ""},
+    {"late-reply", FaultKind::LateReply, 700, "ms"},
+    {"noise", FaultKind::Noise, 3, "bytes"},
+    {"echo", FaultKind::Echo, 0, ""},
+    {"flood", FaultKind::Flood, 2000, "ms"},
+    {"hang-up", FaultKind::HangUp, 0, ""},
+    {"wrong-rate", FaultKind::WrongRate, 4800, "baud"},
+    {"wrong-sum", FaultKind::WrongSum, 0, ""},
+    {"chatter", FaultKind::Chatter, 100, "ms"},
+    {"mute", FaultKind::Mute, 0, ""},
 };
 
 struct EventName {
@@ -76,7 +86,8 @@ std::optional<std::string_view> CutAfter(std::string_view& text, char separator)
 }
 
 bool Applies(const Fault& fault, const DeviceEvent& event) {
-    if (event.Reply.empty() || fault.Count == 0 || (fault.Event && *fault.Event != event.Kind))
+    if (fault.Kind == FaultKind::Chatter || event.Reply.empty() || fault.Count == 0 ||
+        (fault.Event && *fault.Event != event.Kind))
         return false;
     if (!fault.At)
         return true;
@@ -87,10 +98,7 @@ bool Applies(const Fault& fault, const DeviceEvent& event) {
 
 Fault ParseFault(std::string_view text) {
     std::string_view kindPart = text;
-    const auto afterAt = CutAfter(kindPart, '@');
-    if (!afterAt)
-        Fail("no @EVENT in", text);
-    std::string_view eventPart = *afterAt;
+    std::string_view eventPart = CutAfter(kindPart, '@').value_or("anyx*");
 
     Fault fault;
     if (const auto count = CutAfter(eventPart, 'x'))
@@ -105,12 +113,15 @@ Fault ParseFault(std::string_view text) {
         Fail("no number belongs to", kindPart);
     fault.Kind = kind.Kind;
     fault.Parameter = parameter ? Number(*parameter) : kind.DefaultParameter;
+    if (kind.Kind == FaultKind::WrongRate && fault.Parameter == 0)
+        Fail("no rate:", text);
     return fault;
 }
 
 std::string FaultNotation() {
-    std::string text =
-        "A fault is KIND[:PARAMETER]@EVENT[:AT][xCOUNT], for example no-reply@block:12x2\n  KIND  ";
+    std::string text = "A fault is KIND[:PARAMETER]@EVENT[:AT][xCOUNT], for example no-reply@block:12x2,\nor "
+                       "KIND[:PARAMETER] for "
+                       "always\n  KIND  ";
     for (const KindName& kind : kindNames) {
         (text += ' ') += kind.Name;
         if (!kind.ParameterMeaning.empty())
@@ -122,6 +133,13 @@ std::string FaultNotation() {
     text += "\n  AT     the number of the block from 0, for other events the first that fails, from 1"
             "\n  COUNT  how many times (1), * for always";
     return text;
+}
+
+std::optional<std::chrono::milliseconds> FaultPlan::Chatter() const {
+    const auto chatter = std::ranges::find(faults_, FaultKind::Chatter, &Fault::Kind);
+    if (chatter == faults_.end())
+        return std::nullopt;
+    return std::chrono::milliseconds(std::max(chatter->Parameter, 1));
 }
 
 Delivery FaultPlan::DeliveryOf(const DeviceEvent& event) {
@@ -136,6 +154,7 @@ Delivery FaultPlan::DeliveryOf(const DeviceEvent& event) {
     auto& bytes = delivery.Bytes;
     switch (fault->Kind) {
     case FaultKind::NoReply:
+    case FaultKind::Mute:
         bytes.clear();
         break;
     case FaultKind::WrongReply:
@@ -152,6 +171,15 @@ Delivery FaultPlan::DeliveryOf(const DeviceEvent& event) {
         break;
     case FaultKind::Echo:
         bytes.insert(bytes.begin(), event.Request.begin(), event.Request.end());
+        break;
+    case FaultKind::WrongRate:
+        bytes = MisreadBytes(bytes, fault->Parameter, event.Baud);
+        break;
+    case FaultKind::WrongSum:
+        if (bytes.size() > 1)
+            ++bytes[1];
+        break;
+    case FaultKind::Chatter: // applies to no reply
         break;
     case FaultKind::Flood:
         bytes.clear();

@@ -260,8 +260,8 @@ void MatrixVek::Refuse(std::string why) { Report(DeviceEventKind::Refused, std::
 void MatrixVek::Report(DeviceEventKind kind, std::string text, std::vector<std::uint8_t> reply) {
     if (kind != DeviceEventKind::Refused)
         inNoise_ = false;
-    events_.push_back(
-        {kind, ++counts_[kind], std::exchange(partial_, {}), std::move(reply), std::move(text)});
+    events_.push_back({kind, ++counts_[kind], std::exchange(partial_, {}), std::move(reply), std::move(text),
+                       lastLine_.Baud});
 }
 
 void MatrixVek::Restarted() {

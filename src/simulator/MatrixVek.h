@@ -45,6 +45,7 @@ struct DeviceEvent {
     std::vector<std::uint8_t> Request = {}; ///< the bytes that belong to it
     std::vector<std::uint8_t> Reply = {};   ///< empty: the device does not answer
     std::string Text = {};                  ///< for people: "block 12", "volume of output 3: code 186"
+    int Baud = 9600;                        ///< of the line
 };
 
 struct MatrixVekOptions {

@@ -17,6 +17,8 @@ namespace {
 /// | start bit | eight data bits | parity or first stop bit | stop bit |
 constexpr int bitsPerByte = 11;
 
+constexpr std::uint8_t chatterBytes[] = {'O', 'K', '\r', '\n'};
+
 std::chrono::nanoseconds ByteTime(int baud) {
     return std::chrono::nanoseconds(std::chrono::seconds(bitsPerByte)) / std::max(baud, 1);
 }
@@ -30,7 +32,7 @@ timespec TimeUntil(DeviceTime next) {
 
 SimulatedVek::SimulatedVek(SimulatedVekOptions options)
     : options_(std::move(options)), stopEvent_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
-      device_(options_.Device), faults_(options_.Faults) {
+      device_(options_.Device), faults_(options_.Faults), chatter_(faults_.Chatter()) {
     if (!stopEvent_.Open())
         throw std::system_error(errno, std::generic_category(), "making a simulated device");
 }
@@ -38,7 +40,7 @@ SimulatedVek::SimulatedVek(SimulatedVekOptions options)
 void SimulatedVek::Run(int stopDescriptor) {
     AskForPromptness();
     while (!hungUp_) {
-        const auto next = replies_.NextTime();
+        const auto next = NextTime();
         std::array<pollfd, 3> watched = {{
             {line_.Handle(), static_cast<short>(replies_.Sending() ? POLLIN | POLLOUT : POLLIN), 0},
             {stopEvent_.Get(), POLLIN, 0},
@@ -52,8 +54,23 @@ void SimulatedVek::Run(int stopDescriptor) {
         const auto now = std::chrono::steady_clock::now();
         if ((watched[0].revents & POLLIN) != 0)
             Receive(now);
+        Chatter(now);
         Send(now);
     }
+}
+
+std::optional<DeviceTime> SimulatedVek::NextTime() const {
+    const auto next = replies_.NextTime();
+    return chatter_ ? std::min(next.value_or(nextChatter_), nextChatter_) : next;
+}
+
+void SimulatedVek::Chatter(DeviceTime now) {
+    if (!chatter_ || now < nextChatter_)
+        return;
+    nextChatter_ = now + *chatter_;
+    // When nobody reads, no line keeps what it did not take.
+    if (!replies_.Sending())
+        replies_.Add({.Bytes = {std::begin(chatterBytes), std::end(chatterBytes)}}, now, {});
 }
 
 void SimulatedVek::Receive(DeviceTime now) {

@@ -49,6 +49,8 @@ class SimulatedVek {
     std::optional<DeviceImage> Image() const;
 
   private:
+    std::optional<DeviceTime> NextTime() const;
+    void Chatter(DeviceTime now);
     void Receive(DeviceTime now);
     void React(const DeviceEvent& event, int baud, DeviceTime now);
     void Send(DeviceTime now);
@@ -58,6 +60,8 @@ class SimulatedVek {
     Descriptor stopEvent_;
     MatrixVek device_;
     FaultPlan faults_;
+    std::optional<std::chrono::milliseconds> chatter_;
+    DeviceTime nextChatter_ = {};
     ReplySchedule replies_;
     bool hungUp_ = false;
 

@@ -270,7 +270,7 @@ TEST(Console, NeedsNoDeviceToSayWhatIsWrong) {
         {"program 03.VMC --port /dev/null", 1, "vekctl: /dev/null: is not a serial port\n"},
         {"find", 1, "): there is no such port\nvekctl: no Matrix Vek was found\n"},
         {"image manifest.json -o -", 1, "manifest.json: "},
-        {"simulate --fault nonsense", 2, "no @EVENT in \"nonsense\""},
+        {"simulate --fault nonsense", 2, "unknown fault \"nonsense\""},
         {"simulate --rate 9601", 2, "--rate"},
         {"simulate --link 03.VMC", 1, "is there already and is not a link"},
     };

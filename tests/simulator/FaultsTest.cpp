@@ -44,6 +44,10 @@ TEST(Faults, ChangeTheReply) {
         {"echo@any", {{'S', 'K', 39, 2, 5, 209, 13}}},
         {"flood:90@any", {.Flood = milliseconds(90)}},
         {"hang-up@any", {.HangUp = true}},
+        {"mute", {}},
+        {"wrong-sum@search", {{39, 3, 5, 209, 13}}},
+        {"wrong-rate:9600", {search.Reply}},
+        {"chatter:50", {search.Reply}},
     };
     for (const auto& [fault, expected] : cases) {
         FaultPlan plan({ParseFault(fault)});
@@ -58,7 +62,7 @@ TEST(Faults, ChangeTheReply) {
 
 TEST(Faults, RefuseWhatTheyDoNotKnow) {
     const std::pair<const char*, const char*> cases[] = {
-        {"no-reply", "no @EVENT in \"no-reply\""},
+        {"wrong-rate:0", "no rate: \"wrong-rate:0\""},
         {"bang@search", "unknown fault \"bang\""},
         {"no-reply@breakfast", "unknown event \"breakfast\""},
         {"no-reply:3@search", "no number belongs to \"no-reply\""},
