@@ -2,6 +2,7 @@
 
 #include "link/Packets.h"
 #include "link/PortSearch.h"
+#include "link/ProtocolSettings.h"
 
 #include <array>
 
@@ -9,16 +10,11 @@ namespace vek {
 
 namespace {
 
-// Search. A device listens at its own rate, so each is tried.
-constexpr const char* wakePulseSettings = "110,n,8,2";
-constexpr std::array<const char*, 7> searchSettings = {
-    "9600,n,8,2", "38400,n,8,2", "28800,n,8,2", "19200,n,8,2", "14400,n,8,2", "4800,n,8,2", "2400,n,8,2"};
+// Search.
 constexpr int searchPasses = 3;
 constexpr std::size_t longestSearchReply = 5;
 
-// Commands. The parity bit marks the first byte as a command: odd parity sets it for both commands.
-constexpr const char* commandSettings = "9600,o,8,1";
-constexpr const char* argumentSettings = "9600,e,8,1";
+// Commands.
 constexpr std::uint8_t restartCommand = 51;
 constexpr std::array<std::uint8_t, 1> restartArgument = {255};
 constexpr std::uint8_t downloadCommand = 17;

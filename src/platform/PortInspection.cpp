@@ -1,13 +1,18 @@
 #include "platform/PortInspection.h"
 
+#include "base/Descriptor.h"
+#include "link/PortExamination.h"
 #include "platform/ComPorts.h"
 #include "platform/PortHolders.h"
 #include "platform/PortRights.h"
+#include "platform/PortSettings.h"
 #include "platform/SerialDevices.h"
 
 #include <QSerialPortInfo>
 
+#include <fcntl.h>
 #include <filesystem>
+#include <termios.h>
 
 namespace vek {
 
@@ -47,6 +52,20 @@ PortFacts FactsOfDevice(const std::string& device) {
     facts.Adapter = AdapterText(info);
     facts.SerialNumber = info.serialNumber().toStdString();
     return facts;
+}
+
+std::vector<std::string> RefusedSettings(const std::string& device) {
+    std::vector<std::string> refused;
+    const Descriptor port(::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+    termios before = {};
+    if (!port.Open() || ::tcgetattr(port.Get(), &before) != 0)
+        return refused;
+    for (const NeededSettings& needed : neededSettings) {
+        if (!TakesPortSettings(port.Get(), *ParsePortSettings(needed.Settings)))
+            refused.emplace_back(needed.Settings);
+    }
+    ::tcsetattr(port.Get(), TCSANOW, &before);
+    return refused;
 }
 
 PortFacts FactsOfComPort(int number) { return FactsOfDevice(DeviceOfComPort(number)); }

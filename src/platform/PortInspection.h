@@ -1,9 +1,10 @@
-// A look at a serial port from outside: nothing is sent, and its line is left as it is.
+// A look at a serial port from outside: nothing is sent.
 #pragma once
 
 #include "link/PortFacts.h"
 
 #include <string>
+#include <vector>
 
 namespace vek {
 
@@ -12,5 +13,9 @@ PortFacts FactsOfDevice(const std::string& device);
 
 /// The facts of COM1 … COM4 (1 … 4).
 PortFacts FactsOfComPort(int number);
+
+/// Opens the port, tries neededSettings and returns those that it does not take. Nothing when it does not
+/// open. Its settings are as before then.
+std::vector<std::string> RefusedSettings(const std::string& device);
 
 } // namespace vek

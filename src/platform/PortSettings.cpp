@@ -87,6 +87,15 @@ int ApplyPortSettings(int descriptor, const PortSettings& settings) {
     return static_cast<int>(line.c_ospeed);
 }
 
+bool TakesPortSettings(int descriptor, const PortSettings& settings) {
+    const int rate = ApplyPortSettings(descriptor, settings);
+    termios2 line = {};
+    if (!RatesAgree(rate, settings.Baud) || ::ioctl(descriptor, TCGETS2, &line) != 0)
+        return false;
+    constexpr auto framing = static_cast<tcflag_t>(CSIZE | CSTOPB | PARENB | PARODD);
+    return (line.c_cflag & framing) == (ControlFlags(line.c_cflag, settings) & framing);
+}
+
 bool RatesAgree(int a, int b) {
     // With eleven bits to a byte, the last one is still read right at twice this deviation.
     constexpr int percent = 2;

@@ -24,6 +24,9 @@ std::optional<PortSettings> ParsePortSettings(std::string_view text);
 /// cannot do the one asked for; 0 when the port is gone.
 int ApplyPortSettings(int descriptor, const PortSettings& settings);
 
+/// Sets an open serial port like this; true when the driver took all of it.
+bool TakesPortSettings(int descriptor, const PortSettings& settings);
+
 /// True when bytes sent at one rate can be read at the other.
 bool RatesAgree(int a, int b);
 

@@ -1,0 +1,28 @@
+// The words of an examination, for the window and the command line.
+#pragma once
+
+#include "link/PortExamination.h"
+
+#include <span>
+#include <string>
+#include <vector>
+
+namespace vek {
+
+struct ReportLine {
+    enum class Kind { Port, Fact, Conclusion };
+    Kind Is = Kind::Fact;
+    std::string Text; ///< UTF-8, one line
+
+    bool operator==(const ReportLine&) const = default;
+};
+
+/// What is known so far, port by port. When all is `over`, the likeliest cause and what to do stand at the
+/// end.
+std::vector<ReportLine> ReportOf(std::span<const PortExamination> ports, const DeviceTypeList& types,
+                                 bool over);
+
+/// The same as text to be sent to somebody: facts indented below their port, a blank line between ports.
+std::string TextOf(std::span<const ReportLine> lines);
+
+} // namespace vek

@@ -1,0 +1,216 @@
+// The examination of a port against simulated devices with faults, and against lines without a device.
+#include "link/LinkDoctor.h"
+#include "link/Diagnosis.h"
+#include "link/DoctorReport.h"
+#include "simulator/ReplySchedule.h"
+#include "support/SimulatedLine.h"
+
+#include <gmock/gmock.h>
+
+using namespace vek;
+using namespace vek::test;
+using testing::HasSubstr;
+
+namespace {
+
+DeviceTypeList Types() { return {BuiltInDeviceTypes().begin(), BuiltInDeviceTypes().end()}; }
+
+PortFacts UsableFacts() {
+    PortFacts facts;
+    facts.Device = "/dev/ttyUSB0";
+    facts.Exists = facts.IsSerial = facts.Rights.Allowed = true;
+    facts.Rights.Group = "dialout";
+    return facts;
+}
+
+/// COM1 only, on a scripted port.
+class Patient {
+  public:
+    PortFacts Facts = UsableFacts();
+    std::vector<std::string> Refused;
+    int Changes = 0;
+
+    void Examine(ScriptedPort& port) {
+        LinkDoctor doctor(port, port, types,
+                          {[this](std::size_t row) { return row == 0 ? Facts : PortFacts(); },
+                           [this](std::size_t) { return Refused; }},
+                          [this] { ++Changes; });
+        port.Run(running, doctor.ExamineAll());
+        Lines = ReportOf(doctor.Examinations(), types, true);
+        Found = DiagnoseAll(doctor.Examinations(), types);
+        EXPECT_FALSE(port.PortOpen());
+    }
+    std::string Text() const { return TextOf(Lines); }
+
+    std::vector<ReportLine> Lines;
+    Diagnosis Found;
+
+  private:
+    DeviceTypeList types = Types();
+    RunningTask running;
+};
+
+std::string Faults(const std::vector<std::string>& texts, Patient& patient) {
+    std::vector<Fault> faults;
+    for (const std::string& text : texts)
+        faults.push_back(ParseFault(text));
+    FaultPlan plan(faults);
+    SimulatedLine line([&](const DeviceEvent& event) { return plan.DeliveryOf(event); });
+    if (const auto period = plan.Chatter()) {
+        for (long time = 0; time < 3000; time += period->count())
+            line.Port.Reply(time, {'O', 'K', '\r', '\n'});
+    }
+    patient.Examine(line.Port);
+    EXPECT_EQ(line.Events[DeviceEventKind::Block], 0);
+    return patient.Text();
+}
+
+} // namespace
+
+TEST(LinkDoctor, NamesTheCauseOfEachFault) {
+    const struct {
+        std::vector<std::string> Faults;
+        Cause Likeliest;
+        const char* Said;
+    } cases[] = {
+        {{}, Cause::MatrixVek, "At 9600 baud: 27 02 05 D1 0D - Matrix Vek 2.5\n"},
+        {{"echo"},
+         Cause::Echo,
+         "FF 53 45 54 56 45 4B 27 02 05 D1 0D - what was sent, and behind it the answer of Matrix Vek 2.5\n"},
+        {{"wrong-rate"}, Cause::OtherRate, "fits Matrix Vek 2.5 at 4800 baud\n"},
+        {{"wrong-rate:2400"}, Cause::OtherRate, "fits Matrix Vek 2.5 at 2400 baud\n"},
+        {{"wrong-sum"}, Cause::WrongSum, "27 03 05 D1 0D - begins as the answer of Matrix Vek, but"},
+        {{"chatter", "mute"}, Cause::Chatter, "Comes unasked: 4F 4B 0D 0A 4F 4B"},
+        {{"chatter"}, Cause::MatrixVek, "Comes unasked: 4F 4B 0D 0A 4F 4B"},
+        {{"mute"}, Cause::Silent, "No answer at: 9600, 38400, 28800, 19200, 14400, 4800, 2400 baud\n"},
+        {{"noise:3"}, Cause::BehindBytes, "55 55 55 27 02 05 D1 0D - Matrix Vek 2.5\n"},
+        {{"half-reply"}, Cause::NotUnderstood, "27 02 - too short for an answer\n"},
+        {{"wrong-reply@searchx*"}, Cause::NotUnderstood, "D8 02 05 D1 0D - no known answer"},
+        {{"no-reply@restartx*"}, Cause::MatrixVek, "Restart: No reply to restart\n"},
+        {{"hang-up"}, Cause::Vanished, "The adapter went away"},
+    };
+    for (const auto& c : cases) {
+        Patient patient;
+        const std::string text = Faults(c.Faults, patient);
+        EXPECT_EQ(patient.Found.Likeliest, c.Likeliest) << text;
+        EXPECT_THAT(text, HasSubstr(c.Said));
+        EXPECT_THAT(text, HasSubstr("\nLikeliest cause: COM1 (ttyUSB0): " + patient.Found.Text.substr(16)));
+    }
+}
+
+TEST(LinkDoctor, HearsALoopedCableWithoutADevice) {
+    ScriptedPort port;
+    port.OnOutput = [&](const ByteVector& bytes) { port.Reply(1, bytes); };
+    Patient patient;
+    patient.Examine(port);
+    EXPECT_EQ(patient.Found.Likeliest, Cause::Echo);
+    EXPECT_THAT(patient.Text(), HasSubstr("At 2400 baud: FF 53 45 54 56 45 4B - what was sent\n"));
+    EXPECT_THAT(patient.Text(), HasSubstr("Comes back: what is sent\n"));
+}
+
+TEST(LinkDoctor, NamesWhatTheSystemTells) {
+    const PortHolder console = {"console", 71};
+    const struct {
+        const char* Name;
+        std::function<void(Patient&, ScriptedPort&)> Arrange;
+        Cause Likeliest;
+        const char* Said;
+    } cases[] = {
+        {"gone", [](Patient& p, ScriptedPort&) { p.Facts.Exists = false; }, Cause::NotThere,
+         "Device: there is none\n"},
+        {"none", [](Patient& p, ScriptedPort&) { p.Facts.Device.clear(); }, Cause::NotThere,
+         "This computer has no serial port\n"},
+        {"file", [](Patient& p, ScriptedPort&) { p.Facts.IsSerial = false; }, Cause::NotSerial,
+         "/dev/ttyUSB0, which is no serial port\n"},
+        {"held",
+         [&](Patient& p, ScriptedPort& port) {
+             p.Facts.Holders = {console};
+             port.Present.clear();
+             port.Refusal = OpenFailure::InUse;
+         },
+         Cause::InUse, "Another program uses the port: console (71)\n"},
+        {"held by a service",
+         [](Patient& p, ScriptedPort& port) {
+             p.Facts.Grabbers = {{"ModemManager", 8}};
+             port.Present.clear();
+             port.Refusal = OpenFailure::InUse;
+         },
+         Cause::InUse, "perhaps ModemManager (8)\n"},
+        {"shared", [&](Patient& p, ScriptedPort&) { p.Facts.Holders = {console}; }, Cause::Shared,
+         "may take the answers: console (71)\n"},
+        {"forbidden",
+         [](Patient& p, ScriptedPort& port) {
+             p.Facts.Rights = {.Owner = "root",
+                               .Group = "dialout",
+                               .Mode = 0660,
+                               .Allowed = false,
+                               .GroupToJoin = "dialout"};
+             port.Present.clear();
+             port.Refusal = OpenFailure::NotPermitted;
+         },
+         Cause::Forbidden,
+         "What to do: Join the group: sudo usermod -aG dialout $USER, then log out and in again.\n"},
+        {"not yet a member",
+         [](Patient& p, ScriptedPort& port) {
+             p.Facts.Rights = {.Owner = "root",
+                               .Group = "dialout",
+                               .Mode = 0660,
+                               .GroupToJoin = "dialout",
+                               .JoinedSinceLogin = true};
+             port.Present.clear();
+             port.Refusal = OpenFailure::NotPermitted;
+         },
+         Cause::Forbidden,
+         "Rights: rw-rw----, owner root, group dialout; you may not use it, your membership counts from the "
+         "next login on\n"},
+        {"no parity",
+         [](Patient& p, ScriptedPort&) {
+             p.Refused = {"9600,o,8,1", "110,n,8,2"};
+         },
+         Cause::RefusesSettings,
+         "Settings: refuses odd parity, 110 baud; a break stands for the wake pulse\n"},
+        {"no 110 baud", [](Patient& p, ScriptedPort&) { p.Refused = {"110,n,8,2"}; }, Cause::Silent,
+         "refuses 110 baud; a break"},
+        {"pseudo-terminal",
+         [](Patient& p, ScriptedPort&) {
+             p.Facts.IsPseudoTerminal = true;
+             p.Refused = {"9600,o,8,1"};
+         },
+         Cause::Silent, "nothing hangs on that"},
+    };
+    for (const auto& c : cases) {
+        ScriptedPort port;
+        Patient patient;
+        c.Arrange(patient, port);
+        patient.Examine(port);
+        EXPECT_EQ(patient.Found.Likeliest, c.Likeliest) << c.Name;
+        EXPECT_THAT(patient.Text(), HasSubstr(c.Said)) << c.Name;
+    }
+}
+
+TEST(LinkDoctor, FillsInAsItGoesAndEndsAtOnce) {
+    ScriptedPort port;
+    const DeviceTypeList types = Types();
+    std::size_t lines = 0;
+    std::vector<long> times;
+    LinkDoctor* known = nullptr;
+    LinkDoctor doctor(
+        port, port, types,
+        {[](std::size_t) { return UsableFacts(); }, [](std::size_t) { return std::vector<std::string>(); }},
+        [&] {
+            const std::size_t now = ReportOf(known->Examinations(), types, false).size();
+            EXPECT_GE(now, lines);
+            lines = now;
+            times.push_back(port.Now);
+        });
+    known = &doctor;
+    RunningTask running;
+    port.At(1000, [&] { running.Cancel(); });
+    running.Start(doctor.ExamineAll(), [](const std::exception_ptr&) {});
+    while (running.Running())
+        port.Step();
+    EXPECT_EQ(port.Now, 1000);
+    EXPECT_FALSE(port.PortOpen());
+    EXPECT_GT(times.size(), 3U);
+    EXPECT_EQ(port.Story("open"), "0 open 1");
+}
