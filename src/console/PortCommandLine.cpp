@@ -32,6 +32,13 @@ void AddPortCommandLines(CLI::App& app, const std::function<void(const PortComma
     find->add_option("--port", command->Port, std::string("Look on one port only: ") + portMeaning)
         ->type_name("PORT");
 
+    CLI::App* doctor =
+        add("doctor", "Tell what stands in the way of a Matrix Vek, port by port; succeeds when "
+                      "there is one");
+    doctor->add_option("--port", command->Port, std::string("Examine one port only: ") + portMeaning)
+        ->type_name("PORT");
+    doctor->footer("Asks what \"find\" asks: a known device is restarted, none is programmed.");
+
     CLI::App* program =
         add("program", "Download a configuration to the Matrix Vek on a port, and restart it");
     program->add_option("FILE.VMC", command->File, "The configuration")->required();

@@ -13,12 +13,12 @@ namespace vek {
 
 /// What is on the command line; empty where nothing was given.
 struct PortCommand {
-    std::string Name; ///< ports, find or program
+    std::string Name; ///< ports, find, doctor or program
     std::string Port; ///< as the user names it
     std::string File; ///< the configuration
 };
 
-/// Adds the three commands; `run` is called for the one that was given.
+/// Adds these commands; `run` is called for the one that was given.
 void AddPortCommandLines(CLI::App& app, const std::function<void(const PortCommand&)>& run);
 
 } // namespace vek

@@ -147,17 +147,18 @@ void AddPort(std::vector<ReportLine>& lines, const PortExamination& port, const 
 
 } // namespace
 
-std::vector<ReportLine> ReportOf(std::span<const PortExamination> ports, const DeviceTypeList& types,
-                                 bool over) {
+std::vector<ReportLine> ReportOf(std::span<const PortExamination> ports, const DeviceTypeList& types) {
     std::vector<ReportLine> lines;
     for (const PortExamination& port : ports)
         AddPort(lines, port, types);
-    if (!over)
-        return lines;
-    const Diagnosis diagnosis = DiagnoseAll(ports, types);
-    lines.push_back({ReportLine::Kind::Conclusion, Line("Likeliest cause", diagnosis.Text)});
-    lines.push_back({ReportLine::Kind::Conclusion, Line("What to do", diagnosis.Advice)});
     return lines;
+}
+
+std::vector<ReportLine> ConclusionOf(std::span<const PortExamination> ports, const DeviceTypeList& types) {
+    const Diagnosis diagnosis = DiagnoseAll(ports, types);
+    const bool found = diagnosis.Likeliest == Cause::MatrixVek;
+    return {{ReportLine::Kind::Conclusion, Line(found ? "Found" : "Likeliest cause", diagnosis.Text)},
+            {ReportLine::Kind::Conclusion, Line("What to do", diagnosis.Advice)}};
 }
 
 std::string TextOf(std::span<const ReportLine> lines) {

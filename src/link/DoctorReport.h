@@ -17,12 +17,13 @@ struct ReportLine {
     bool operator==(const ReportLine&) const = default;
 };
 
-/// What is known so far, port by port. When all is `over`, the likeliest cause and what to do stand at the
-/// end.
-std::vector<ReportLine> ReportOf(std::span<const PortExamination> ports, const DeviceTypeList& types,
-                                 bool over);
+/// What is known so far, port by port.
+std::vector<ReportLine> ReportOf(std::span<const PortExamination> ports, const DeviceTypeList& types);
 
-/// The same as text to be sent to somebody: facts indented below their port, a blank line between ports.
+/// The likeliest cause and what to do, when all ports have been examined.
+std::vector<ReportLine> ConclusionOf(std::span<const PortExamination> ports, const DeviceTypeList& types);
+
+/// The lines as text to be sent to somebody: facts indented below their port, a blank line between ports.
 std::string TextOf(std::span<const ReportLine> lines);
 
 } // namespace vek

@@ -8,6 +8,7 @@ namespace vek {
 
 void RunPorts();
 void RunFind(const PortCommand& command);
+void RunDoctor(const PortCommand& command);
 void RunProgram(const PortCommand& command);
 
 } // namespace vek

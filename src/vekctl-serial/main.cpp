@@ -1,5 +1,5 @@
 // vekctl-serial: the part of vekctl that uses serial ports, and with them Qt. vekctl turns into it for its
-// own commands "ports", "find" and "program".
+// own commands "ports", "find", "doctor" and "program".
 #include "console/CommandLine.h"
 #include "vekctl-serial/SerialCommands.h"
 
@@ -14,6 +14,8 @@ int main(int argc, char** argv) {
             vek::RunPorts();
         else if (command.Name == "find")
             vek::RunFind(command);
+        else if (command.Name == "doctor")
+            vek::RunDoctor(command);
         else
             vek::RunProgram(command);
     });

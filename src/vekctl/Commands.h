@@ -18,7 +18,7 @@ void AddReportCommand(CLI::App& app);
 void AddCsvCommand(CLI::App& app);
 void AddVexCommand(CLI::App& app);
 void AddImageCommand(CLI::App& app);
-/// The commands that use a serial port: ports, find and program.
+/// The commands that use a serial port: ports, find, doctor and program.
 void AddPortCommands(CLI::App& app);
 /// What devices were given, also by the editor.
 void AddHistoryCommand(CLI::App& app);

@@ -209,6 +209,34 @@ TEST(Console, FindsDevicesAtEveryRateAndPace) {
     }
 }
 
+TEST(Console, ExaminesPortsAndNamesTheLikeliestCause) {
+    const struct {
+        const char* Simulation;
+        const char* Command;
+        int Status;
+        const char* Fact;
+        const char* End;
+    } cases[] = {
+        {"--rate 38400", "doctor", 0,
+         "\n  At 38400 baud: 27 02 05 D1 0D - Matrix Vek 2.5\n  No answer at: 9600 baud\n",
+         "): Matrix Vek 2.5: the link is in order\nWhat to do: "},
+        {"--fault mute", "doctor --port COM1", 1,
+         "\n  Opens: yes\n  Settings: ", "\nLikeliest cause: COM1: Nothing answers\n"},
+        {"--fault chatter:150", "doctor", 0, "\n  Comes unasked: 4F 4B 0D 0A", "\nFound: COM1 ("},
+        {"", "doctor --port /dev/null", 1, "\n  Device: /dev/null, which is no serial port\n",
+         "This is no serial port\n"},
+        {"", "doctor --port COM2", 1, "COM2\n  Device: there is none\n",
+         "\nLikeliest cause: COM2: There is no such port\n"},
+    };
+    for (const auto& c : cases) {
+        Console console(c.Simulation);
+        EXPECT_EQ(console.Run(c.Command), c.Status);
+        EXPECT_THAT(console.Out(), testing::AllOf(HasSubstr(c.Fact), HasSubstr(c.End)));
+        EXPECT_EQ(console.Err(), "");
+        EXPECT_THAT(console.Log(), testing::Not(HasSubstr("block")));
+    }
+}
+
 TEST(Console, CancelsInOrderAndKeepsOthersOut) {
     Console console("");
     console.Start("program 03.VMC --port COM1");
@@ -236,6 +264,7 @@ TEST(Console, EndsOnASignalWhereverItIs) {
     } cases[] = {
         {"--fault no-reply@search", "find", "search at", SIGINT},
         {"--fault no-reply@restart", "find", "restart", SIGTERM},
+        {"--fault no-reply@search", "doctor", "search at", SIGTERM},
         {"", "program 03.VMC --port COM1", "block 9 ", SIGTERM},
     };
     for (const auto& [simulation, command, at, signal] : cases) {
@@ -264,6 +293,7 @@ TEST(Console, NeedsNoDeviceToSayWhatIsWrong) {
         {"program 03.VMC", 2, "--port is required"},
         {"program --port COM1", 2, "FILE.VMC is required"},
         {"find COM1", 2, "COM1"},
+        {"doctor COM1", 2, "COM1"},
         {"program missing.VMC --port COM1", 1, "vekctl: missing.VMC: No such file or directory\n"},
         {"program 03.VMC --port COM2", 1, "vekctl: COM2: there is no such port\n"},
         {"program 03.VMC --port ttyNOWHERE", 1, "vekctl: /dev/ttyNOWHERE: No such file or directory\n"},
