@@ -41,6 +41,8 @@ QStringList PortNames() {
     return names;
 }
 
+std::string DeviceOfRow(std::size_t row) { return DeviceOfComPort(static_cast<int>(row) + 1); }
+
 /// The examples lie beside the folder of the program, also where it was built.
 std::string ExampleFolder() {
     return QDir::cleanPath(QCoreApplication::applicationDirPath() +
@@ -87,7 +89,8 @@ int RunEditor(const std::string& commandLine, Endings& endings) {
         .MakeSerialControl = [] { return std::make_unique<QtSerialControl>(); },
         .MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); },
         .PortNames = PortNames,
-        .FactsOfPort = [](std::size_t row) { return FactsOfComPort(static_cast<int>(row) + 1); },
+        .FactsOfPort = [](std::size_t row) { return FactsOfDevice(DeviceOfRow(row)); },
+        .RefusedSettings = [](std::size_t row) { return RefusedSettings(DeviceOfRow(row)); },
         .ImageDigest = ImageDigest,
         .StateFolder = UserStateFolder(),
         .SettingsFile = UserSettingsFile(),

@@ -30,6 +30,10 @@ struct EditorServices {
     std::function<QStringList()> PortNames;
     /// What the system tells of COM1 … COM4 (row 0 … 3) besides; takes some milliseconds.
     std::function<PortFacts(std::size_t row)> FactsOfPort = [](std::size_t) { return PortFacts(); };
+    /// Tries neededSettings on the port of a row and returns those that it refuses.
+    std::function<std::vector<std::string>(std::size_t row)> RefusedSettings = [](std::size_t) {
+        return std::vector<std::string>();
+    };
     /// By what a download image can be told from others.
     std::function<std::string(const DownloadImage&)> ImageDigest = [](const DownloadImage&) {
         return std::string();

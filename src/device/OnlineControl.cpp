@@ -133,6 +133,7 @@ void OnlineControl::Search() {
 }
 
 Task<> OnlineControl::SearchAllPorts() {
+    parts_.Page.WhatIsWrong->setVisible(false);
     Ports().RefreshDevices();
     if (!turns_.Free())
         Ports().BeginWait(tr("Waiting for the programming window, which uses the same ports"));
@@ -143,6 +144,7 @@ Task<> OnlineControl::SearchAllPorts() {
     co_await session_.Online_search_for_vek();
     searching_ = false;
     Ports().EndSearch();
+    parts_.Page.WhatIsWrong->setVisible(!Ports().AnyMatrixVek());
     // Whoever has gone on to something else meanwhile is left there.
     if (parts_.Page.window()->focusWidget() == parts_.Page.OnlineSearch)
         Ports().FocusFirstFound();

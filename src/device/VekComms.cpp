@@ -3,6 +3,7 @@
 #include "controls/ElidedLabel.h"
 #include "controls/LayoutHelpers.h"
 #include "controls/TextConversion.h"
+#include "device/DoctorWindow.h"
 #include "device/LastWords.h"
 #include "device/PortTurns.h"
 #include "device/ProgrammingTexts.h"
@@ -35,8 +36,9 @@ constexpr PortRowNames rowNames = {"Option1", "VekType", "Finding", "Blanking", 
 
 VekComms::VekComms(const EditorServices& services, PortTurns& turns, const DeviceTypeList& types,
                    const ProgrammingJob& job, QWidget* parent)
-    : QDialog(parent), turns_(turns), services_(services), job_(job), journal_(services.StateFolder),
-      messages_(*this, services.Boxes), MSComm1_(services.MakeSerialControl()), Timer1_(services.MakeTimer()),
+    : QDialog(parent), services_(services), turns_(turns), types_(types), job_(job),
+      journal_(services.StateFolder), messages_(*this, services.Boxes),
+      MSComm1_(services.MakeSerialControl()), Timer1_(services.MakeTimer()),
       ports_(new PortRows(rowNames, {services.PortNames, services.FactsOfPort}, this)),
       link_(*MSComm1_, *Timer1_, types, *this) {
     setObjectName(u"VekComms"_s);
@@ -116,11 +118,16 @@ QLayout* VekComms::MakeButtons() {
     ProgramVekButton_->setEnabled(false);
     auto* Command2 = new QPushButton(tr("Cancel"), this);
     Command2->setObjectName(u"Command2"_s);
+    whatIsWrong_ = new QPushButton(tr("&What is wrong?"), this);
+    whatIsWrong_->setObjectName(u"WhatIsWrong"_s);
+    whatIsWrong_->setVisible(false);
     connect(Command1_, &QPushButton::clicked, this, &VekComms::Search);
+    connect(whatIsWrong_, &QPushButton::clicked, this, &VekComms::AskDoctor);
     connect(ProgramVekButton_, &QPushButton::clicked, this, &VekComms::Program);
     connect(Command2, &QPushButton::clicked, this, &VekComms::reject);
     auto* row = new QHBoxLayout;
     row->addWidget(Command1_);
+    row->addWidget(whatIsWrong_);
     row->addWidget(PortRows::MakeSearchHint(this), 1);
     row->addWidget(ProgramVekButton_);
     row->addWidget(Command2);
@@ -153,6 +160,13 @@ void VekComms::DisableButtons() {
     setFocus();
     ProgramVekButton_->setEnabled(false);
     Command1_->setEnabled(false);
+    whatIsWrong_->setVisible(false);
+}
+
+void VekComms::AskDoctor() {
+    doctor_.reset();
+    doctor_ = std::make_unique<DoctorWindow>(services_, turns_, types_, false, this);
+    doctor_->open();
 }
 
 Task<> VekComms::SearchAllPorts() {
@@ -165,6 +179,7 @@ Task<> VekComms::SearchAllPorts() {
     ports_->BeginSearch();
     co_await link_.search_for_vek();
     ports_->EndSearch();
+    whatIsWrong_->setVisible(!ports_->AnyMatrixVek());
     Command1_->setEnabled(true);
     if (!ports_->FocusFirstFound())
         Command1_->setFocus();

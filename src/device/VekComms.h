@@ -18,6 +18,7 @@ class QPushButton;
 
 namespace vek {
 
+class DoctorWindow;
 class PortRows;
 class PortTurns;
 
@@ -78,12 +79,14 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
     void Search();
     void Program();
     void DisableButtons();
+    void AskDoctor();
     Task<> SearchAllPorts();
     Task<> ProgramOnPort(std::size_t row);
     void Converse(Task<> task);
 
-    PortTurns& turns_;
     const EditorServices& services_;
+    PortTurns& turns_;
+    const DeviceTypeList& types_;
     const ProgrammingJob& job_;
     const ProgrammingJournal journal_;
     WindowMessages messages_;
@@ -96,6 +99,7 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
     QProgressBar* ProgressBar1_;
     QLabel* details_;
     QPushButton* Command1_;
+    QPushButton* whatIsWrong_;
     QPushButton* ProgramVekButton_;
     VekLink link_;
     bool activated_ = false;
@@ -108,6 +112,7 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
     std::optional<AttemptRecord> attempt_;
     QString historyProblem_;
     bool programmed_ = false;
+    std::unique_ptr<DoctorWindow> doctor_;
     RunningTask conversation_;
 };
 

@@ -3,6 +3,7 @@
 #include "controls/KeyFilteredLineEdit.h"
 #include "controls/LevelTrim.h"
 #include "controls/NotesBox.h"
+#include "device/DoctorWindow.h"
 #include "device/OnlineControl.h"
 #include "device/Programmer.h"
 #include "device/VekComms.h"
@@ -28,6 +29,7 @@
 #include "pages/LevelsPage.h"
 #include "pages/LevelsTable.h"
 #include "pages/NotesPage.h"
+#include "pages/OnlinePage.h"
 #include "pages/OnlineStrip.h"
 #include "pages/PageHeading.h"
 #include "pages/PageScroll.h"
@@ -40,6 +42,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QHBoxLayout>
+#include <QPushButton>
 #include <QScreen>
 #include <QStyle>
 
@@ -130,6 +133,7 @@ void CorvaneForm::MakeCommands() {
             [this](const std::string& path) { Replace([&] { files_->OpenNamed(path); }); });
     connect(menus_, &EditorMenus::TemplateChosen, this,
             [this](const std::string& path) { Replace([&] { files_->NewFromTemplate(path); }); });
+    connect(menus_, &EditorMenus::DoctorWanted, this, &CorvaneForm::ShowDoctor);
     const PlaceFinder places(view_, pages_, *SSTab1_);
     undo_ = std::make_unique<UndoActions>(view_, places, menus_->Edit(), *this);
     connect(undo_.get(), &UndoActions::Taken, this, &CorvaneForm::LevelsRestored);
@@ -229,6 +233,7 @@ void CorvaneForm::ConnectPages() {
     connect(pages_.OutputTrims, &TrimPage::TextClicked, this,
             [this](std::size_t i) { pages_.Selectors->UsePanel[i]->setChecked(true); });
     connect(pages_.Notes->Text1, &NotesBox::Edited, this, [this] { view_.StoreView(); });
+    connect(pages_.Online->WhatIsWrong, &QPushButton::clicked, this, &CorvaneForm::ShowDoctor);
     connect(online_.get(), &OnlineControl::OnlineChanged, this, &CorvaneForm::ShowOnline);
     connect(
         online_.get(), &OnlineControl::ReadyToClose, this,
@@ -312,6 +317,13 @@ void CorvaneForm::ShowOnline() {
     drop_->SetRefusal(online_->IsOnline() ? tr("No file can be opened while online") : QString());
     undo_->Refresh();
     Timer1_Tick();
+}
+
+void CorvaneForm::ShowDoctor() {
+    FinishTyping();
+    doctor_.reset();
+    doctor_ = std::make_unique<DoctorWindow>(services_, turns_, types_, online_->IsOnline(), this);
+    doctor_->open();
 }
 
 QString CorvaneForm::ProgramTitle() const {

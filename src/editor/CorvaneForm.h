@@ -25,6 +25,7 @@ namespace vek {
 
 class ClipboardMenus;
 class ConfigWatch;
+class DoctorWindow;
 class EditorMenus;
 class EditorPanels;
 class EditorStatusBar;
@@ -93,6 +94,7 @@ class CorvaneForm : public QMainWindow {
     void RouteEdited();
     void LevelMoved();
     void ShowOnline();
+    void ShowDoctor();
     void ShowState();
     /// Takes over what is being typed, as if its box were left.
     void FinishTyping();
@@ -135,6 +137,7 @@ class CorvaneForm : public QMainWindow {
     QTimer Timer4_;
     QTimer ending_; ///< runs while the window ends in order
     bool ended_ = false;
+    std::unique_ptr<DoctorWindow> doctor_;
     std::unique_ptr<OnlineControl> online_; ///< last, so that its conversation ends first
 };
 

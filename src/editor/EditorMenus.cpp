@@ -77,6 +77,7 @@ constexpr MenuEntry entries[] = {
     {DeviceMenu, "DOWNLOAD"},
     {DeviceMenu, "MuteAllOutputs"},
     {DeviceMenu, "ProgrammingHistory"},
+    {DeviceMenu, "LinkDoctor"},
     {DeviceMenu, ""},
     {DeviceMenu, "BASE"},
     {ViewMenu, "*"},
@@ -115,6 +116,8 @@ void EditorMenus::Fill() {
     connect(Make("ShowManual", tr("&Manual"), u"F1"_s), &QAction::triggered, this, &EditorMenus::ShowManual);
     connect(Make("ProgrammingHistory", tr("Programming &History ..."), {}), &QAction::triggered, this,
             &EditorMenus::HistoryWanted);
+    connect(Make("LinkDoctor", tr("&What Is Wrong? ..."), {}), &QAction::triggered, this,
+            &EditorMenus::DoctorWanted);
     for (const MenuEntry& entry : entries) {
         QMenu* menu = Menu(entry.Menu);
         const QString name = FromConstant(entry.Name);

@@ -54,6 +54,7 @@ class EditorMenus : public QObject {
     void FileChosen(const std::string& path);
     void TemplateChosen(const std::string& path);
     void HistoryWanted();
+    void DoctorWanted();
 
   private:
     /// Actions that choose one of several things.

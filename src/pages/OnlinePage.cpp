@@ -33,6 +33,9 @@ OnlinePage::OnlinePage(const PortSources& ports, QWidget* parent) : QWidget(pare
     SaveTranscript->setObjectName(u"SaveTranscript"_s);
     SaveTranscript->setToolTip(tr("Every packet of the session with its time and its answer, as a text"));
     SaveTranscript->setEnabled(false);
+    WhatIsWrong = new QPushButton(tr("What is wrong?"), frame);
+    WhatIsWrong->setObjectName(u"WhatIsWrong"_s);
+    WhatIsWrong->setVisible(false);
     showDiagnostics_ = new QCheckBox(tr("Show diagnostics"), frame);
     showDiagnostics_->setObjectName(u"ShowDiagnostics"_s);
     Text2_ = new QPlainTextEdit(frame);
@@ -48,6 +51,7 @@ OnlinePage::OnlinePage(const PortSources& ports, QWidget* parent) : QWidget(pare
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(OnlineSearch);
     buttons->addWidget(OnlineCancel);
+    buttons->addWidget(WhatIsWrong);
     buttons->addWidget(PortRows::MakeSearchHint(frame), 1);
     buttons->addWidget(showDiagnostics_);
     buttons->addWidget(SaveTranscript);

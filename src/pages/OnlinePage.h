@@ -27,6 +27,7 @@ class OnlinePage : public QWidget {
     QPushButton* OnlineSearch;
     QPushButton* OnlineCancel;
     QPushButton* SaveTranscript;
+    QPushButton* WhatIsWrong; ///< hidden until a search has found no Matrix Vek
 
   private:
     QCheckBox* showDiagnostics_;

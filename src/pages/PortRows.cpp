@@ -173,6 +173,8 @@ void PortRows::EndSearch() {
     DeselectAll();
 }
 
+bool PortRows::AnyMatrixVek() const { return std::ranges::any_of(rows_, &Row::Selectable); }
+
 bool PortRows::FocusFirstFound() {
     const auto found = std::ranges::find_if(rows_, &Row::Selectable);
     if (found == rows_.end())

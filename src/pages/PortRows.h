@@ -65,6 +65,7 @@ class PortRows : public QWidget {
     void ShowFinding(std::size_t row, const PortFinding& finding);
     /// The search has ended: the user may choose a Matrix Vek; none is chosen yet.
     void EndSearch();
+    bool AnyMatrixVek() const;
     /// Gives the focus to the first option that can be chosen; false when there is none.
     bool FocusFirstFound();
     /// No port can be chosen any more, and what was found is forgotten.

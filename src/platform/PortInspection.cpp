@@ -2,7 +2,6 @@
 
 #include "base/Descriptor.h"
 #include "link/PortExamination.h"
-#include "platform/ComPorts.h"
 #include "platform/PortHolders.h"
 #include "platform/PortRights.h"
 #include "platform/PortSettings.h"
@@ -67,7 +66,5 @@ std::vector<std::string> RefusedSettings(const std::string& device) {
     ::tcsetattr(port.Get(), TCSANOW, &before);
     return refused;
 }
-
-PortFacts FactsOfComPort(int number) { return FactsOfDevice(DeviceOfComPort(number)); }
 
 } // namespace vek

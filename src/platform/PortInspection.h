@@ -11,9 +11,6 @@ namespace vek {
 /// The facts of a device, also of one that does not exist. The path may be a link, or empty.
 PortFacts FactsOfDevice(const std::string& device);
 
-/// The facts of COM1 … COM4 (1 … 4).
-PortFacts FactsOfComPort(int number);
-
 /// Opens the port, tries neededSettings and returns those that it does not take. Nothing when it does not
 /// open. Its settings are as before then.
 std::vector<std::string> RefusedSettings(const std::string& device);
