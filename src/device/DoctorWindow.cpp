@@ -5,8 +5,10 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QLabel>
 #include <QListWidget>
+#include <QPixmap>
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
@@ -21,16 +23,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int usualCharacters = 90; // of a line
-constexpr int usualLines = 26;
+constexpr int usualCharacters = 110; // of a line
+constexpr int usualLines = 32;
 
-/// Before a fact, which belongs to the port above it.
-constexpr QChar indent = u'\u2003';
+/// A fact belongs to the port above it: an empty picture indents it, and what it goes on with below.
+QIcon Indent(const QSize& size) {
+    QPixmap empty(size);
+    empty.fill(Qt::transparent);
+    return QIcon(empty);
+}
 
-QListWidgetItem* EntryOf(const ReportLine& line) {
+QListWidgetItem* EntryOf(const ReportLine& line, const QSize& indent) {
     const bool fact = line.Is == ReportLine::Kind::Fact;
-    const QString text = FromConstant(line.Text);
-    auto* entry = new QListWidgetItem(fact ? indent + text : text);
+    auto* entry = new QListWidgetItem(fact ? Indent(indent) : QIcon(), FromConstant(line.Text));
     QFont font = entry->font();
     font.setBold(!fact);
     entry->setFont(font);
@@ -50,6 +55,8 @@ DoctorWindow::DoctorWindow(const EditorServices& services, PortTurns& turns, con
     entries_->setAccessibleName(tr("What was found"));
     entries_->setWordWrap(true);
     entries_->setResizeMode(QListView::Adjust);
+    entries_->setIconSize({fontMetrics().averageCharWidth(), 1});
+    entries_->setSpacing(1);
     state_ = new QLabel(this);
     state_->setObjectName(u"DoctorState"_s);
     state_->setWordWrap(true);
@@ -131,7 +138,7 @@ void DoctorWindow::ShowLines(std::vector<ReportLine> lines) {
     while (entries_->count() > kept)
         delete entries_->takeItem(entries_->count() - 1);
     for (auto line = wanted; line != lines.end(); ++line)
-        entries_->addItem(EntryOf(*line));
+        entries_->addItem(EntryOf(*line, entries_->iconSize()));
     lines_ = std::move(lines);
     entries_->scrollToBottom();
 }

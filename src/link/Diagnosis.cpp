@@ -23,13 +23,13 @@ struct CauseWords {
 constexpr CauseWords causeWords[] = {
     {Cause::MatrixVek, "%: the link is in order",
      "Search again. If the search does not find it, switch the device off and on first."},
-    {Cause::OtherRate, "The device answers at another rate: what came fits %",
+    {Cause::OtherRate, "The device answers at another rate: what came %",
      "Switch the device off and on. If it stays so, its rate or that of a converter in between is set "
      "wrongly."},
     {Cause::WrongSum, "The answer of a device came, but with a wrong sum: bytes were changed on the way",
      "Look for a long, unshielded or badly earthed cable and loose plugs; try another cable and another "
      "adapter."},
-    {Cause::BehindBytes, "The answer of % came behind other bytes",
+    {Cause::BehindBytes, "What came is %",
      "Take everything but the Matrix Vek off the line; when a converter is in between, switch off its echo."},
     {Cause::Echo, "What is sent comes back: transmit and receive are joined",
      "Look for a looped or wrongly crossed cable, a test plug, or a two-wire converter that hears itself."},
@@ -206,11 +206,11 @@ AnswerMeaning MeaningOf(const RateAnswer& answer, const DeviceTypeList& types) {
         return {(*found & 0xFF) == matrixVekReply ? Cause::MatrixVek : Cause::OtherDevice,
                 DeviceText(types, *found)};
     if (found && answer.Answer.size() > findReplyLength + 1)
-        return {Cause::BehindBytes, DeviceText(types, *found)};
+        return {Cause::BehindBytes, "the answer of " + DeviceText(types, *found) + " behind other bytes"};
     if (found)
         return {Cause::OtherDevice, DeviceText(types, *found)};
     if (const auto fitting = FittingRate(answer.Answer, RateOf(answer.Settings), types))
-        return {Cause::OtherRate, *fitting};
+        return {Cause::OtherRate, "fits " + *fitting};
     const DeviceType* first = answer.Answer.empty() ? nullptr : FindDeviceType(types, answer.Answer.front());
     if (first != nullptr && answer.Answer.size() >= findReplyLength)
         return {Cause::WrongSum, "begins as the answer of " + first->Name + ", but its sum is wrong"};

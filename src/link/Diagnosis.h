@@ -29,7 +29,7 @@ enum class Cause {
     NotThere,
 };
 
-/// What came at one rate and what it suggests: "Matrix Vek 2.5".
+/// What came at one rate and what it suggests: "Matrix Vek 2.5", "too short for an answer".
 struct AnswerMeaning {
     Cause Suggests = Cause::Silent;
     std::string Text; ///< empty when nothing came

@@ -24,12 +24,6 @@ class ClosesAtEnd {
     SerialControl& port_;
 };
 
-std::string TitleOf(std::size_t row, const std::string& device) {
-    constexpr std::string_view folder = "/dev/";
-    const std::size_t start = device.starts_with(folder) ? folder.size() : 0;
-    return "COM" + std::to_string(row + 1) + " (" + device.substr(start) + ")";
-}
-
 } // namespace
 
 LinkDoctor::LinkDoctor(SerialControl& port, OneShotTimer& timer, const DeviceTypeList& types,
@@ -42,7 +36,7 @@ Task<> LinkDoctor::ExamineAll() {
         const PortFacts facts = system_.Facts(row);
         if (facts.Device.empty())
             continue;
-        co_await Examine(row, TitleOf(row, facts.Device));
+        co_await Examine(row, "COM" + std::to_string(row + 1) + " (" + facts.Name + ")");
     }
 }
 

@@ -28,6 +28,7 @@ struct PortRights {
 };
 
 struct PortFacts {
+    std::string Name;   ///< as the user knows the device: "ttyUSB0"
     std::string Device; ///< path without links; empty when there is no such port
     bool Exists = false;
     bool IsSerial = false;         ///< a serial port, or the open end of a pseudo-terminal

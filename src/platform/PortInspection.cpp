@@ -35,6 +35,7 @@ std::string AdapterText(const QSerialPortInfo& info) {
 
 PortFacts FactsOfDevice(const std::string& device) {
     PortFacts facts;
+    facts.Name = ShownDeviceName(device);
     std::error_code error;
     const fs::path resolved = fs::canonical(device, error);
     facts.Device = error ? device : resolved.string();

@@ -22,6 +22,7 @@ class Doctor : public EditorTest {
   protected:
     Doctor() {
         port.Present = {1};
+        facts[0].Name = "ttyUSB0";
         facts[0].Device = "/dev/ttyUSB0";
         facts[0].Exists = facts[0].IsSerial = facts[0].Rights.Allowed = true;
     }
@@ -43,7 +44,7 @@ class Doctor : public EditorTest {
         const auto* entries = doctor.findChild<QListWidget*>(u"Entries"_s);
         QStringList lines;
         for (int i = 0; i < entries->count(); ++i)
-            lines += entries->item(i)->text().trimmed();
+            lines += entries->item(i)->text();
         return lines.join(u'\n').toStdString();
     }
     static std::string Copied(const QDialog& doctor) {

@@ -20,6 +20,7 @@ DeviceTypeList Types() { return {BuiltInDeviceTypes().begin(), BuiltInDeviceType
 
 PortFacts UsableFacts() {
     PortFacts facts;
+    facts.Name = "ttyUSB0";
     facts.Device = "/dev/ttyUSB0";
     facts.Exists = facts.IsSerial = facts.Rights.Allowed = true;
     facts.Rights.Group = "dialout";
@@ -81,13 +82,15 @@ TEST(LinkDoctor, NamesTheCauseOfEachFault) {
         {{"echo"},
          Cause::Echo,
          "FF 53 45 54 56 45 4B 27 02 05 D1 0D - what was sent, and behind it the answer of Matrix Vek 2.5\n"},
-        {{"wrong-rate"}, Cause::OtherRate, "fits Matrix Vek 2.5 at 4800 baud\n"},
+        {{"wrong-rate"}, Cause::OtherRate, "80 - fits Matrix Vek 2.5 at 4800 baud\n"},
         {{"wrong-rate:2400"}, Cause::OtherRate, "fits Matrix Vek 2.5 at 2400 baud\n"},
         {{"wrong-sum"}, Cause::WrongSum, "27 03 05 D1 0D - begins as the answer of Matrix Vek, but"},
         {{"chatter", "mute"}, Cause::Chatter, "Comes unasked: 4F 4B 0D 0A 4F 4B"},
         {{"chatter"}, Cause::MatrixVek, "Comes unasked: 4F 4B 0D 0A 4F 4B"},
         {{"mute"}, Cause::Silent, "No answer at: 9600, 38400, 28800, 19200, 14400, 4800, 2400 baud\n"},
-        {{"noise:3"}, Cause::BehindBytes, "55 55 55 27 02 05 D1 0D - Matrix Vek 2.5\n"},
+        {{"noise:3"},
+         Cause::BehindBytes,
+         "55 55 55 27 02 05 D1 0D - the answer of Matrix Vek 2.5 behind other bytes\n"},
         {{"half-reply"}, Cause::NotUnderstood, "27 02 - too short for an answer\n"},
         {{"wrong-reply@searchx*"}, Cause::NotUnderstood, "D8 02 05 D1 0D - no known answer"},
         {{"no-reply@restartx*"}, Cause::MatrixVek, "Restart: No reply to restart\n"},

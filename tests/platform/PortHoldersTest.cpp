@@ -50,6 +50,7 @@ TEST(PortFacts, TellALinkedPseudoTerminalFromAFileAndFromNothing) {
     ASSERT_EQ(::chmod(folder.Path("file").c_str(), 0640), 0);
 
     const PortFacts port = FactsOfDevice(folder.Path("link"));
+    EXPECT_EQ(port.Name, folder.Path("link"));
     EXPECT_EQ(port.Device, line.PortPath());
     EXPECT_TRUE(port.Exists && port.IsSerial && port.IsPseudoTerminal && port.Rights.Allowed);
     EXPECT_EQ(port.Rights.GroupToJoin, "");
