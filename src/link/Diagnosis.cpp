@@ -245,17 +245,6 @@ Diagnosis DiagnoseAll(std::span<const PortExamination> ports, const DeviceTypeLi
     return nearest;
 }
 
-std::string NamesOf(std::span<const PortHolder> programs) {
-    std::string text;
-    for (const PortHolder& program : programs)
-        text.append(text.empty() ? "" : ", ")
-            .append(program.Program)
-            .append(" (")
-            .append(std::to_string(program.Pid))
-            .append(")");
-    return text;
-}
-
 std::string RefusedText(const PortExamination& port) {
     std::string text;
     for (const NeededSettings& needed : neededSettings) {

@@ -47,8 +47,6 @@ Diagnosis Diagnose(const PortExamination& port, const DeviceTypeList& types);
 /// Of all ports together: that of the port that is nearest to a Matrix Vek, and which one it is.
 Diagnosis DiagnoseAll(std::span<const PortExamination> ports, const DeviceTypeList& types);
 
-/// "ModemManager (812), brltty (90)"
-std::string NamesOf(std::span<const PortHolder> programs);
 /// What the port refuses of neededSettings, in words: "odd parity, 38400 baud".
 std::string RefusedText(const PortExamination& port);
 

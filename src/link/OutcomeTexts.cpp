@@ -81,13 +81,7 @@ std::string NotPermittedText(const PortRights& rights) {
 std::string InUseText(const std::vector<PortHolder>& holders) {
     if (holders.empty())
         return "in use by another program, or does not work";
-    std::string text = "in use by ";
-    for (const PortHolder& holder : holders) {
-        if (&holder != holders.data())
-            text += ", ";
-        text += holder.Program + " (" + std::to_string(holder.Pid) + ')';
-    }
-    return text;
+    return "in use by " + NamesOf(holders);
 }
 
 std::string DeviceText(const PortFinding& finding) {
@@ -100,6 +94,17 @@ std::string DeviceText(const PortFinding& finding) {
 }
 
 } // namespace
+
+std::string NamesOf(std::span<const PortHolder> programs) {
+    std::string text;
+    for (const PortHolder& program : programs)
+        text.append(text.empty() ? "" : ", ")
+            .append(program.Program)
+            .append(" (")
+            .append(std::to_string(program.Pid))
+            .append(")");
+    return text;
+}
 
 std::string FindingText(const PortFinding& finding, const PortFacts& facts) {
     if (finding.Answered())

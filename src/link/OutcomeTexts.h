@@ -4,6 +4,7 @@
 #include "link/Outcomes.h"
 #include "link/PortFacts.h"
 
+#include <span>
 #include <string>
 
 namespace vek {
@@ -25,6 +26,9 @@ std::string FindingText(const PortFinding& finding, const PortFacts& facts);
 
 /// Of a port that did not open, why: "there is no such port".
 std::string WhyNotOpened(const PortFinding& finding);
+
+/// Programs and their numbers: "ModemManager (812), brltty (90)".
+std::string NamesOf(std::span<const PortHolder> programs);
 
 /// The firmware version of a search result, "2.5". The first number is version part 1, plus 4096 when bit 4
 /// of version part 2 is set.
