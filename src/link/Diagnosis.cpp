@@ -194,9 +194,9 @@ AnswerMeaning MeaningOf(const RateAnswer& answer, const DeviceTypeList& types) {
     all.insert(all.end(), answer.Answer.begin(), answer.Answer.end());
     if (all.empty())
         return {};
-    const auto echo = std::ranges::search(all, searchRequest);
-    if (!echo.empty()) {
-        const auto behind = DecodeFindReply({echo.end(), all.end()});
+    const auto echo = std::search(all.begin(), all.end(), searchRequest.begin(), searchRequest.end());
+    if (echo != all.end()) {
+        const auto behind = DecodeFindReply({echo + std::ssize(searchRequest), all.end()});
         return {Cause::Echo,
                 "what was sent" +
                     (behind ? ", and behind it the answer of " + DeviceText(types, *behind) : "")};

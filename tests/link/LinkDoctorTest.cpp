@@ -35,14 +35,14 @@ class Patient {
     int Changes = 0;
 
     void Examine(ScriptedPort& port) {
-        LinkDoctor doctor(port, port, types,
+        LinkDoctor doctor(port, port, types_,
                           {[this](std::size_t row) { return row == 0 ? Facts : PortFacts(); },
                            [this](std::size_t) { return Refused; }},
                           [this] { ++Changes; });
-        port.Run(running, doctor.ExamineAll());
-        Lines = ReportOf(doctor.Examinations(), types);
-        std::ranges::copy(ConclusionOf(doctor.Examinations(), types), std::back_inserter(Lines));
-        Found = DiagnoseAll(doctor.Examinations(), types);
+        port.Run(running_, doctor.ExamineAll());
+        Lines = ReportOf(doctor.Examinations(), types_);
+        std::ranges::copy(ConclusionOf(doctor.Examinations(), types_), std::back_inserter(Lines));
+        Found = DiagnoseAll(doctor.Examinations(), types_);
         EXPECT_FALSE(port.PortOpen());
     }
     std::string Text() const { return TextOf(Lines); }
@@ -51,12 +51,13 @@ class Patient {
     Diagnosis Found;
 
   private:
-    DeviceTypeList types = Types();
-    RunningTask running;
+    DeviceTypeList types_ = Types();
+    RunningTask running_;
 };
 
 std::string Faults(const std::vector<std::string>& texts, Patient& patient) {
     std::vector<Fault> faults;
+    faults.reserve(texts.size());
     for (const std::string& text : texts)
         faults.push_back(ParseFault(text));
     FaultPlan plan(faults);
@@ -101,6 +102,7 @@ TEST(LinkDoctor, NamesTheCauseOfEachFault) {
         const std::string text = Faults(c.Faults, patient);
         EXPECT_EQ(patient.Found.Likeliest, c.Likeliest) << text;
         EXPECT_THAT(text, HasSubstr(c.Said));
+        EXPECT_EQ(text.find("At 9600 baud: "), text.rfind("At 9600 baud: ")) << "the latest of all passes";
     }
 }
 
