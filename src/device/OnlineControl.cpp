@@ -6,6 +6,7 @@
 #include "controls/TextConversion.h"
 #include "device/LastWords.h"
 #include "device/PortTurns.h"
+#include "device/ProgrammingTexts.h"
 #include "dialogs/WindowMessages.h"
 #include "editing/ModelView.h"
 #include "link/OutcomeTexts.h"
@@ -311,6 +312,11 @@ void OnlineControl::ShowConnection() {
         qApp->installEventFilter(this);
     else
         qApp->removeEventFilter(this);
+}
+
+void OnlineControl::Searching(const SearchStep& step) {
+    if (searching_)
+        Ports().ShowSearch(searchedRow_, SearchText(step));
 }
 
 void OnlineControl::PortSearched(std::size_t row, const PortFinding& finding) {

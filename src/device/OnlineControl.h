@@ -35,6 +35,8 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     QString PortName() const;
     /// What the user has to know of the last session's device, empty for nothing.
     QString Remains() const { return remains_; }
+    /// Newer things are known of the devices.
+    void ForgetRemains() { remains_.clear(); }
 
     /// Sends the levels that are shown; nothing while offline.
     void LevelsChanged();
@@ -68,6 +70,8 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    void PortSearchBegins(std::size_t row) override { searchedRow_ = row; }
+    void Searching(const SearchStep& step) override;
     void PortSearched(std::size_t row, const PortFinding& finding) override;
     Task<> Failed(Failure failure) override;
     Task<> WentOnline() override;
@@ -123,6 +127,7 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     QString remains_;
     LevelSource levelView_ = LevelSource::InputTrims;
     bool searching_ = false;
+    std::size_t searchedRow_ = 0;
     bool closing_ = false;
     bool silent_ = false;
     bool asking_ = false; ///< the conversation waits for the user

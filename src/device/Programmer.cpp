@@ -22,6 +22,7 @@ void Programmer::Program(const ProgrammingJob& job) {
         result_ = ResultText(*attempt);
     if (!form.HistoryProblem().isEmpty())
         Q_EMIT Told(form.HistoryProblem());
+    Q_EMIT Ended();
 }
 
 const MatrixConfig* Programmer::LastProgrammed() {

@@ -37,6 +37,8 @@ class Programmer : public QObject {
     const QString& Result() const { return result_; }
 
   Q_SIGNALS:
+    /// The programming window has been closed, and Result() tells of it.
+    void Ended();
     /// That the history could not be written, and why.
     void Told(const QString& text);
 

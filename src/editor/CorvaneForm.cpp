@@ -148,6 +148,7 @@ void CorvaneForm::MakeCommands() {
     connect(exports_, &ExportCommands::Failed, this, tell);
     connect(recovery_, &RecoveryKeeper::Failed, this, tell);
     connect(programmer_, &Programmer::Told, this, tell);
+    connect(programmer_, &Programmer::Ended, this, [this] { online_->ForgetRemains(); });
     connect(&history_, &EditHistory::Changed, recovery_, &RecoveryKeeper::Look);
 
     programmed_ = new HistoryCommands(*this, services_.Boxes, *files_, *programmer_,

@@ -114,6 +114,8 @@ Task<PortFinding> OnlineSession::OnlineFind_vek(bool restart) {
     PortFinding finding = Silent();
     exchange_.SetSettings(onlineSettings);
     for (int attempt = 0; attempt < findAttempts; ++attempt) {
+        outcomes_.Searching(
+            {.Settings = onlineSettings, .Number = attempt + 1, .Count = findAttempts, .Pass = 1});
         ByteVector reply = co_await Request(onlineFindRequest, findReplyLength);
         if (reply.empty())
             continue;

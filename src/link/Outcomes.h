@@ -40,8 +40,8 @@ struct DownloadProgress {
 /// What a search asks at the moment.
 struct SearchStep {
     std::string_view Settings; ///< of the port, such as "9600,n,8,2"
-    int Number;                ///< of the settings, 1 … Count
-    int Count;                 ///< settings of a pass
+    int Number;                ///< of the question, 1 … Count
+    int Count;                 ///< questions of a pass
     int Pass;                  ///< from 1; there are more only where answers are not understood
 };
 

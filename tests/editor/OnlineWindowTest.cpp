@@ -130,8 +130,16 @@ TEST_F(OnlineWindow, TheEndOfTheDesktopsSessionRestartsTheUnit) {
 TEST_F(OnlineWindow, GoingOnlineAndOff) {
     auto* strip = Find(u"OnlineLevelOffset"_s);
     EXPECT_FALSE(strip->isVisible());
+    bool seenSearch = false;
+    port.OnOutput = [&](const ByteVector& bytes) {
+        const auto finding = Find<QLabel>(u"OnlineFinding_0"_s)->text();
+        seenSearch = seenSearch || finding.contains(u"asked at 9600 baud, 1 of 3"_s);
+        Answer(bytes);
+    };
     GoOnline();
     EXPECT_EQ(Find<QLineEdit>(u"VekType_0"_s)->text().right(3), u"1.0"_s);
+    EXPECT_EQ(Find<QLabel>(u"OnlineFinding_0"_s)->text(), u"Matrix Vek 1.0"_s);
+    EXPECT_TRUE(seenSearch) << "how far the search is";
     for (int tab = 0; tab < tabs->count(); ++tab)
         EXPECT_EQ(tabs->isTabEnabled(tab), tab == 1 || tab == 4 || tab == 5 || tab == 7 || tab == 8) << tab;
     for (const char* command : {"NEW", "OPEN", "DEFAULT", "LINK", "BASE", "DOWNLOAD"})
