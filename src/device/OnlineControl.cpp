@@ -22,6 +22,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
@@ -305,6 +306,7 @@ void OnlineControl::ShowConnection() {
     const bool online = session_.IsOnline();
     parts_.Page.OnlineSearch->setVisible(!online);
     parts_.Page.OnlineCancel->setVisible(online);
+    parts_.Page.SearchHint->setVisible(!online);
     parts_.Page.SaveTranscript->setEnabled(transcript_.Any());
     parts_.Strip.setVisible(online);
     muteAll_->setEnabled(online);

@@ -5,7 +5,6 @@
 #include "controls/WithoutEffect.h"
 #include "editing/ModelView.h"
 #include "model/Levels.h"
-#include "pages/OnlineStrip.h"
 #include "pages/TrimPage.h"
 
 #include <QStringList>
@@ -28,14 +27,6 @@ QString LevelWords(float level) {
 
 /// The same within a sentence.
 QString LevelInSentence(float level) { return LevelWords(level).replace(u'-', u'\u2212'); }
-
-Certainty CertaintyOf(const OutputTruth& truth) {
-    if (truth.Failed || !truth.Routed)
-        return Certainty::Failed;
-    if (truth.Pending)
-        return Certainty::Pending;
-    return truth.Confirmed ? Certainty::Confirmed : Certainty::Unknown;
-}
 
 } // namespace
 
@@ -75,20 +66,17 @@ void OnlineTruth::Show() {
     ShowOutputs();
     ShowEffects();
     ShowNotSent();
-    const auto failed = [this](std::size_t output) {
-        return CertaintyOf(session_.TruthOf(output)) == Certainty::Failed;
-    };
     bool alarming = session_.Unanswered();
     for (std::size_t output = 0; output < outputCount; ++output)
-        alarming = alarming || failed(output);
+        alarming = alarming || CertaintyOf(output) == Certainty::Failed;
     parts_.Strip.ShowState(State(), alarming);
 }
 
 void OnlineTruth::ShowOutputs() {
     for (std::size_t output = 0; output < outputCount; ++output) {
-        const OutputTruth& truth = session_.TruthOf(output);
-        parts_.Strip.ShowConfirmed(output, truth.Confirmed ? LevelWords(*truth.Confirmed) : QString(),
-                                   CertaintyOf(truth));
+        const auto& confirmed = session_.TruthOf(output).Confirmed;
+        parts_.Strip.ShowConfirmed(output, confirmed ? LevelWords(*confirmed) : QString(),
+                                   CertaintyOf(output));
     }
 }
 
@@ -111,6 +99,19 @@ void OnlineTruth::ShowEffects() {
                           inputs_.MutedOutput(i) && !one
                               ? tr("Not heard at the moment: %1 is muted").arg(Called(NameKind::Output, i))
                               : QString());
+}
+
+Certainty OnlineTruth::CertaintyOf(std::size_t output) const {
+    const OutputTruth& truth = session_.TruthOf(output);
+    if (truth.Pending)
+        return Certainty::Pending;
+    if (truth.Failed || !truth.Routed)
+        return Certainty::Failed;
+    if (!truth.Confirmed)
+        return Certainty::Unknown;
+    // Its turn in the pass may still come.
+    const bool toCome = busy_() && *truth.Confirmed != session_.WantedLevel(output);
+    return toCome ? Certainty::Pending : Certainty::Confirmed;
 }
 
 bool OnlineTruth::AnythingSent() const {
@@ -194,8 +195,8 @@ QString OnlineTruth::Answers() const {
     QStringList refused;
     for (std::size_t output = 0; output < outputCount; ++output) {
         const OutputTruth& truth = session_.TruthOf(output);
-        const Certainty certainty = CertaintyOf(truth);
-        if (certainty == Certainty::Confirmed && truth.Confirmed == truth.Sent)
+        const Certainty certainty = CertaintyOf(output);
+        if (certainty == Certainty::Confirmed)
             ++confirmed;
         else if (certainty == Certainty::Failed)
             (truth.Refused ? refused : silent) += QString::number(output + 1);

@@ -4,6 +4,7 @@
 #include "device/OnlineParts.h"
 #include "link/OnlineSession.h"
 #include "model/Names.h"
+#include "pages/OnlineStrip.h"
 
 #include <QObject>
 #include <QTimer>
@@ -34,6 +35,7 @@ class OnlineTruth : public QObject {
     void ShowOutputs();
     void ShowEffects();
     void ShowNotSent();
+    Certainty CertaintyOf(std::size_t output) const;
     bool AnythingSent() const;
     bool LevelsDiffer() const;
     QString State() const;

@@ -1,5 +1,6 @@
 #include "pages/OnlinePage.h"
 
+#include "controls/LayoutHelpers.h"
 #include "pages/PortRows.h"
 
 #include <QCheckBox>
@@ -52,7 +53,9 @@ OnlinePage::OnlinePage(const PortSources& ports, QWidget* parent) : QWidget(pare
     buttons->addWidget(OnlineSearch);
     buttons->addWidget(OnlineCancel);
     buttons->addWidget(WhatIsWrong);
-    buttons->addWidget(PortRows::MakeSearchHint(frame), 1);
+    SearchHint = PortRows::MakeSearchHint(frame);
+    KeepPlaceWhenHidden(SearchHint);
+    buttons->addWidget(SearchHint, 1);
     buttons->addWidget(showDiagnostics_);
     buttons->addWidget(SaveTranscript);
     auto* column = new QVBoxLayout(frame);

@@ -4,6 +4,7 @@
 #include <QWidget>
 
 class QCheckBox;
+class QLabel;
 class QPlainTextEdit;
 class QPushButton;
 
@@ -26,6 +27,7 @@ class OnlinePage : public QWidget {
     PortRows* Ports;
     QPushButton* OnlineSearch;
     QPushButton* OnlineCancel;
+    QLabel* SearchHint;
     QPushButton* SaveTranscript;
     QPushButton* WhatIsWrong; ///< hidden until a search has found no Matrix Vek
 

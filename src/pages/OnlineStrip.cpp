@@ -16,6 +16,8 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -42,6 +44,37 @@ void Colour(QWidget& widget, const QColor& background) {
         palette.setColor(role, onStrong);
     widget.setPalette(palette);
 }
+
+/// Scrolls its contents sideways where they have no room; they are never lower than they have to be.
+class SidewaysScroll : public QScrollArea {
+  public:
+    explicit SidewaysScroll(QWidget* parent) : QScrollArea(parent) {
+        setWidgetResizable(true);
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        viewport()->setAutoFillBackground(false);
+    }
+
+    QSize sizeHint() const override { return {widget()->sizeHint().width(), minimumSizeHint().height()}; }
+    QSize minimumSizeHint() const override {
+        const QSize least = widget()->minimumSizeHint();
+        const int bar = width() < least.width() ? horizontalScrollBar()->sizeHint().height() : 0;
+        return {least.width() / 2, least.height() + bar};
+    }
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QScrollArea::resizeEvent(event);
+        updateGeometry();
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == widget() && event->type() == QEvent::LayoutRequest)
+            updateGeometry();
+        return QScrollArea::eventFilter(watched, event);
+    }
+};
 
 /// A control above the name of what it stands for. All are equally wide.
 QVBoxLayout* AddNamed(QHBoxLayout& row, QWidget& control, NameLabel& name) {
@@ -75,24 +108,26 @@ OnlineStrip::OnlineStrip(QWidget* parent)
     OnlineState_->setAutoFillBackground(true);
     const int margin = fontMetrics().height() / 4;
     OnlineState_->setContentsMargins(2 * margin, margin, 2 * margin, margin);
-    QFont strong = OnlineState_->font();
-    strong.setBold(true);
-    OnlineState_->setFont(strong);
 
     auto* frames = new QVBoxLayout;
     frames->setSpacing(2);
     frames->addWidget(MakeInputs());
     frames->addWidget(MakeMutes());
     frames->addStretch(1);
-    auto* columns = new QHBoxLayout;
+    auto* scroll = new SidewaysScroll(this);
+    auto* contents = new QWidget;
+    auto* columns = new QHBoxLayout(contents);
+    columns->setContentsMargins(0, 0, 0, 0);
     columns->addLayout(frames, 1);
     columns->addLayout(MakeActions());
     columns->addLayout(MakeOffset());
+    scroll->setWidget(contents);
+    contents->setAutoFillBackground(false);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(3);
     layout->addWidget(OnlineState_);
-    layout->addLayout(columns);
+    layout->addWidget(scroll);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
@@ -151,7 +186,7 @@ QWidget* OnlineStrip::MakeMutes() {
 }
 
 QLayout* OnlineStrip::MakeActions() {
-    MuteAll = new QPushButton(tr("Mute all  Ctrl+M"), this);
+    MuteAll = new QPushButton(tr("Mute all\nCtrl+M"), this);
     MuteAll->setObjectName(u"MuteAll"_s);
     MuteAll->setToolTip(tr("Ticks all mute boxes and sends that before anything else"));
     QFont large = MuteAll->font();
@@ -167,8 +202,13 @@ QLayout* OnlineStrip::MakeActions() {
            "most 6 dB at a time; they fall at once"));
     SendAllAgain = new QPushButton(tr("Send all again"), this);
     SendAllAgain->setObjectName(u"SendAllAgain"_s);
+    QFont strong = SendAllAgain->font();
+    strong.setBold(true);
+    SendAllAgain->setFont(strong); // as wide as it may become
+    SendAllAgain->setMinimumWidth(SendAllAgain->sizeHint().width());
+    SendAllAgain->setFont(SafeLevels->font());
     SendAllAgain->setToolTip(tr("Sends the routes and the levels of this page anew"));
-    notSent_ = new ElidedLabel({}, this);
+    notSent_ = new ElidedLabel({}, this, Qt::ElideRight);
     notSent_->setObjectName(u"NotSent"_s);
     notSent_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* column = new QVBoxLayout;
