@@ -214,12 +214,12 @@ void OnlineControl::SendAllAgain() {
 }
 
 bool OnlineControl::eventFilter(QObject* watched, QEvent* event) {
-    const bool kept =
-        QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr;
-    if (event->type() != QEvent::KeyPress || !kept || !watched->isWidgetType())
+    const auto* widget = qobject_cast<QWidget*>(watched);
+    if (event->type() != QEvent::KeyPress || widget == nullptr)
         return QObject::eventFilter(watched, event);
     const auto* key = static_cast<QKeyEvent*>(event);
-    if (QKeySequence(key->keyCombination()) != muteKey)
+    const bool elsewhere = widget->window() != parts_.SSTab1.window();
+    if (!elsewhere || QKeySequence(key->keyCombination()) != muteKey)
         return QObject::eventFilter(watched, event);
     if (!key->isAutoRepeat())
         MuteAll();
@@ -262,6 +262,7 @@ void OnlineControl::FollowTab() {
 
 void OnlineControl::Disconnect() {
     session_.WantDisconnect();
+    messages_.TakeNoteOfAll();
     Serve();
 }
 

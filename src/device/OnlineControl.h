@@ -66,7 +66,7 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     void ReadyToClose();
 
   protected:
-    /// Boxes and menus keep the keys of the window from it; the one that mutes has to come through.
+    /// Other windows, boxes and menus keep keys from the window; the one that mutes has to come through.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace vek {
 
@@ -88,17 +89,27 @@ void OnlineTruth::ShowEffects() {
                   .arg(Called(NameKind::Output, inputs_.CurrentOutput()))
             : QString());
     const std::size_t listened = inputs_.OnlineInput();
+    const bool allMuted = !one && MutedOutputs() == outputCount;
     for (std::size_t i = 0; i < inputCount; ++i)
-        DrawWithoutEffect(
-            *parts_.InputTrims.Trims[i],
-            i == listened
-                ? QString()
-                : tr("Not heard at the moment: the outputs play %1").arg(Called(NameKind::Input, listened)));
+        DrawWithoutEffect(*parts_.InputTrims.Trims[i],
+                          allMuted ? tr("Without effect at the moment: all outputs are muted")
+                          : i == listened
+                              ? QString()
+                              : tr("Without effect at the moment: it is the trim of %1 that is sent")
+                                    .arg(Called(NameKind::Input, listened)));
     for (std::size_t i = 0; i < outputCount; ++i)
-        DrawWithoutEffect(*parts_.OutputTrims.Trims[i],
-                          inputs_.MutedOutput(i) && !one
-                              ? tr("Not heard at the moment: %1 is muted").arg(Called(NameKind::Output, i))
-                              : QString());
+        DrawWithoutEffect(
+            *parts_.OutputTrims.Trims[i],
+            inputs_.MutedOutput(i) && !one
+                ? tr("Without effect at the moment: %1 is muted").arg(Called(NameKind::Output, i))
+                : QString());
+}
+
+std::size_t OnlineTruth::MutedOutputs() const {
+    std::size_t muted = 0;
+    for (std::size_t output = 0; output < outputCount; ++output)
+        muted += inputs_.MutedOutput(output) ? 1 : 0;
+    return muted;
 }
 
 Certainty OnlineTruth::CertaintyOf(std::size_t output) const {
@@ -156,32 +167,40 @@ QString OnlineTruth::Called(NameKind kind, std::size_t index) const {
 QString OnlineTruth::Heard() const {
     if (!AnythingSent())
         return tr("nothing was sent yet, the device plays as it was programmed");
-    const bool inputTrims = inputs_.LevelView() == LevelSource::InputTrims;
-    if (inputs_.LevelView() == LevelSource::Level) {
-        const std::size_t output = inputs_.CurrentOutput();
-        return tr("Levels: only %1 is heard, at %2")
-            .arg(Called(NameKind::Output, output).replace(tr("Output"), tr("output")),
-                 LevelInSentence(session_.WantedLevel(output)));
-    }
-    const QString page = inputTrims ? tr("Input Trims: ") : tr("Output Trims: ");
+    // What the device has confirmed, whatever the controls show by now.
+    std::vector<std::size_t> audible;
     int muted = 0;
-    std::size_t playing = 0;
     for (std::size_t output = 0; output < outputCount; ++output) {
-        if (inputs_.MutedOutput(output))
+        const auto& confirmed = session_.TruthOf(output).Confirmed;
+        if (confirmed == mutedLevel)
             ++muted;
-        else
-            playing = output;
+        else if (confirmed)
+            audible.push_back(output);
     }
+    const auto levelOf = [this](std::size_t output) { return *session_.TruthOf(output).Confirmed; };
     constexpr int all = static_cast<int>(outputCount);
+    const LevelSource view = inputs_.LevelView();
+    const QString page = view == LevelSource::Level        ? tr("Levels: ")
+                         : view == LevelSource::InputTrims ? tr("Input Trims: ")
+                                                           : tr("Output Trims: ");
     if (muted == all)
         return page + tr("all outputs are muted");
+    if (audible.empty())
+        return page + tr("%1 of %2 outputs are muted").arg(muted).arg(all);
+    if (view == LevelSource::Level && audible.size() == 1 && muted == all - 1)
+        return page + tr("only %1 is heard, at %2")
+                          .arg(Called(NameKind::Output, audible.front()).replace(tr("Output"), tr("output")),
+                               LevelInSentence(levelOf(audible.front())));
     const auto routed = session_.RoutedInput();
     const QString input =
-        routed ? Called(NameKind::Input, *routed).replace(tr("Input"), tr("input")) : tr("the routed inputs");
-    QString words = muted == 0 ? tr("all outputs play %1").arg(input)
-                               : tr("%1 of %2 outputs play %3").arg(all - muted).arg(all).arg(input);
-    if (inputTrims)
-        words += tr(", at %1").arg(LevelInSentence(session_.WantedLevel(playing)));
+        routed ? Called(NameKind::Input, *routed).replace(tr("Input"), tr("input")) : tr("their inputs");
+    const auto count = static_cast<int>(audible.size());
+    QString words = count == all ? tr("all outputs play %1").arg(input)
+                                 : tr("%1 of %2 outputs play %3").arg(count).arg(all).arg(input);
+    const bool alike = std::ranges::all_of(
+        audible, [&](std::size_t output) { return levelOf(output) == levelOf(audible[0]); });
+    if (view == LevelSource::InputTrims && alike)
+        words += tr(", at %1").arg(LevelInSentence(levelOf(audible[0])));
     if (muted > 0)
         words += tr(", %1 muted").arg(muted);
     return page + words;

@@ -37,6 +37,7 @@ class OnlineTruth : public QObject {
     void ShowNotSent();
     Certainty CertaintyOf(std::size_t output) const;
     bool AnythingSent() const;
+    std::size_t MutedOutputs() const;
     bool LevelsDiffer() const;
     QString State() const;
     QString Heard() const;

@@ -16,13 +16,29 @@ void Programmer::Program(const ProgrammingJob& job) {
     VekComms form(services_, turns_, types_, job, &window_);
     form.exec();
     // The journal tells as well, unless it could not be written.
-    if (form.Programmed())
+    if (form.Programmed()) {
         programmed_ = job.Config;
+        seen_ = journal_.ChangeMark();
+    }
     if (const auto attempt = form.LastAttempt())
-        result_ = ResultText(*attempt);
+        Tell(*attempt);
     if (!form.HistoryProblem().isEmpty())
         Q_EMIT Told(form.HistoryProblem());
     Q_EMIT Ended();
+}
+
+void Programmer::Tell(const JournalEntry& attempt) {
+    // An attempt that sent nothing leaves the device as it was.
+    const bool sent = attempt.DeviceCode != 0;
+    if (!sent && attempt.Port == incompletePort_) {
+        result_ = IncompleteText(QString::fromStdString(attempt.Port));
+        return;
+    }
+    result_ = ResultText(attempt);
+    if (sent) {
+        const bool whole = attempt.BlocksAcknowledged == attempt.Blocks;
+        incompletePort_ = whole ? std::string() : attempt.Port;
+    }
 }
 
 const MatrixConfig* Programmer::LastProgrammed() {

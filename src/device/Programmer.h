@@ -10,6 +10,7 @@
 #include <QString>
 
 #include <optional>
+#include <string>
 
 class QWidget;
 
@@ -43,6 +44,8 @@ class Programmer : public QObject {
     void Told(const QString& text);
 
   private:
+    void Tell(const JournalEntry& attempt);
+
     QWidget& window_;
     const EditorServices& services_;
     PortTurns& turns_;
@@ -50,6 +53,7 @@ class Programmer : public QObject {
     const ProgrammingJournal journal_;
     ProgrammingJournal::Mark seen_; ///< of the journal when it was read
     std::optional<MatrixConfig> programmed_;
+    std::string incompletePort_; ///< whose device took a part of a configuration only; empty for none
     QString result_;
 };
 

@@ -128,7 +128,8 @@ QLayout* VekComms::MakeButtons() {
     auto* row = new QHBoxLayout;
     row->addWidget(Command1_);
     row->addWidget(whatIsWrong_);
-    row->addWidget(PortRows::MakeSearchHint(this), 1);
+    searchHint_ = PortRows::MakeSearchHint(this);
+    row->addWidget(searchHint_, 1);
     row->addWidget(ProgramVekButton_);
     row->addWidget(Command2);
     return row;
@@ -200,6 +201,7 @@ Task<> VekComms::ProgramOnPort(std::size_t row) {
     PortTurns::Turn turn(turns_);
     co_await turn;
     Label3_->setText(tr("Please wait programing vek"));
+    searchHint_->setVisible(false);
     BeginAttempt(row);
     const ConfigureResult result = co_await link_.ProgramVek(row, job_.Image, *this);
     if (result == ConfigureResult::EndedEarly)
@@ -285,6 +287,8 @@ void VekComms::DeviceFound(const PortFinding& finding) { attempt_->Found(finding
 
 void VekComms::DownloadBegins() {
     begun_ = true;
+    attempt_->DownloadBegins();
+    TakeProblem();
     downloadBegan_ = services_.Clock();
 }
 

@@ -99,6 +99,7 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
     QProgressBar* ProgressBar1_;
     QLabel* details_;
     QPushButton* Command1_;
+    QLabel* searchHint_;
     QPushButton* whatIsWrong_;
     QPushButton* ProgramVekButton_;
     VekLink link_;

@@ -87,7 +87,10 @@ class OpenMessageBox final : public OpenBox {
                              const BoxClosed tell = closed;
                              tell(AnswerOf(*box, pressed));
                          });
-        box_->open();
+        if (contents.Other.isEmpty())
+            box_->open();
+        else
+            box_->show();
     }
     ~OpenMessageBox() override {
         if (box_ == nullptr)

@@ -45,9 +45,10 @@ class Dialogs {
                             Answer defaultAnswer = Answer::Yes, const QString& about = {}) = 0;
     virtual Answer AskYesNoCancel(QWidget* parent, const QString& title, const QString& text) = 0;
 
-    // Boxes that block their parent's window but not their caller.
+    // Boxes that block their parent's window, unless said otherwise, but not their caller.
 
-    /// `other` is the caption of a second button, which answers with No; none when it is empty.
+    /// `other` is the caption of a second button, which answers with No; none when it is empty. Such a box
+    /// blocks nothing: what it tells of goes on being heard, and has to be stopped from the window.
     virtual std::unique_ptr<OpenBox> OpenMessage(QWidget* parent, MessageIcon icon, const QString& title,
                                                  const QString& text, const QString& other,
                                                  BoxClosed closed) = 0;

@@ -16,6 +16,7 @@ namespace {
 
 // Of the online state or the last programming: the name of a device leaves room for the file's.
 constexpr int stateCharacters = 84;
+constexpr int besideMessage = 12; // while a passing message needs the room
 
 /// Labels are laid out anew when their text is set, so an unchanged text is left alone.
 void SetText(QLabel* label, const QString& text) {
@@ -37,7 +38,12 @@ EditorStatusBar::EditorStatusBar(QWidget* parent) : QStatusBar(parent) {
     }
     changes_->setToolTip(tr("Show what changed (F7)"));
     problems_->setToolTip(tr("Show the problems (F8)"));
-    link_->setMaximumWidth(fontMetrics().averageCharWidth() * stateCharacters);
+    const auto makeRoom = [this](const QString& passing) {
+        const int characters = passing.isEmpty() ? stateCharacters : besideMessage;
+        link_->setMaximumWidth(fontMetrics().averageCharWidth() * characters);
+    };
+    connect(this, &QStatusBar::messageChanged, this, makeRoom);
+    makeRoom({});
 }
 
 bool EditorStatusBar::eventFilter(QObject* watched, QEvent* event) {

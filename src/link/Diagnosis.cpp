@@ -23,6 +23,8 @@ struct CauseWords {
 constexpr CauseWords causeWords[] = {
     {Cause::MatrixVek, "%: the link is in order",
      "Search again. If the search does not find it, switch the device off and on first."},
+    {Cause::Disturbed, "% answers, but bytes come without being asked as well",
+     "Take everything but the Matrix Vek off the line: what comes unasked can pass for its answers."},
     {Cause::OtherRate, "The device answers at another rate: what came %",
      "Switch the device off and on. If it stays so, its rate or that of a converter in between is set "
      "wrongly."},
@@ -131,7 +133,7 @@ Cause CauseOf(const PortExamination& port, const DeviceTypeList& types) {
     case PortState::InUse:
         return Cause::InUse;
     case PortState::MatrixVek:
-        return Cause::MatrixVek;
+        return port.Unasked.empty() ? Cause::MatrixVek : Cause::Disturbed;
     case PortState::OtherDevice:
         return Cause::OtherDevice;
     case PortState::Silent:
@@ -164,6 +166,8 @@ std::string DetailOf(Cause cause, const PortExamination& port, const DeviceTypeL
         if (!port.Facts.Grabbers.empty())
             return "perhaps " + NamesOf(port.Facts.Grabbers);
         return "which one cannot be told";
+    case Cause::Disturbed:
+        return DetailOf(Cause::MatrixVek, port, types);
     case Cause::Shared:
         return NamesOf(port.Facts.Holders);
     case Cause::Forbidden:

@@ -12,6 +12,7 @@ namespace vek {
 /// Why no Matrix Vek is found on a port, those first that are nearest to one.
 enum class Cause {
     MatrixVek, ///< it is found
+    Disturbed, ///< it is found, but something else sends as well
     OtherRate,
     WrongSum,
     BehindBytes, ///< its answer, with other bytes before it

@@ -156,7 +156,7 @@ std::vector<ReportLine> ReportOf(std::span<const PortExamination> ports, const D
 
 std::vector<ReportLine> ConclusionOf(std::span<const PortExamination> ports, const DeviceTypeList& types) {
     const Diagnosis diagnosis = DiagnoseAll(ports, types);
-    const bool found = diagnosis.Likeliest == Cause::MatrixVek;
+    const bool found = diagnosis.Likeliest <= Cause::Disturbed;
     return {{ReportLine::Kind::Conclusion, Line(found ? "Found" : "Likeliest cause", diagnosis.Text)},
             {ReportLine::Kind::Conclusion, Line("What to do", diagnosis.Advice)}};
 }

@@ -1,6 +1,5 @@
 #include "pages/OnlinePage.h"
 
-#include "controls/LayoutHelpers.h"
 #include "pages/PortRows.h"
 
 #include <QCheckBox>
@@ -54,7 +53,6 @@ OnlinePage::OnlinePage(const PortSources& ports, QWidget* parent) : QWidget(pare
     buttons->addWidget(OnlineCancel);
     buttons->addWidget(WhatIsWrong);
     SearchHint = PortRows::MakeSearchHint(frame);
-    KeepPlaceWhenHidden(SearchHint);
     buttons->addWidget(SearchHint, 1);
     buttons->addWidget(showDiagnostics_);
     buttons->addWidget(SaveTranscript);

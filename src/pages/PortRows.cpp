@@ -52,6 +52,8 @@ PortRows::PortRows(const PortRowNames& names, PortSources sources, QWidget* pare
 QLabel* PortRows::MakeSearchHint(QWidget* parent) {
     QLabel* hint = MakeHint(tr("A search restarts every known device on the ports"), parent);
     hint->setObjectName(u"SearchHint"_s);
+    hint->setMinimumWidth(hint->sizeHint().width() / 3); // else it wraps after each word
+    KeepPlaceWhenHidden(hint);
     return hint;
 }
 

@@ -80,6 +80,13 @@ void AttemptRecord::Found(const PortFinding& device) {
     entry_.DeviceVersion = VersionText(device.Found);
 }
 
+void AttemptRecord::DownloadBegins() {
+    if (!kept_)
+        return;
+    kept_->Entry = entry_;
+    Keep([this] { journal_.Update(*kept_); });
+}
+
 void AttemptRecord::Progress(const DownloadProgress& progress) {
     entry_.BlocksAcknowledged = progress.Acknowledged;
     entry_.Retries = progress.Retries;

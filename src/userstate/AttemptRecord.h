@@ -28,6 +28,8 @@ class AttemptRecord {
                   Clock clock = SteadyMilliseconds);
 
     void Found(const PortFinding& device);
+    /// The device is about to lose what it held, which the entry tells from now on by naming the device.
+    void DownloadBegins();
     void Progress(const DownloadProgress& progress);
     /// The first of these counts.
     void End(FailureKind failure);

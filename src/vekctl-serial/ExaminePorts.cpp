@@ -51,7 +51,7 @@ void RunDoctor(const PortCommand& command) {
     ports = &doctor.Examinations();
     console.Run(Examine(doctor, command.Port));
     print(ConclusionOf(*ports, types), "");
-    if (DiagnoseAll(*ports, types).Likeliest != Cause::MatrixVek)
+    if (DiagnoseAll(*ports, types).Likeliest > Cause::Disturbed)
         throw CLI::RuntimeError(1);
 }
 

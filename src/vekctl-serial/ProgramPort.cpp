@@ -42,7 +42,10 @@ class ProgramOutcomes final : public LinkOutcomes, public ProgrammingOutcomes {
         co_return;
     }
     void DeviceFound(const PortFinding& finding) override { record_.Found(finding); }
-    void DownloadBegins() override { incomplete_ = true; }
+    void DownloadBegins() override {
+        incomplete_ = true;
+        record_.DownloadBegins();
+    }
     void Progress(DownloadProgress progress) override {
         record_.Progress(progress);
         incomplete_ = incomplete_ && progress.Acknowledged < progress.Blocks;

@@ -374,7 +374,7 @@ TEST_F(OnlineWindow, TheStripTellsWhatIsHeardAndConfirmed) {
     Click(u"RouteOption_0"_s);
     EXPECT_EQ(Find<QLabel>(u"NotSent"_s)->text(), u"Not sent: Input 1"_s);
     EXPECT_EQ(Find<QLabel>(u"InputNotSent"_s)->text(), u"not sent"_s);
-    EXPECT_TRUE(Find(u"InputLevelTrim_3"_s)->toolTip().contains(u"the outputs play Input 1"_s));
+    EXPECT_TRUE(Find(u"InputLevelTrim_3"_s)->toolTip().contains(u"the trim of Input 1"_s));
     Packets();
     Click(u"SendAllAgain"_s);
     EXPECT_EQ(Packets(), Routes(0) + Volumes([](int output) { return output == 2 ? 18 : 212; }));
@@ -416,17 +416,30 @@ TEST_F(OnlineWindow, MuteAllReachesTheDeviceFromWherever) {
     PressKnob(u"OutputLevelTrim_0"_s, Qt::Key_Down);
     EXPECT_EQ(Packets(), "V0=208 " + muted);
 
-    // While a dialog has the keys.
+    // While another window has the keys.
+    for (const bool modal : {true, false}) {
+        Click(u"OutPutSelectCheck_4"_s);
+        Packets();
+        QDialog dialog(window.get());
+        dialog.setModal(modal);
+        dialog.show();
+        QTest::keyClick(&dialog, Qt::Key_M, Qt::ControlModifier);
+        dialog.hide();
+        Settle();
+        EXPECT_TRUE(Find<QCheckBox>(u"OutPutSelectCheck_4"_s)->isChecked());
+        EXPECT_EQ(Packets(), muted);
+    }
+
+    // What the device has not confirmed is not said to be so.
     Click(u"OutPutSelectCheck_4"_s);
-    Packets();
-    QDialog dialog(window.get());
-    dialog.setModal(true);
-    dialog.show();
-    QTest::keyClick(&dialog, Qt::Key_M, Qt::ControlModifier);
-    dialog.hide();
+    EXPECT_TRUE(State().contains(u"1 of 8 outputs play input 1, 7 muted"_s)) << State().toStdString();
+    port.OnOutput = [](const ByteVector&) {};
+    boxes.ExpectFailure(u"Reply fail to Volume"_s);
+    muteAll->trigger();
     Settle();
-    EXPECT_TRUE(Find<QCheckBox>(u"OutPutSelectCheck_4"_s)->isChecked());
-    EXPECT_EQ(Packets(), muted);
+    EXPECT_TRUE(State().contains(u"1 of 8 outputs play input 1, 7 muted · COM1 (ttyUSB0) does not answer"_s))
+        << State().toStdString();
+    port.OnOutput = [this](const ByteVector& bytes) { Answer(bytes); };
 }
 
 TEST_F(OnlineWindow, SafeLevelsAreRemembered) {

@@ -113,6 +113,10 @@ TEST_F(ProgrammingWindow, EveryEndIsKeptAndTold) {
          {{error + u"  3"_s, u"No reply to download"_s}},
          "block not answered 3/3;",
          u"COM1 (ttyUSB0) holds an incomplete configuration: program it again"_s},
+        {0, // which sends nothing
+         {{error, u"Vek not responding"_s}},
+         "no device answered 0/0;",
+         u"COM1 (ttyUSB0) holds an incomplete configuration: program it again"_s},
         {273,
          {{error, u"No reply to restart"_s}, {error, programFailed}},
          "restart failed 273/0;",

@@ -87,7 +87,7 @@ TEST(LinkDoctor, NamesTheCauseOfEachFault) {
         {{"wrong-rate:2400"}, Cause::OtherRate, "fits Matrix Vek 2.5 at 2400 baud\n"},
         {{"wrong-sum"}, Cause::WrongSum, "27 03 05 D1 0D - begins as the answer of Matrix Vek, but"},
         {{"chatter", "mute"}, Cause::Chatter, "Comes unasked: 4F 4B 0D 0A 4F 4B"},
-        {{"chatter"}, Cause::MatrixVek, "Comes unasked: 4F 4B 0D 0A 4F 4B"},
+        {{"chatter"}, Cause::Disturbed, "Comes unasked: 4F 4B 0D 0A 4F 4B"},
         {{"mute"}, Cause::Silent, "No answer at: 9600, 38400, 28800, 19200, 14400, 4800, 2400 baud\n"},
         {{"noise:3"},
          Cause::BehindBytes,

@@ -142,6 +142,8 @@ TEST_F(Journal, AnAttemptIsThereFromItsBeginning) {
     clock = 2000;
     const DeviceTypeList types = {{29, 39, "Matrix Vek", ""}};
     records[0].Found(Understood(types, 0x050227, "9600,n,8,2", {39}));
+    records[0].DownloadBegins();
+    EXPECT_EQ(journal.FromNewest().back().Entry.DeviceVersion, "2.5") << "it may be incomplete from now on";
     records[0].Progress({5, 273, 4});
     records[0].End(FailureKind::DownloadRefused);
     records[0].End(AttemptResult::Cancelled);
