@@ -87,10 +87,12 @@ class OpenMessageBox final : public OpenBox {
                              const BoxClosed tell = closed;
                              tell(AnswerOf(*box, pressed));
                          });
-        if (contents.Other.isEmpty())
+        if (contents.Other.isEmpty()) {
             box_->open();
-        else
+        } else {
+            box_->setModal(false);
             box_->show();
+        }
     }
     ~OpenMessageBox() override {
         if (box_ == nullptr)

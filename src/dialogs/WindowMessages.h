@@ -16,8 +16,9 @@ class QWidget;
 
 namespace vek {
 
-/// Boxes open window-modal, one after the other, from the event loop, and never while a mouse button is held:
-/// a click that brought a box up (by leaving a field) does what it says before the box takes the mouse away.
+/// Boxes open window-modal (those with a second button block nothing), one after the other, from the event
+/// loop, and never while a mouse button is held: a click that brought a box up (by leaving a field) does what
+/// it says before the box takes the mouse away.
 class WindowMessages : public QObject {
     Q_OBJECT
 

@@ -100,3 +100,31 @@ TEST_F(Messages, OnScreenBlockTheirWindowOnly) {
         EXPECT_TRUE(QTest::qWaitFor([&] { return story == told; }));
     }
 }
+
+TEST_F(Messages, WithASecondButtonLeaveTheWindowUsable) {
+    WindowMessages onScreen(window, ScreenDialogs());
+    ShowActive(window);
+    bool other = false;
+    const auto ask = [](WindowMessages& shown, bool& answer) -> Task<> {
+        answer = co_await shown.ShownWith(u"Disconnect"_s, MessageIcon::Exclamation, u"Error!"_s, u"text"_s);
+    };
+    const std::pair<std::function<void(QMessageBox&)>, bool> ends[] = {
+        {[](QMessageBox& box) { box.findChild<QAbstractButton*>(u"OtherButton"_s)->click(); }, true},
+        {[](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); }, false},
+        {[](QMessageBox& box) { box.defaultButton()->click(); }, false},
+        {[](QMessageBox& box) { box.close(); }, false},
+        {[&](QMessageBox&) { onScreen.TakeNoteOfAll(); }, false},
+    };
+    for (const auto& [end, pressed] : ends) {
+        other = !pressed;
+        RunningTask conversation;
+        conversation.Start(ask(onScreen, other), [](const std::exception_ptr&) {});
+        ASSERT_TRUE(QTest::qWaitFor([&] { return window.findChild<QMessageBox*>() != nullptr; }));
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+        end(*window.findChild<QMessageBox*>());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !conversation.Running(); }));
+        EXPECT_EQ(other, pressed);
+        LetEventsRun();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
