@@ -214,13 +214,12 @@ void OnlineControl::SendAllAgain() {
 }
 
 bool OnlineControl::eventFilter(QObject* watched, QEvent* event) {
-    const auto* widget = qobject_cast<QWidget*>(watched);
-    if (event->type() != QEvent::KeyPress || widget == nullptr)
-        return QObject::eventFilter(watched, event);
+    if (event->type() != QEvent::KeyPress || !watched->isWidgetType())
+        return false;
     const auto* key = static_cast<QKeyEvent*>(event);
-    const bool elsewhere = widget->window() != parts_.SSTab1.window();
+    const bool elsewhere = static_cast<QWidget*>(watched)->window() != parts_.SSTab1.window();
     if (!elsewhere || QKeySequence(key->keyCombination()) != muteKey)
-        return QObject::eventFilter(watched, event);
+        return false;
     if (!key->isAutoRepeat())
         MuteAll();
     return true;

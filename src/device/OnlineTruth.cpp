@@ -26,7 +26,14 @@ QString LevelWords(float level) {
     return (level > 0 ? u"+"_s : QString()) + QString::number(level) + u" dB"_s;
 }
 
-/// The same within a sentence.
+// The same within a sentence.
+
+/// "output 3 Main Output"
+QString CalledInSentence(QString called) {
+    called[0] = called[0].toLower();
+    return called;
+}
+
 QString LevelInSentence(float level) { return LevelWords(level).replace(u'-', u'\u2212'); }
 
 } // namespace
@@ -189,11 +196,10 @@ QString OnlineTruth::Heard() const {
         return page + tr("%1 of %2 outputs are muted").arg(muted).arg(all);
     if (view == LevelSource::Level && audible.size() == 1 && muted == all - 1)
         return page + tr("only %1 is heard, at %2")
-                          .arg(Called(NameKind::Output, audible.front()).replace(tr("Output"), tr("output")),
+                          .arg(CalledInSentence(Called(NameKind::Output, audible.front())),
                                LevelInSentence(levelOf(audible.front())));
     const auto routed = session_.RoutedInput();
-    const QString input =
-        routed ? Called(NameKind::Input, *routed).replace(tr("Input"), tr("input")) : tr("their inputs");
+    const QString input = routed ? CalledInSentence(Called(NameKind::Input, *routed)) : tr("their inputs");
     const auto count = static_cast<int>(audible.size());
     QString words = count == all ? tr("all outputs play %1").arg(input)
                                  : tr("%1 of %2 outputs play %3").arg(count).arg(all).arg(input);

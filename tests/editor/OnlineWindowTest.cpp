@@ -316,7 +316,7 @@ TEST_F(OnlineWindow, ClosingDuringAPassRestartsTheUnitFirst) {
 
 TEST_F(OnlineWindow, TheStripTellsWhatIsHeardAndConfirmed) {
     Find<QPlainTextEdit>(u"Text1"_s)
-        ->setPlainText(u"Output 3: Foyer\nInput 4: Media player\nMode 2: Evening"_s);
+        ->setPlainText(u"Output 3: Foyer\nInput 4: Media Input\nMode 2: Evening"_s);
     Settle();
     GoOnline();
     EXPECT_EQ(State(),
@@ -324,12 +324,11 @@ TEST_F(OnlineWindow, TheStripTellsWhatIsHeardAndConfirmed) {
     EXPECT_EQ(Confirmed(), u"–,–,–,–,–,–,–,–"_s);
     ShowTab(OutputTrimsTab);
     Click(u"RouteOption_3"_s);
-    EXPECT_EQ(State(),
-              u"ONLINE COM1 (ttyUSB0) · Output Trims: all outputs play input 4 Media player · 8 of 8 "
-              "confirmed"_s);
+    EXPECT_EQ(State(), u"ONLINE COM1 (ttyUSB0) · Output Trims: all outputs play input 4 Media Input · 8 of 8 "
+                       "confirmed"_s);
     Click(u"OutPutSelectCheck_2"_s);
     PressKnob(u"OutputLevelTrim_0"_s, Qt::Key_Down);
-    EXPECT_TRUE(State().contains(u"7 of 8 outputs play input 4 Media player, 1 muted"_s))
+    EXPECT_TRUE(State().contains(u"7 of 8 outputs play input 4 Media Input, 1 muted"_s))
         << State().toStdString();
     EXPECT_EQ(Confirmed(), u"-1 dB,0 dB,muted,0 dB,0 dB,0 dB,0 dB,0 dB"_s);
     EXPECT_TRUE(Find(u"OutputLevelTrim_2"_s)->toolTip().contains(u"Output 3 Foyer is muted"_s));
