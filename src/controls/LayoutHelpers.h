@@ -1,6 +1,7 @@
 // Small helpers of the pages' layouts and labels.
 #pragma once
 
+#include <QFontDatabase>
 #include <QLabel>
 #include <QTextDocument>
 
@@ -15,6 +16,13 @@ inline QLabel* MakeHint(const QString& text, QWidget* parent) {
     hint->setFont(font);
     hint->setWordWrap(true);
     return hint;
+}
+
+/// For codes and columns: the desktop's fixed-width font, no smaller than the widget's own.
+inline QFont FixedFont(const QWidget& widget) {
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPointSizeF(qMax(font.pointSizeF(), widget.font().pointSizeF()));
+    return font;
 }
 
 /// The widget's room in its layout stays empty while it is hidden, so that the others do not move.

@@ -5,12 +5,12 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QIcon>
 #include <QLabel>
-#include <QListWidget>
-#include <QPixmap>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
+#include <QTextCursor>
+#include <QTextEdit>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -26,21 +26,7 @@ namespace {
 constexpr int usualCharacters = 110; // of a line
 constexpr int usualLines = 32;
 
-/// A fact belongs to the port above it: an empty picture indents it, and what it goes on with below.
-QIcon Indent(const QSize& size) {
-    QPixmap empty(size);
-    empty.fill(Qt::transparent);
-    return QIcon(empty);
-}
-
-QListWidgetItem* EntryOf(const ReportLine& line, const QSize& indent) {
-    const bool fact = line.Is == ReportLine::Kind::Fact;
-    auto* entry = new QListWidgetItem(fact ? Indent(indent) : QIcon(), FromConstant(line.Text));
-    QFont font = entry->font();
-    font.setBold(!fact);
-    entry->setFont(font);
-    return entry;
-}
+constexpr int indentCharacters = 2; // of a fact below its port
 
 } // namespace
 
@@ -50,13 +36,12 @@ DoctorWindow::DoctorWindow(const EditorServices& services, PortTurns& turns, con
       messages_(*this, services.Boxes) {
     setObjectName(u"DoctorWindow"_s);
     setWindowTitle(tr("What is wrong?"));
-    entries_ = new QListWidget(this);
+    entries_ = new QTextEdit(this);
     entries_->setObjectName(u"Entries"_s);
     entries_->setAccessibleName(tr("What was found"));
-    entries_->setWordWrap(true);
-    entries_->setResizeMode(QListView::Adjust);
-    entries_->setIconSize({fontMetrics().averageCharWidth(), 1});
-    entries_->setSpacing(1);
+    entries_->setUndoRedoEnabled(false);
+    entries_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    entries_->setTabChangesFocus(true);
     state_ = new QLabel(this);
     state_->setObjectName(u"DoctorState"_s);
     state_->setWordWrap(true);
@@ -134,13 +119,33 @@ Task<> DoctorWindow::ExamineInTurn() {
 void DoctorWindow::ShowLines(std::vector<ReportLine> lines) {
     // What stays keeps its place and its selection.
     const auto [shown, wanted] = std::ranges::mismatch(lines_, lines);
-    const auto kept = static_cast<int>(shown - lines_.begin());
-    while (entries_->count() > kept)
-        delete entries_->takeItem(entries_->count() - 1);
+    QTextCursor end(entries_->document());
+    end.movePosition(QTextCursor::End);
+    for (auto line = shown; line != lines_.end(); ++line) {
+        end.movePosition(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor);
+        end.movePosition(QTextCursor::PreviousCharacter,
+                         QTextCursor::KeepAnchor); // and the end of that above
+        end.removeSelectedText();
+    }
     for (auto line = wanted; line != lines.end(); ++line)
-        entries_->addItem(EntryOf(*line, entries_->iconSize()));
+        Append(end, *line);
     lines_ = std::move(lines);
-    entries_->scrollToBottom();
+    auto* bar = entries_->verticalScrollBar();
+    bar->setValue(bar->maximum());
+}
+
+void DoctorWindow::Append(QTextCursor& end, const ReportLine& line) const {
+    const bool fact = line.Is == ReportLine::Kind::Fact;
+    QTextBlockFormat block;
+    block.setTopMargin(fact || entries_->document()->isEmpty() ? 0 : fontMetrics().height() / 2);
+    block.setLeftMargin(fact ? indentCharacters * fontMetrics().averageCharWidth() : 0);
+    QTextCharFormat text;
+    text.setFontWeight(fact ? QFont::Normal : QFont::Bold);
+    if (entries_->document()->isEmpty())
+        end.setBlockFormat(block);
+    else
+        end.insertBlock(block);
+    end.insertText(FromConstant(line.Text), text);
 }
 
 void DoctorWindow::CopyText() const {

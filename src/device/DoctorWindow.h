@@ -12,8 +12,9 @@
 #include <vector>
 
 class QLabel;
-class QListWidget;
 class QPushButton;
+class QTextCursor;
+class QTextEdit;
 
 namespace vek {
 
@@ -39,6 +40,7 @@ class DoctorWindow : public QDialog {
     void Examine();
     Task<> ExamineInTurn();
     void ShowLines(std::vector<ReportLine> lines);
+    void Append(QTextCursor& end, const ReportLine& line) const;
     void CopyText() const;
 
     const EditorServices& services_;
@@ -50,7 +52,7 @@ class DoctorWindow : public QDialog {
     std::unique_ptr<OneShotTimer> timer_;
     std::unique_ptr<LinkDoctor> doctor_;
     std::vector<ReportLine> lines_; ///< shown
-    QListWidget* entries_;
+    QTextEdit* entries_;
     QLabel* state_;
     QPushButton* again_;
     RunningTask conversation_;

@@ -6,7 +6,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDialogButtonBox>
-#include <QFontDatabase>
 #include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
@@ -53,7 +52,7 @@ HistoryWindow::HistoryWindow(const ProgrammingJournal& journal, QWidget* parent)
     entries_->setObjectName(u"Entries"_s);
     entries_->setAccessibleName(windowTitle());
     entries_->setUniformItemSizes(true);
-    entries_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    entries_->setFont(FixedFont(*this));
     connect(entries_, &QListWidget::itemActivated, this, [this] { forOffline_.front()->click(); });
     connect(entries_, &QListWidget::currentRowChanged, this, &HistoryWindow::EnableButtons);
     auto* column = new QVBoxLayout(this);
@@ -118,10 +117,13 @@ void HistoryWindow::Fill() {
         auto* item = new QListWidgetItem(QString::fromStdString(lines[i]), entries_);
         item->setToolTip(PlainToolTip(Details(attempts_[i])));
     }
-    if (lines.empty())
-        (new QListWidgetItem(tr("No device was programmed yet"), entries_))->setFlags(Qt::NoItemFlags);
     const auto same = std::ranges::find(attempts_, stem, &KeptAttempt::Stem);
     entries_->setCurrentRow(same == attempts_.end() ? 0 : static_cast<int>(same - attempts_.begin()));
+    if (lines.empty()) {
+        auto* none = new QListWidgetItem(tr("No device was programmed yet"), entries_);
+        none->setFlags(Qt::NoItemFlags);
+        none->setFont(font());
+    }
     EnableButtons();
 }
 

@@ -1,9 +1,9 @@
 #include "pages/OnlinePage.h"
 
+#include "controls/LayoutHelpers.h"
 #include "pages/PortRows.h"
 
 #include <QCheckBox>
-#include <QFontDatabase>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -44,9 +44,12 @@ OnlinePage::OnlinePage(const PortSources& ports, QWidget* parent) : QWidget(pare
     Text2_->setReadOnly(true);
     Text2_->setUndoRedoEnabled(false);
     Text2_->setMaximumBlockCount(mostDiagnosticLines);
-    Text2_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     Text2_->setVisible(false);
-    connect(showDiagnostics_, &QCheckBox::toggled, Text2_, &QWidget::setVisible);
+    connect(showDiagnostics_, &QCheckBox::toggled, this, [this](bool shown) {
+        // The second font of the program is loaded for those who look.
+        Text2_->setFont(FixedFont(*this));
+        Text2_->setVisible(shown);
+    });
 
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(OnlineSearch);

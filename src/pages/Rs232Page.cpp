@@ -8,7 +8,6 @@
 #include "reports/Rs232Codes.h"
 
 #include <QFocusEvent>
-#include <QFontDatabase>
 #include <QGridLayout>
 #include <QLabel>
 
@@ -90,7 +89,7 @@ void Rs232Page::ShowNames(const Names& names) {
 void Rs232Page::showEvent(QShowEvent* event) {
     // A text that can be selected is a whole document; these wait until they are looked at.
     if (!std::exchange(selectable_, true)) {
-        const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+        const QFont fixed = FixedFont(*this);
         auto* focus = new FocusGrid(Rs232Functions().size(), this);
         for (QLabel* code : codes_) {
             code->setFont(fixed);

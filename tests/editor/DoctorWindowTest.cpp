@@ -7,8 +7,8 @@
 
 #include <QClipboard>
 #include <QDialog>
-#include <QListWidget>
 #include <QTabWidget>
+#include <QTextEdit>
 
 #include <gmock/gmock.h>
 
@@ -41,11 +41,7 @@ class Doctor : public EditorTest {
     }
     static QDialog* WindowOf(QWidget& parent) { return parent.findChild<QDialog*>(u"DoctorWindow"_s); }
     static std::string Lines(const QDialog& doctor) {
-        const auto* entries = doctor.findChild<QListWidget*>(u"Entries"_s);
-        QStringList lines;
-        for (int i = 0; i < entries->count(); ++i)
-            lines += entries->item(i)->text();
-        return lines.join(u'\n').toStdString();
+        return doctor.findChild<QTextEdit*>(u"Entries"_s)->toPlainText().toStdString();
     }
     static std::string Copied(const QDialog& doctor) {
         doctor.findChild<QAbstractButton*>(u"CopyText"_s)->click();
