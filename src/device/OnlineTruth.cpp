@@ -26,6 +26,11 @@ QString LevelWords(float level) {
     return (level > 0 ? u"+"_s : QString()) + QString::number(level) + u" dB"_s;
 }
 
+bool Refused(const OutputTruth& truth) {
+    const auto failed = truth.Failed ? truth.Failed : truth.RouteFailed;
+    return failed == FailureKind::VolumeRefused || failed == FailureKind::RouteRefused;
+}
+
 // The same within a sentence.
 
 /// "output 3 Main Output"
@@ -123,7 +128,7 @@ Certainty OnlineTruth::CertaintyOf(std::size_t output) const {
     const OutputTruth& truth = session_.TruthOf(output);
     if (truth.Pending)
         return Certainty::Pending;
-    if (truth.Failed || !truth.Routed)
+    if (truth.Failed || truth.RouteFailed)
         return Certainty::Failed;
     if (!truth.Confirmed)
         return Certainty::Unknown;
@@ -224,7 +229,7 @@ QString OnlineTruth::Answers() const {
         if (certainty == Certainty::Confirmed)
             ++confirmed;
         else if (certainty == Certainty::Failed)
-            (truth.Refused ? refused : silent) += QString::number(output + 1);
+            (Refused(truth) ? refused : silent) += QString::number(output + 1);
     }
     QString words = tr("%1 of %2 confirmed").arg(confirmed).arg(outputCount);
     const auto add = [&words](const QStringList& outputs, const QString& what) {

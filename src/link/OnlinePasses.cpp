@@ -12,6 +12,10 @@ namespace {
 
 constexpr float steepestRise = 6.0F; // dB in a pass, with safe levels
 
+std::optional<FailureKind> KindOf(const std::optional<Failure>& failure) {
+    return failure ? std::optional(failure->Kind) : std::nullopt;
+}
+
 } // namespace
 
 Task<std::optional<Failure>> OnlineSession::SendPacket(OnlinePacket packet, FailureKind noReply,
@@ -34,8 +38,7 @@ Task<std::optional<Failure>> OnlineSession::SendVolume(std::size_t output, float
     truth.Pending = true;
     const auto failure = co_await SendPacket(packet, FailureKind::VolumeNoReply, FailureKind::VolumeRefused);
     truth.Pending = false;
-    truth.Failed = failure.has_value();
-    truth.Refused = failure && failure->Kind == FailureKind::VolumeRefused;
+    truth.Failed = KindOf(failure);
     if (!failure)
         truth.Confirmed = level;
     // It may have been obeyed without an answer.
@@ -48,7 +51,7 @@ Task<std::optional<Failure>> OnlineSession::SendRoute(std::size_t output, std::s
     outcomes_.SendingRoute(number, static_cast<int>(input));
     const OnlinePacket packet = RoutePacket(number, static_cast<int>(input));
     const auto failure = co_await SendPacket(packet, FailureKind::RouteNoReply, FailureKind::RouteRefused);
-    truths_[output].Routed = !failure;
+    truths_[output].RouteFailed = KindOf(failure);
     co_return failure;
 }
 

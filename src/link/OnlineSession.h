@@ -70,9 +70,10 @@ struct OutputTruth {
     std::optional<float> Confirmed; ///< the level that the device acknowledged last, dB
     std::optional<float> Sent;      ///< the level that was sent last
     bool Pending = false;           ///< its answer is waited for
-    bool Failed = false;            ///< the device did not acknowledge what was sent last
-    bool Refused = false;           ///< but it did answer
-    bool Routed = true;             ///< the device acknowledged the last route
+
+    // How the last level and the last route came to nothing; empty when the device acknowledged them.
+    std::optional<FailureKind> Failed;
+    std::optional<FailureKind> RouteFailed;
 };
 
 /// One main window's online connection. Its procedures are tasks, of which one runs at a time. What is wanted

@@ -169,7 +169,7 @@ TEST_F(OnlineCommands, MutesOvertakeEverythingAndTellFailuresAfterwards) {
         c.UnderWay();
         EXPECT_EQ(packets, c.Before + Pass('V', 18) + c.After);
         EXPECT_EQ(view.Boxes, "Error!|Reply fail to Volume;");
-        EXPECT_TRUE(session.TruthOf(0).Failed == c.After.empty() && !session.TruthOf(1).Failed);
+        EXPECT_TRUE(session.TruthOf(0).Failed.has_value() == c.After.empty() && !session.TruthOf(1).Failed);
         Disconnect();
     }
     view.muted = {};
@@ -223,12 +223,13 @@ TEST_F(OnlineCommands, WhatIsKnownOfTheDevice) {
     replies = {{{15}}};
     Routes();
     EXPECT_EQ(session.RoutedInput(), 3U);
-    EXPECT_TRUE(!session.TruthOf(0).Routed && session.TruthOf(1).Routed);
+    EXPECT_EQ(session.TruthOf(0).RouteFailed, FailureKind::RouteRefused);
+    EXPECT_FALSE(session.TruthOf(1).RouteFailed);
     EXPECT_THAT(view.exchanged, testing::StartsWith("M0=3 15, M1=3 240, M2=3 240, "));
     Forget();
     Wish(&OnlineSession::WantAllAgain);
     EXPECT_EQ(packets, Pass('M', 3) + Pass('V', 210));
-    EXPECT_TRUE(session.TruthOf(0).Routed);
+    EXPECT_FALSE(session.TruthOf(0).RouteFailed);
     view.offset = -4;
     replies.assign(8, std::nullopt);
     port.At(1, [this] {
