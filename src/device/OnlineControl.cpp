@@ -89,7 +89,10 @@ OnlineControl::~OnlineControl() {
         SayStillPlaying();
 }
 
-void OnlineControl::SayStillPlaying() const { SayOnStandardError(StillPlaying(PortName())); }
+void OnlineControl::SayStillPlaying() const {
+    if (session_.Touched())
+        SayOnStandardError(StillPlaying(PortName()));
+}
 
 void OnlineControl::Connect() {
     connect(parts_.Page.OnlineSearch, &QPushButton::clicked, this, &OnlineControl::Search);
@@ -99,7 +102,10 @@ void OnlineControl::Connect() {
     parts_.Strip.SafeLevels->setChecked(parts_.Settings.SafeLevels());
     connect(parts_.Strip.SafeLevels, &QCheckBox::clicked, this, [this](bool safe) {
         parts_.Settings.SetSafeLevels(safe);
-        LevelsChanged();
+        // A device that plays as it was programmed goes on with that.
+        if (session_.Touched())
+            LevelsChanged();
+        truth_.Changed();
     });
     connect(parts_.Page.SaveTranscript, &QPushButton::clicked, this, &OnlineControl::SaveTranscript);
     connect(parts_.Page.OnlineCancel, &QPushButton::clicked, this, &OnlineControl::Disconnect);
@@ -339,7 +345,8 @@ Task<> OnlineControl::Failed(Failure failure) {
     const QString text = FromConstant(message.Text);
     asking_ = true;
     if (IsRestart(failure)) {
-        remains_ = StillPlaying(ShortPortName());
+        if (session_.Touched())
+            remains_ = StillPlaying(ShortPortName());
         co_await messages_.Shown(MessageIcon::Exclamation, title, text);
     } else {
         const bool disconnect =

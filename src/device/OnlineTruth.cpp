@@ -79,10 +79,10 @@ void OnlineTruth::Show() {
     ShowOutputs();
     ShowEffects();
     ShowNotSent();
-    bool alarming = session_.Unanswered();
+    bool alarming = session_.Unanswered() || session_.RestartFailed();
     for (std::size_t output = 0; output < outputCount; ++output)
         alarming = alarming || CertaintyOf(output) == Certainty::Failed;
-    parts_.Strip.ShowState(State(), alarming);
+    parts_.Strip.ShowState(State(portName_), State(ShortPortName()), alarming);
 }
 
 void OnlineTruth::ShowOutputs() {
@@ -137,14 +137,6 @@ Certainty OnlineTruth::CertaintyOf(std::size_t output) const {
     return toCome ? Certainty::Pending : Certainty::Confirmed;
 }
 
-bool OnlineTruth::AnythingSent() const {
-    for (std::size_t output = 0; output < outputCount; ++output) {
-        if (session_.TruthOf(output).Sent)
-            return true;
-    }
-    return false;
-}
-
 bool OnlineTruth::LevelsDiffer() const {
     for (std::size_t output = 0; output < outputCount; ++output) {
         const auto& sent = session_.TruthOf(output).Sent;
@@ -158,7 +150,7 @@ void OnlineTruth::ShowNotSent() {
     // What is on its way is not missing.
     if (busy_() || session_.Wanting())
         return;
-    if (AnythingSent())
+    if (session_.Touched())
         sentMode_ = passMode_;
     const bool mode = sentMode_ != parts_.View.CurrentMode();
     const bool input = session_.RoutedInput() && session_.RoutedInput() != inputs_.OnlineInput();
@@ -177,7 +169,7 @@ QString OnlineTruth::Called(NameKind kind, std::size_t index) const {
 }
 
 QString OnlineTruth::Heard() const {
-    if (!AnythingSent())
+    if (!session_.Touched())
         return tr("nothing was sent yet, the device plays as it was programmed");
     // What the device has confirmed, whatever the controls show by now.
     std::vector<std::size_t> audible;
@@ -203,8 +195,11 @@ QString OnlineTruth::Heard() const {
         return page + tr("only %1 is heard, at %2")
                           .arg(CalledInSentence(Called(NameKind::Output, audible.front())),
                                LevelInSentence(levelOf(audible.front())));
-    const auto routed = session_.RoutedInput();
-    const QString input = routed ? CalledInSentence(Called(NameKind::Input, *routed)) : tr("their inputs");
+    const auto routed = session_.TruthOf(audible.front()).Input;
+    const bool together = routed && std::ranges::all_of(audible, [&](std::size_t output) {
+                              return session_.TruthOf(output).Input == routed;
+                          });
+    const QString input = together ? CalledInSentence(Called(NameKind::Input, *routed)) : tr("their inputs");
     const auto count = static_cast<int>(audible.size());
     QString words = count == all ? tr("all outputs play %1").arg(input)
                                  : tr("%1 of %2 outputs play %3").arg(count).arg(all).arg(input);
@@ -217,9 +212,11 @@ QString OnlineTruth::Heard() const {
     return page + words;
 }
 
-QString OnlineTruth::Answers() const {
+QString OnlineTruth::Answers(const QString& port) const {
+    if (session_.RestartFailed())
+        return tr("%1 did not acknowledge the restart").arg(port);
     if (session_.Unanswered())
-        return tr("%1 does not answer").arg(portName_);
+        return tr("%1 does not answer").arg(port);
     int confirmed = 0;
     QStringList silent;
     QStringList refused;
@@ -242,10 +239,12 @@ QString OnlineTruth::Answers() const {
     return words;
 }
 
-QString OnlineTruth::State() const {
-    QStringList parts = {tr("ONLINE %1").arg(portName_), Heard()};
-    if (AnythingSent())
-        parts += Answers();
+QString OnlineTruth::ShortPortName() const { return portName_.section(u' ', 0, 0); }
+
+QString OnlineTruth::State(const QString& port) const {
+    QStringList parts = {tr("ONLINE %1").arg(port), Heard()};
+    if (session_.Touched() || session_.RestartFailed())
+        parts += Answers(port);
     return parts.join(u" · "_s);
 }
 

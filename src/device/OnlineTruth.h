@@ -36,12 +36,12 @@ class OnlineTruth : public QObject {
     void ShowEffects();
     void ShowNotSent();
     Certainty CertaintyOf(std::size_t output) const;
-    bool AnythingSent() const;
     std::size_t MutedOutputs() const;
     bool LevelsDiffer() const;
-    QString State() const;
+    QString ShortPortName() const;
+    QString State(const QString& port) const;
     QString Heard() const;
-    QString Answers() const;
+    QString Answers(const QString& port) const;
     QString Called(NameKind kind, std::size_t index) const;
 
     OnlineParts parts_;

@@ -15,6 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::string_view saveKey = "SAVE";
+constexpr int linesWithTexts = 39; // of a window in which the pages can spare a line
 
 } // namespace
 
@@ -23,6 +24,7 @@ EditorToolBar::EditorToolBar(QWidget* parent) : QToolBar(parent) {
     setWindowTitle(tr("Commands"));
     setMovable(false);
     setContextMenuPolicy(Qt::PreventContextMenu);
+    parent->installEventFilter(this);
     setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     QPixmap empty(iconSize());
     empty.fill(Qt::transparent);
@@ -78,15 +80,20 @@ void EditorToolBar::resizeEvent(QResizeEvent* event) {
     FitTexts();
 }
 
+bool EditorToolBar::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize)
+        FitTexts();
+    return QToolBar::eventFilter(watched, event);
+}
+
 void EditorToolBar::FitTexts() {
     if (toolButtonStyle() == Qt::ToolButtonTextUnderIcon || widthWithTexts_ == 0) {
         setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
         widthWithTexts_ = sizeHint().width();
     }
-    if (width() < widthWithTexts_)
-        setToolButtonStyle(Qt::ToolButtonIconOnly);
-    else
-        setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    const bool room =
+        width() >= widthWithTexts_ && window()->height() >= fontMetrics().height() * linesWithTexts;
+    setToolButtonStyle(room ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
 }
 
 } // namespace vek

@@ -12,7 +12,8 @@ class EditorToolBar : public QToolBar {
     Q_OBJECT
 
   public:
-    explicit EditorToolBar(QWidget* parent = nullptr);
+    /// Of that window, by whose size it fits its texts.
+    explicit EditorToolBar(QWidget* parent);
 
     QAction* Action(std::string_view key) const;
 
@@ -29,6 +30,7 @@ class EditorToolBar : public QToolBar {
   protected:
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void FitTexts();

@@ -34,6 +34,7 @@ Task<std::optional<Failure>> OnlineSession::SendVolume(std::size_t output, float
     outcomes_.SendingVolume(number, level);
     const OnlinePacket packet = VolumePacket(number, VolumeRegister(level));
     OutputTruth& truth = truths_[output];
+    touched_ = true;
     truth.Sent = level;
     truth.Pending = true;
     const auto failure = co_await SendPacket(packet, FailureKind::VolumeNoReply, FailureKind::VolumeRefused);
@@ -50,8 +51,10 @@ Task<std::optional<Failure>> OnlineSession::SendRoute(std::size_t output, std::s
     const int number = static_cast<int>(output);
     outcomes_.SendingRoute(number, static_cast<int>(input));
     const OnlinePacket packet = RoutePacket(number, static_cast<int>(input));
+    touched_ = true;
     const auto failure = co_await SendPacket(packet, FailureKind::RouteNoReply, FailureKind::RouteRefused);
     truths_[output].RouteFailed = KindOf(failure);
+    truths_[output].Input = failure ? std::nullopt : std::optional(input);
     co_return failure;
 }
 

@@ -45,6 +45,7 @@ Task<> OnlineSession::ChoosePort(std::size_t row) {
     truths_ = {};
     lowest_.fill(mutedLevel);
     unanswered_ = 0;
+    touched_ = restartFailed_ = false;
     online_ = true;
     co_await outcomes_.WentOnline();
 }
@@ -146,6 +147,7 @@ Task<bool> OnlineSession::OnlineRestart_unit() {
             co_return true;
         replied = !reply.empty();
     }
+    restartFailed_ = true;
     if (!lossReported_) {
         const Failure failure = {replied ? FailureKind::RestartRefused : FailureKind::RestartNoReply};
         co_await outcomes_.Failed(failure);

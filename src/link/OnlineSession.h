@@ -71,6 +71,9 @@ struct OutputTruth {
     std::optional<float> Sent;      ///< the level that was sent last
     bool Pending = false;           ///< its answer is waited for
 
+    std::optional<std::size_t>
+        Input; ///< the route that the device acknowledged last; nothing after a failure
+
     // How the last level and the last route came to nothing; empty when the device acknowledged them.
     std::optional<FailureKind> Failed;
     std::optional<FailureKind> RouteFailed;
@@ -128,6 +131,10 @@ class OnlineSession {
     std::optional<std::size_t> RoutedInput() const { return LastRoutedInput_; }
     /// The device has left a whole pass unanswered.
     bool Unanswered() const { return unanswered_ >= static_cast<int>(outputCount); }
+    /// Levels or routes were sent: the device does not play any more as it was programmed.
+    bool Touched() const { return touched_; }
+    /// The session ends, but the device did not acknowledge the restart.
+    bool RestartFailed() const { return restartFailed_; }
 
   private:
     class GoingOffline;
@@ -164,6 +171,8 @@ class OnlineSession {
     std::array<float, outputCount> lowest_ = {};
     int unanswered_ = 0;        ///< packets one after the other
     bool lossReported_ = false; ///< the user knows that the port is gone
+    bool touched_ = false;
+    bool restartFailed_ = false;
 };
 
 } // namespace vek

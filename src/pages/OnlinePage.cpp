@@ -55,13 +55,14 @@ OnlinePage::OnlinePage(const PortSources& ports, QWidget* parent) : QWidget(pare
     buttons->addWidget(OnlineSearch);
     buttons->addWidget(OnlineCancel);
     buttons->addWidget(WhatIsWrong);
-    SearchHint = PortRows::MakeSearchHint(frame);
-    buttons->addWidget(SearchHint, 1);
+    buttons->addStretch(1);
     buttons->addWidget(showDiagnostics_);
     buttons->addWidget(SaveTranscript);
+    SearchHint = PortRows::MakeSearchHint(frame);
     auto* column = new QVBoxLayout(frame);
     column->addWidget(Ports);
     column->addLayout(buttons);
+    column->addWidget(SearchHint);
     column->addWidget(Text2_, 1);
     column->addStretch(0);
     auto* layout = new QVBoxLayout(this);

@@ -1,10 +1,10 @@
 #include "pages/OnlineStrip.h"
 
 #include "controls/Contrast.h"
-#include "controls/ElidedLabel.h"
 #include "controls/LayoutHelpers.h"
 #include "controls/LevelTrim.h"
 #include "controls/NameLabel.h"
+#include "controls/StatementLabel.h"
 #include "controls/TextConversion.h"
 #include "controls/WithoutEffect.h"
 #include "model/Levels.h"
@@ -32,6 +32,7 @@ constexpr QColor onAir(0xb3, 0x59, 0x00);
 constexpr QColor alarm(0xcf, 0x22, 0x2e);
 constexpr QColor onStrong(0xff, 0xff, 0xff);
 constexpr QColor sure(0x1a, 0x7f, 0x37);
+constexpr QColor muteButton(0x8c, 0x10, 0x1a); // styles draw buttons lighter than their colour
 
 constexpr QMargins frameMargins(8, 1, 8, 3); // low: the page above needs the room
 constexpr double buttonText = 1.15;          // of the usual size
@@ -45,24 +46,23 @@ void Colour(QWidget& widget, const QColor& background) {
     widget.setPalette(palette);
 }
 
-/// Scrolls its contents sideways where they have no room; they are never lower than they have to be.
-class SidewaysScroll : public QScrollArea {
+/// As low as its contents can be, and with half of that on the smallest screens. Scrolls what has no room.
+class StripScroll : public QScrollArea {
   public:
-    explicit SidewaysScroll(QWidget* parent) : QScrollArea(parent) {
+    explicit StripScroll(QWidget* parent) : QScrollArea(parent) {
         setWidgetResizable(true);
         setFrameShape(QFrame::NoFrame);
         setFocusPolicy(Qt::NoFocus);
-        setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
         viewport()->setAutoFillBackground(false);
     }
 
-    QSize sizeHint() const override { return {widget()->sizeHint().width(), minimumSizeHint().height()}; }
-    QSize minimumSizeHint() const override {
+    QSize sizeHint() const override {
         const QSize least = widget()->minimumSizeHint();
         const int bar = width() < least.width() ? horizontalScrollBar()->sizeHint().height() : 0;
-        return {least.width() / 2, least.height() + bar};
+        return {widget()->sizeHint().width(), least.height() + bar};
     }
+    QSize minimumSizeHint() const override { return widget()->minimumSizeHint() / 2; }
 
   protected:
     void resizeEvent(QResizeEvent* event) override {
@@ -103,7 +103,7 @@ void ShowRow(const std::array<NameLabel*, 8>& labels, const Names& names, NameKi
 
 OnlineStrip::OnlineStrip(QWidget* parent)
     : QWidget(parent), muteCaption_(tr("Mute")), notSentCaption_(tr("not sent")),
-      OnlineState_(new ElidedLabel({}, this, Qt::ElideMiddle)) {
+      OnlineState_(new StatementLabel(this)) {
     OnlineState_->setObjectName(u"OnlineState"_s);
     OnlineState_->setAutoFillBackground(true);
     const int margin = fontMetrics().height() / 4;
@@ -114,7 +114,7 @@ OnlineStrip::OnlineStrip(QWidget* parent)
     frames->addWidget(MakeInputs());
     frames->addWidget(MakeMutes());
     frames->addStretch(1);
-    auto* scroll = new SidewaysScroll(this);
+    auto* scroll = new StripScroll(this);
     auto* contents = new QWidget;
     auto* columns = new QHBoxLayout(contents);
     columns->setContentsMargins(0, 0, 0, 0);
@@ -126,12 +126,14 @@ OnlineStrip::OnlineStrip(QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(3);
-    layout->addWidget(OnlineState_);
+    // What is true, and the way to silence, stand still when the rest is scrolled.
+    auto* firm = new QHBoxLayout;
+    firm->addWidget(OnlineState_, 1);
+    firm->addWidget(MakeMuteAll());
+    layout->addLayout(firm);
     layout->addWidget(scroll);
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
 }
-
-QSize OnlineStrip::sizeHint() const { return {QWidget::sizeHint().width(), minimumSizeHint().height()}; }
 
 int OnlineStrip::CaptionWidth() const {
     return std::max(fontMetrics().horizontalAdvance(muteCaption_),
@@ -185,7 +187,7 @@ QWidget* OnlineStrip::MakeMutes() {
     return frame;
 }
 
-QLayout* OnlineStrip::MakeActions() {
+QWidget* OnlineStrip::MakeMuteAll() {
     MuteAll = new QPushButton(tr("Mute all\nCtrl+M"), this);
     MuteAll->setObjectName(u"MuteAll"_s);
     MuteAll->setToolTip(tr("Ticks all mute boxes and sends that before anything else"));
@@ -193,8 +195,12 @@ QLayout* OnlineStrip::MakeActions() {
     large.setBold(true);
     large.setPointSizeF(large.pointSizeF() * buttonText);
     MuteAll->setFont(large);
-    MuteAll->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::MinimumExpanding);
-    Colour(*MuteAll, alarm);
+    MuteAll->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    Colour(*MuteAll, muteButton);
+    return MuteAll;
+}
+
+QLayout* OnlineStrip::MakeActions() {
     SafeLevels = new QCheckBox(tr("Safe levels"), this);
     SafeLevels->setObjectName(u"SafeLevels"_s);
     SafeLevels->setToolTip(
@@ -208,14 +214,17 @@ QLayout* OnlineStrip::MakeActions() {
     SendAllAgain->setMinimumWidth(SendAllAgain->sizeHint().width());
     SendAllAgain->setFont(SafeLevels->font());
     SendAllAgain->setToolTip(tr("Sends the routes and the levels of this page anew"));
-    notSent_ = new ElidedLabel({}, this, Qt::ElideRight);
+    notSent_ = new QLabel(this);
     notSent_->setObjectName(u"NotSent"_s);
-    notSent_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    notSent_->setTextFormat(Qt::PlainText);
+    notSent_->setWordWrap(true);
+    notSent_->setAlignment(Qt::AlignTop | Qt::AlignLeading);
+    notSent_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
     auto* column = new QVBoxLayout;
-    column->addWidget(MuteAll, 1);
+    column->setSpacing(2);
     column->addWidget(SafeLevels);
     column->addWidget(SendAllAgain);
-    column->addWidget(notSent_);
+    column->addWidget(notSent_, 1);
     return column;
 }
 
@@ -239,11 +248,8 @@ void OnlineStrip::ShowNames(const Names& names) {
     ShowRow(outputNames_, names, NameKind::Output);
 }
 
-void OnlineStrip::ShowState(const QString& text, bool alarming) {
-    if (OnlineState_->text() != text) {
-        OnlineState_->setText(text);
-        SetPlainToolTip(*OnlineState_, text);
-    }
+void OnlineStrip::ShowState(const QString& text, const QString& shorter, bool alarming) {
+    OnlineState_->Show(text, shorter);
     const QColor& colour = alarming ? alarm : onAir;
     if (OnlineState_->palette().color(QPalette::Window) != colour)
         Colour(*OnlineState_, colour);
@@ -307,7 +313,7 @@ void OnlineStrip::Reset() {
         ShowConfirmed(output, {}, Certainty::Unknown);
     }
     ShowNotSent({}, false);
-    ShowState({}, false);
+    ShowState({}, {}, false);
 }
 
 void OnlineStrip::changeEvent(QEvent* event) {

@@ -16,9 +16,9 @@ class QRadioButton;
 
 namespace vek {
 
-class ElidedLabel;
 class LevelTrim;
 class NameLabel;
+class StatementLabel;
 
 /// How sure the level of an output is.
 enum class Certainty {
@@ -39,8 +39,9 @@ class OnlineStrip : public QWidget {
     /// Names the inputs and outputs.
     void ShowNames(const Names& names);
 
-    /// What is true at the moment, in one line; `alarming` when the device does not confirm it.
-    void ShowState(const QString& text, bool alarming);
+    /// What is true at the moment, and the same in fewer words; `alarming` when the device does not confirm
+    /// it.
+    void ShowState(const QString& text, const QString& shorter, bool alarming);
     /// The level that an output was confirmed last, in words.
     void ShowConfirmed(std::size_t output, const QString& level, Certainty certainty);
     /// What is shown but was not sent, empty for nothing; the input is marked in its own frame, too.
@@ -60,9 +61,6 @@ class OnlineStrip : public QWidget {
     QPushButton* SendAllAgain;
     QCheckBox* SafeLevels;
 
-    /// As low as it can be: the page above needs the room.
-    QSize sizeHint() const override;
-
   Q_SIGNALS:
     void RouteClicked(std::size_t input);
     void MuteClicked();
@@ -75,15 +73,16 @@ class OnlineStrip : public QWidget {
     int CaptionWidth() const;
     QWidget* MakeInputs();
     QWidget* MakeMutes();
+    QWidget* MakeMuteAll();
     QLayout* MakeActions();
     QLayout* MakeOffset();
     void PaintConfirmed(std::size_t output);
 
     QString muteCaption_;
     QString notSentCaption_;
-    ElidedLabel* OnlineState_;
+    StatementLabel* OnlineState_;
     QLabel* inputNotSent_;
-    ElidedLabel* notSent_;
+    QLabel* notSent_;
     std::array<NameLabel*, inputCount> inputNames_;
     std::array<NameLabel*, outputCount> outputNames_;
     std::array<QLabel*, outputCount> Confirmed_;

@@ -6,7 +6,7 @@ namespace vek {
 
 namespace {
 
-constexpr int leastLines = 6;
+constexpr int leastLines = 4;
 
 } // namespace
 

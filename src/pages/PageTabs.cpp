@@ -6,6 +6,10 @@
 
 namespace vek {
 
+QSize PageTabs::sizeHint() const {
+    return {QTabWidget::sizeHint().width(), QTabWidget::minimumSizeHint().height()};
+}
+
 void PageTabs::paintEvent(QPaintEvent* event) {
     QTabWidget::paintEvent(event);
     // The pages themselves are painted before timers are served.

@@ -11,6 +11,9 @@ class PageTabs : public QTabWidget {
   public:
     using QTabWidget::QTabWidget;
 
+    /// As low as it can be: pages scroll, so that what is below them gets its room first.
+    QSize sizeHint() const override;
+
   Q_SIGNALS:
     /// Once, when the first page can be seen.
     void Painted();
