@@ -1,11 +1,22 @@
 #include "editing/PlaceFinder.h"
 
+#include "controls/LevelTrim.h"
+#include "controls/RemoteNumberPanel.h"
+#include "controls/dBText.h"
 #include "editing/ModelView.h"
 #include "pages/EditorPages.h"
+#include "pages/LevelsPage.h"
+#include "pages/RemotePanelsPage.h"
 #include "pages/Selectors.h"
+#include "pages/TrimPage.h"
 
+#include <QCheckBox>
 #include <QRadioButton>
 #include <QTabWidget>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace vek {
 
@@ -32,6 +43,43 @@ int PageOf(FieldKind kind) {
     return RemotePanelsTab;
 }
 
+QWidget* PanelControl(const RemotePanelsPage& page, std::size_t output, std::string_view caption) {
+    if (caption == captions::volumePanels)
+        return page.RemotePanelVolumes[output];
+    if (caption == captions::selectorPanels)
+        return page.RemotePanelSelects[output];
+    if (caption == captions::usePreviousRoute)
+        return page.UsePreviousRouteCheck[output];
+    return page.RemotePaneInputs[output];
+}
+
+QWidget* LevelControl(const LevelsPage& page, std::string_view caption) {
+    const std::pair<std::string_view, QWidget*> controls[] = {
+        {captions::minimumLevel, page.PanelMinimumLevel},
+        {captions::startLevel, page.RemoteStartLevel},
+        {captions::levelSteps, page.RemoteStepLevel},
+        {captions::muteOnMinimum, page.RemoteMuteOnMin},
+        {captions::previousStartLevel, page.RemotePreviousNotSetStartLevel[page.FixedStart() ? 0 : 1]}};
+    const auto* found =
+        std::ranges::find(controls, caption, [](const auto& control) { return control.first; });
+    return found == std::end(controls) ? page.PanelMaximumLevel : found->second;
+}
+
+/// The first in the order of Tab that can be used, the part itself included; false when there is none.
+bool FocusIn(QWidget& part) {
+    QWidget* next = &part;
+    do {
+        const bool usable = next->isVisible() && next->isEnabled() && next->focusProxy() == nullptr &&
+                            (next->focusPolicy() & Qt::TabFocus) != 0;
+        if (usable && (next == &part || part.isAncestorOf(next))) {
+            next->setFocus(Qt::TabFocusReason);
+            return true;
+        }
+        next = next->nextInFocusChain();
+    } while (next != &part);
+    return false;
+}
+
 } // namespace
 
 bool PlaceFinder::Reachable(const FieldPlace& place) const { return tabs_.isTabEnabled(PageOf(place.Kind)); }
@@ -47,13 +95,24 @@ void PlaceFinder::GoTo(const FieldPlace& place) const {
 
 void PlaceFinder::Enter(const FieldPlace& place) const {
     GoTo(place);
-    QWidget* page = tabs_.currentWidget();
-    for (QWidget* next = page->nextInFocusChain(); next != page; next = next->nextInFocusChain()) {
-        if (!page->isAncestorOf(next) || !next->isVisible() || !next->isEnabled() ||
-            (next->focusPolicy() & Qt::TabFocus) == 0)
-            continue;
-        next->setFocus(Qt::TabFocusReason);
-        return;
+    QWidget* control = ControlOf(place);
+    if (control == nullptr || !FocusIn(*control))
+        FocusIn(*tabs_.currentWidget());
+}
+
+QWidget* PlaceFinder::ControlOf(const FieldPlace& place) const {
+    switch (place.Kind) {
+    case FieldKind::Panels:
+    case FieldKind::LinkGroups:
+        return place.Output ? PanelControl(*pages_.RemotePanels, *place.Output, place.Caption) : nullptr;
+    case FieldKind::Levels:
+        return LevelControl(*pages_.Levels, place.Caption);
+    case FieldKind::InputTrims:
+        return place.Trim ? pages_.InputTrims->Trims[*place.Trim] : nullptr;
+    case FieldKind::OutputTrims:
+        return place.Trim ? pages_.OutputTrims->Trims[*place.Trim] : nullptr;
+    default:
+        return nullptr;
     }
 }
 

@@ -4,6 +4,7 @@
 #include "inspect/FieldKind.h"
 
 class QTabWidget;
+class QWidget;
 
 namespace vek {
 
@@ -20,10 +21,12 @@ class PlaceFinder {
     bool Reachable(const FieldPlace& place) const;
     /// Shows mode, output and page of the field.
     void GoTo(const FieldPlace& place) const;
-    /// The same, and gives the page the keyboard.
+    /// The same, and gives the field the keyboard, or its page where the page has no control for it.
     void Enter(const FieldPlace& place) const;
 
   private:
+    QWidget* ControlOf(const FieldPlace& place) const;
+
     ModelView& view_;
     const EditorPages& pages_;
     QTabWidget& tabs_;

@@ -96,7 +96,7 @@ void CheckMode(const MatrixConfig& config, std::size_t number, Findings& finding
 
 void CheckTrims(NameKind numbered, FieldKind kind, std::span<const float> trims, Findings& findings) {
     for (std::size_t i = 0; i < trims.size(); ++i) {
-        CheckLevel({findings.Numbers.Text(numbered, i), {kind, {}, {}}}, "Trim", trims[i], trimRange,
+        CheckLevel({findings.Numbers.Text(numbered, i), {kind, {}, {}, i}}, "Trim", trims[i], trimRange,
                    findings);
     }
 }

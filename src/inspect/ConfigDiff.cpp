@@ -211,7 +211,10 @@ class FieldLister {
         if (number_)
             words += name.Caption.empty() ? numbers_.Text(number_->Kind, number_->Index)
                                           : ' ' + numbers_.Number(number_->Kind, number_->Index);
-        Fields.push_back({std::move(words), text(), {name.Kind.value_or(kind_), mode_, output_}, number});
+        FieldPlace place = {name.Kind.value_or(kind_), mode_, output_, {}, name.Caption};
+        if (place.Kind == FieldKind::InputTrims || place.Kind == FieldKind::OutputTrims)
+            place.Trim = number_->Index;
+        Fields.push_back({std::move(words), text(), place, number});
     }
 
     const NamedNumbers& numbers_;

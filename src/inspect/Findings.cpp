@@ -15,17 +15,22 @@ Subject OutputSubject(const NamedNumbers& numbers, std::size_t mode, std::size_t
     return {numbers.OutputOfMode(mode, output), {kind, mode, output}};
 }
 
+Subject FieldOf(Subject subject, std::string_view caption) {
+    subject.Place.Caption = caption;
+    return subject;
+}
+
 void CheckLevel(const Subject& subject, std::string_view caption, float level, const SettableLevels& range,
                 Findings& findings) {
     std::string text(caption);
     text += ' ' + ExactLevelText(level);
     const auto taken = static_cast<float>(RoundHalfEven(codesPerDb * level) / codesPerDb);
     if (level < range.Lowest || level > range.Highest)
-        findings.Add(Severity::Error, subject,
+        findings.Add(Severity::Error, FieldOf(subject, caption),
                      text + " is outside " + FormatLevelText(range.Lowest) + " to " +
                          FormatLevelText(range.Highest));
     else if (taken != level)
-        findings.Add(Severity::Note, subject,
+        findings.Add(Severity::Note, FieldOf(subject, caption),
                      text + " is no multiple of half a dB: the device takes " + FormatLevelText(taken));
 }
 

@@ -60,6 +60,9 @@ inline constexpr SettableLevels trimRange = {trimMinimum, trimMaximum};
 Subject ModeSubject(const NamedNumbers& numbers, std::size_t mode, FieldKind kind);
 Subject OutputSubject(const NamedNumbers& numbers, std::size_t mode, std::size_t output, FieldKind kind);
 
+/// One field of it.
+Subject FieldOf(Subject subject, std::string_view caption);
+
 /// A level outside the range, or one that the device, which knows half decibels, does not take as it is.
 void CheckLevel(const Subject& subject, std::string_view caption, float level, const SettableLevels& range,
                 Findings& findings);

@@ -84,20 +84,22 @@ template <typename Archive, typename Mode>
 void VisitOutput(Mode& mode, std::size_t output, Archive& archive) {
     auto& panels = mode.OutputPanels[output];
     auto& levels = mode.OutputLevels[output];
-    archive.List({"panelInputs", "Input sequence", FieldKind::Panels}, panels.PanelInputs, inputNumbers);
-    archive.Switch({"usePreviousRoute", "Use previous route", FieldKind::Panels}, panels.UsePreviousRoute);
-    archive.List({"panelVolumes", "Volume remote panels", FieldKind::Panels}, panels.PanelVolumes,
+    archive.List({"panelInputs", captions::inputSequence, FieldKind::Panels}, panels.PanelInputs,
+                 inputNumbers);
+    archive.Switch({"usePreviousRoute", captions::usePreviousRoute, FieldKind::Panels},
+                   panels.UsePreviousRoute);
+    archive.List({"panelVolumes", captions::volumePanels, FieldKind::Panels}, panels.PanelVolumes,
                  panelNumbers);
-    archive.List({"panelSelects", "Input selector remote panels", FieldKind::Panels}, panels.PanelSelects,
+    archive.List({"panelSelects", captions::selectorPanels, FieldKind::Panels}, panels.PanelSelects,
                  panelNumbers);
     archive.LinkGroup({"linkGroup", "Link group", FieldKind::LinkGroups}, mode.LinkGroup[output]);
-    archive.Level({"maximumLevel", "Maximum level", FieldKind::Levels}, levels.MaximumLevel);
-    archive.Level({"minimumLevel", "Minimum level", FieldKind::Levels}, levels.MinimumLevel);
-    archive.Switch({"muteOnMin", "Mute on minimum level", FieldKind::Levels}, levels.MuteOnMin);
-    archive.Level({"startLevel", "Start level", FieldKind::Levels}, levels.StartLevel);
-    archive.Switch({"previousNotSetStartLevel", "Use previous start level", FieldKind::Levels},
+    archive.Level({"maximumLevel", captions::maximumLevel, FieldKind::Levels}, levels.MaximumLevel);
+    archive.Level({"minimumLevel", captions::minimumLevel, FieldKind::Levels}, levels.MinimumLevel);
+    archive.Switch({"muteOnMin", captions::muteOnMinimum, FieldKind::Levels}, levels.MuteOnMin);
+    archive.Level({"startLevel", captions::startLevel, FieldKind::Levels}, levels.StartLevel);
+    archive.Switch({"previousNotSetStartLevel", captions::previousStartLevel, FieldKind::Levels},
                    levels.PreviousNotSetStartLevel);
-    archive.Level({"stepLevel", "Level steps", FieldKind::Levels}, levels.StepLevel);
+    archive.Level({"stepLevel", captions::levelSteps, FieldKind::Levels}, levels.StepLevel);
 }
 
 /// Config is const for archives that only read it.

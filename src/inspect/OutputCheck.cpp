@@ -24,17 +24,18 @@ struct ListKind {
 char InputEntry(char character) { return character; }
 char PanelEntry(char character) { return PanelIndexToChar(PanelCharToIndex(character)); }
 
-constexpr ListKind inputSequence = {"Input sequence", inputNumbers, IsInputChar, InputEntry};
-constexpr ListKind volumePanels = {"Volume remote panels", panelNumbers, IsPanelChar, PanelEntry};
-constexpr ListKind selectorPanels = {"Input selector remote panels", panelNumbers, IsPanelChar, PanelEntry};
+constexpr ListKind inputSequence = {captions::inputSequence, inputNumbers, IsInputChar, InputEntry};
+constexpr ListKind volumePanels = {captions::volumePanels, panelNumbers, IsPanelChar, PanelEntry};
+constexpr ListKind selectorPanels = {captions::selectorPanels, panelNumbers, IsPanelChar, PanelEntry};
 
 void CheckOrder(const Subject& subject, const OutputLevelRecord& levels, Findings& findings) {
     const std::string maximum = "the maximum level " + ExactLevelText(levels.MaximumLevel);
     const std::string minimum = "the minimum level " + ExactLevelText(levels.MinimumLevel);
     if (levels.MinimumLevel >= levels.MaximumLevel)
-        findings.Add(Severity::Error, subject, minimum + " is not below " + maximum);
+        findings.Add(Severity::Error, FieldOf(subject, captions::minimumLevel),
+                     minimum + " is not below " + maximum);
     else if (levels.StepLevel > levels.MaximumLevel - levels.MinimumLevel)
-        findings.Add(Severity::Warning, subject,
+        findings.Add(Severity::Warning, FieldOf(subject, captions::levelSteps),
                      "Level steps " + ExactLevelText(levels.StepLevel) + " are larger than the way from " +
                          minimum + " to " + maximum);
     const bool above = levels.StartLevel > levels.MaximumLevel;
@@ -43,15 +44,15 @@ void CheckOrder(const Subject& subject, const OutputLevelRecord& levels, Finding
     std::string text = "the start level " + ExactLevelText(levels.StartLevel);
     text += above ? " is above " + maximum : " is below " + minimum;
     const bool used = !IsSet(levels.PreviousNotSetStartLevel);
-    findings.Add(used ? Severity::Error : Severity::Warning, subject,
+    findings.Add(used ? Severity::Error : Severity::Warning, FieldOf(subject, captions::startLevel),
                  used ? text : text + " (not used: the output starts at its previous level)");
 }
 
 void CheckLevels(const Subject& subject, const OutputLevelRecord& levels, Findings& findings) {
-    CheckLevel(subject, "Maximum level", levels.MaximumLevel, levelRange, findings);
-    CheckLevel(subject, "Minimum level", levels.MinimumLevel, levelRange, findings);
-    CheckLevel(subject, "Start level", levels.StartLevel, levelRange, findings);
-    CheckLevel(subject, "Level steps", levels.StepLevel, stepRange, findings);
+    CheckLevel(subject, captions::maximumLevel, levels.MaximumLevel, levelRange, findings);
+    CheckLevel(subject, captions::minimumLevel, levels.MinimumLevel, levelRange, findings);
+    CheckLevel(subject, captions::startLevel, levels.StartLevel, levelRange, findings);
+    CheckLevel(subject, captions::levelSteps, levels.StepLevel, stepRange, findings);
     CheckOrder(subject, levels, findings);
 }
 
@@ -76,7 +77,7 @@ void AddTaken(const Subject& subject, const ListKind& kind, std::string_view tex
         message += (&character == characters.data() ? "" : ", ") + QuotedText({&character, 1});
     message += " for ";
     message += consequence;
-    findings.Add(Severity::Warning, subject, message);
+    findings.Add(Severity::Warning, FieldOf(subject, kind.Caption), message);
 }
 
 void CheckRepeated(const Subject& subject, const ListKind& kind, std::string_view text, Findings& findings) {
@@ -91,7 +92,7 @@ void CheckRepeated(const Subject& subject, const ListKind& kind, std::string_vie
     std::string message(kind.Caption);
     message += ' ' + ListText(text, kind.Numbers) + ": " + ListText(repeated, kind.Numbers);
     message += repeated.size() == 1 ? " is listed more than once" : " are listed more than once";
-    findings.Add(Severity::Warning, subject, message);
+    findings.Add(Severity::Warning, FieldOf(subject, kind.Caption), message);
 }
 
 void CheckInputList(const Subject& subject, std::string_view text, Findings& findings) {
@@ -107,7 +108,7 @@ void CheckPanelList(const Subject& subject, const ListKind& kind, std::string_vi
     AddTaken(subject, kind, text, Distinct(text, isNoPanel), "panel 1", findings);
     CheckRepeated(subject, kind, text, findings);
     if (text.size() > mostPanelsInEditor)
-        findings.Add(Severity::Note, subject,
+        findings.Add(Severity::Note, FieldOf(subject, kind.Caption),
                      std::string(kind.Caption) + ' ' + ListText(text, kind.Numbers) + ": more than the " +
                          std::to_string(mostPanelsInEditor) + " panels that can be typed in the editor");
 }
@@ -134,7 +135,7 @@ void CheckFollower(const Subject& subject, const PanelRecord& panels, const Pane
     const std::string linked = "linked to output " + findings.Numbers.Number(NameKind::Output, leader);
     constexpr const char* lost = "; the editor drops it as soon as it shows and stores the mode";
     if (!panels.PanelSelects.Trimmed().empty())
-        findings.Add(Severity::Warning, subject,
+        findings.Add(Severity::Warning, FieldOf(subject, captions::selectorPanels),
                      linked + ", but has input selector remote panels of its own (" +
                          ListText(panels.PanelSelects.Trimmed(), panelNumbers) + ")");
     if (!panels.PanelInputs.Trimmed().empty())
@@ -142,7 +143,7 @@ void CheckFollower(const Subject& subject, const PanelRecord& panels, const Pane
                      linked + ", but has an input sequence of its own (" +
                          ListText(panels.PanelInputs.Trimmed(), inputNumbers) + ")" + lost);
     if (IsSet(panels.UsePreviousRoute) != IsSet(leading.UsePreviousRoute))
-        findings.Add(Severity::Warning, subject,
+        findings.Add(Severity::Warning, FieldOf(subject, captions::usePreviousRoute),
                      linked + ", but has a start route of its own (" +
                          (IsSet(panels.UsePreviousRoute) ? "previous" : "first") + ")" + lost);
 }

@@ -71,7 +71,7 @@ TEST_F(Panels, ProblemsAreCountedAndListedAndGoneTo) {
     Key(Qt::Key_Return);
     EXPECT_EQ(Tabs().currentIndex(), LevelsTab);
     EXPECT_TRUE(Chosen("Modes_1") && Chosen("UsePanel_4"));
-    EXPECT_TRUE(Tabs().currentWidget()->isAncestorOf(QApplication::focusWidget()));
+    EXPECT_TRUE(Find(u"RemoteStartLevel"_s)->isAncestorOf(QApplication::focusWidget()));
     EXPECT_EQ(Part<QLineEdit>(u"RemoteStartLevel"_s, u"Text1"_s)->text(), u"+20dB"_s);
 
     OpenAnyway(QString::fromStdString(DataPath("01.VMC")));
@@ -93,8 +93,13 @@ TEST_F(Panels, ChangesAreListedAndTakenBackOneByOne) {
                               u"Output trim 2 0dB -> -1dB"_s};
     EXPECT_EQ(Lines("ChangesPanel"), both);
     Click(u"Modes_3"_s);
-    Entries("ChangesPanel").setFocus();
-    Key(Qt::Key_Return);
+    for (const auto& [row, field] :
+         {std::pair(1, u"OutputLevelTrim_1"_s), std::pair(0, u"PanelMaximumLevel"_s)}) {
+        Entries("ChangesPanel").setCurrentRow(row);
+        Entries("ChangesPanel").setFocus();
+        Key(Qt::Key_Return);
+        EXPECT_TRUE(Find(field)->isAncestorOf(QApplication::focusWidget()));
+    }
     EXPECT_TRUE(Chosen("Modes_0"));
     EXPECT_EQ(Tabs().currentIndex(), LevelsTab);
     Entries("ChangesPanel").setFocus();
