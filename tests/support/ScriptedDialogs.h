@@ -62,6 +62,8 @@ class ScriptedDialogs final : public Dialogs {
 
     /// Without a script: is told of every box that appears, which is then closed, a question with No.
     std::function<void(const QString& box)> Seen;
+    /// With it, file dialogs choose this file.
+    std::optional<QString> SeenFile;
 
     /// What the last question that a command waited for was about.
     QString LastAbout;
@@ -160,7 +162,7 @@ class ScriptedDialogs final : public Dialogs {
     Expected Take(const QString& box) {
         if (Seen) {
             Seen(box);
-            return {box, Answer::No, {}, {}};
+            return {box, Answer::No, SeenFile, {}};
         }
         if (script.empty() || script.front().Box != box) {
             ADD_FAILURE() << "appeared: " << box.toStdString() << "\nexpected: "
