@@ -4,13 +4,8 @@
 #include "model/ConfigFile.h"
 #include "reports/TextReport.h"
 
-#include <QCheckBox>
-#include <QDialog>
-#include <QTimer>
-
 using namespace vek;
 using namespace vek::test;
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -89,25 +84,22 @@ TEST_F(Commands, SaveAsThenSaveWriteTheRecord) {
 }
 
 TEST_F(Commands, UnsavedChangesAreAskedFor) {
-    const struct {
-        Answer answer;
-        std::optional<QString> file;
-        bool goesOn;
-    } cases[] = {{Answer::Cancel, {}, false},
-                 {Answer::No, {}, true},
-                 {Answer::Yes, std::nullopt, false},
-                 {Answer::Yes, PathOf("no/such/folder.VMC"), false},
-                 {Answer::Yes, PathOf("kept.VMC"), true}};
-    for (const auto& c : cases) {
+    const std::tuple<Answer, std::optional<QString>, bool> cases[] = {
+        {Answer::Cancel, {}, false},
+        {Answer::No, {}, true},
+        {Answer::Yes, std::nullopt, false},
+        {Answer::Yes, PathOf("no/such/folder.VMC"), false},
+        {Answer::Yes, PathOf("kept.VMC"), true}};
+    for (const auto& [answer, file, goesOn] : cases) {
         NewConfiguration();
         Config.VekNetBase = 99;
-        ExpectUnsaved(c.answer);
-        if (c.answer == Answer::Yes)
-            boxes.ExpectSaveFile(QString(), c.file);
-        if (c.answer == Answer::Yes && c.goesOn)
+        ExpectUnsaved(answer);
+        if (answer == Answer::Yes)
+            boxes.ExpectSaveFile(QString(), file);
+        if (answer == Answer::Yes && goesOn)
             ExpectSaved(u"kept.VMC"_s);
         Trigger(u"NEW"_s);
-        EXPECT_EQ(Config.VekNetBase, c.goesOn ? 512 : 99) << &c - cases;
+        EXPECT_EQ(Config.VekNetBase, goesOn ? 512 : 99) << static_cast<int>(answer);
     }
     EXPECT_EQ(LoadConfig(folder.Path("kept.VMC")).VekNetBase, 99);
     Config.VekNetBase = 98;
@@ -267,7 +259,8 @@ TEST_F(Commands, TheFileOfTheCommandLineIsOpenedUnnamed) {
         EXPECT_EQ(Config.VekNetBase, c.base) << c.commandLine;
         EXPECT_EQ(Told(), QLatin1StringView(c.told));
         EXPECT_EQ(CurrentFileName, "");
-        EXPECT_EQ(Status().startsWith(u"07.VMC, not named yet: Save As keeps it|"_s), c.commandLine.find(path) != std::string::npos);
+        EXPECT_EQ(Status().startsWith(u"07.VMC, not named yet: Save As keeps it|"_s),
+                  c.commandLine.find(path) != std::string::npos);
     }
     boxes.ExpectMessage(errorTitle, u"Sorry there was an error the file !"_s);
     Restart(folder.Path("broken.VMC"));

@@ -4,13 +4,8 @@
 #include "controls/dBText.h"
 #include "model/ClipboardText.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QTableView>
-
 using namespace vek;
 using namespace vek::test;
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -74,33 +69,28 @@ TEST_F(Editing, ARefusedLevelSpringsBackAndTheClickThatLeftItCounts) {
 }
 
 TEST_F(Editing, ALevelEnteredAsItIsDisplayedIsStored) {
-    const struct {
-        const char* control;
-        float OutputLevelRecord::*field;
-        float stored;
-        const char* typed;
-        float expected;
-    } cases[] = {{"PanelMaximumLevel", &OutputLevelRecord::MaximumLevel, 6.3F, "6", 6.0F},
-                 {"PanelMinimumLevel", &OutputLevelRecord::MinimumLevel, -36.2F, "-36", -36.0F},
-                 {"RemoteStartLevel", &OutputLevelRecord::StartLevel, -1.2F, "-1", -1.0F},
-                 {"RemoteStepLevel", &OutputLevelRecord::StepLevel, 0.3F, "0.5", 0.5F}};
+    const std::tuple<const char*, float OutputLevelRecord::*, float, const char*, float> cases[] = {
+        {"PanelMaximumLevel", &OutputLevelRecord::MaximumLevel, 6.3F, "6", 6.0F},
+        {"PanelMinimumLevel", &OutputLevelRecord::MinimumLevel, -36.2F, "-36", -36.0F},
+        {"RemoteStartLevel", &OutputLevelRecord::StartLevel, -1.2F, "-1", -1.0F},
+        {"RemoteStepLevel", &OutputLevelRecord::StepLevel, 0.3F, "0.5", 0.5F}};
     ShowTab(LevelsTab);
     Activate();
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.typed);
-        const QString control = QString::fromLatin1(c.control);
+    for (const auto& [name, field, stored, typed, expected] : cases) {
+        SCOPED_TRACE(typed);
+        const QString control = QString::fromLatin1(name);
         auto* box = Part<QLineEdit>(control, u"Text1"_s);
         Config.Modes[0].OutputLevels[0] = {};
-        Levels().*c.field = c.stored;
+        Levels().*field = stored;
         Click(u"Modes_1"_s); // which stores what is shown
         Config.Modes[0].OutputLevels[0] = {};
-        Levels().*c.field = c.stored;
+        Levels().*field = stored;
         Click(u"Modes_0"_s);
         box->setFocus();
         box->clearFocus();
-        EXPECT_EQ(Levels().*c.field, c.stored) << "looked at only";
-        Type(control, QString::fromLatin1(c.typed));
-        EXPECT_EQ(Levels().*c.field, c.expected);
+        EXPECT_EQ(Levels().*field, stored) << "looked at only";
+        Type(control, QString::fromLatin1(typed));
+        EXPECT_EQ(Levels().*field, expected);
     }
     Levels().MaximumLevel = 0.3F;
     Click(u"UsePanel_0"_s);
@@ -245,16 +235,6 @@ TEST_F(Editing, AddressLabelsAndTheirMenus) {
     EXPECT_EQ(TextOf(u"VekNetLabelRoute_7"_s), u"OFF"_s);
 }
 
-TEST_F(Editing, AddressesArePlainSums) {
-    Config.VekNetBase = 32767;
-    Click(u"UsePanel_1"_s);
-    Config.Addresses.ModeAddressEnable[15] = flagTrue;
-    EXPECT_EQ(TextOf(u"VekNetLabel2_15"_s), u"OFF"_s)
-        << "the working copies rule until the configuration is shown";
-    Click(u"VekNetLabel2_15"_s);
-    EXPECT_EQ(TextOf(u"VekNetLabel2_15"_s), u"32782"_s);
-}
-
 TEST_F(Editing, ModesAndOutputsAreCopiedAndPasted) {
     Type(u"RemotePanelVolumes_1"_s, u"b2"_s);
     EXPECT_EQ(Config.Modes[0].OutputPanels[1].PanelVolumes.Trimmed(), "2B");
@@ -300,6 +280,7 @@ TEST_F(Editing, FollowersShowTheirLeader) {
 TEST_F(Editing, PanelsOfOtherOutputsAreRefused) {
     Type(u"RemotePanelVolumes_0"_s, u"34"_s);
     Type(u"RemotePanelVolumes_1"_s, u"35"_s);
+    EXPECT_EQ(QToolTip::text(), u"Panel 3 is used by output 1"_s);
     Type(u"RemotePanelSelects_1"_s, u"3"_s);
     EXPECT_EQ(Config.Modes[0].OutputPanels[1].PanelVolumes.Trimmed(), "5");
     EXPECT_EQ(Config.Modes[0].OutputPanels[1].PanelSelects.Trimmed(), "3");

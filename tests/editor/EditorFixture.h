@@ -3,13 +3,16 @@
 
 #include "editor/CorvaneForm.h"
 #include "model/ProgramState.h"
-#include "model/RecordLayout.h"
 #include "pages/PageTab.h"
 #include "support/ForwardingControl.h"
 #include "support/MemoryStore.h"
+#include "support/RecordText.h"
 #include "support/ScriptedDialogs.h"
 #include "support/ScriptedPort.h"
 #include "support/TestData.h"
+
+#include <QtTest>
+#include <QtWidgets>
 
 #include <QAbstractButton>
 #include <QAction>
@@ -29,17 +32,7 @@ namespace vek::test {
 using namespace Qt::StringLiterals;
 
 /// The clock of a test outlives the windows that use it.
-class BorrowedTimer : public OneShotTimer {
-  public:
-    explicit BorrowedTimer(ScriptedPort& clock) : clock_(clock) {}
-    void Start(int milliseconds) override { clock_.Start(milliseconds); }
-    void Stop() override { clock_.Stop(); }
-    bool Enabled() const override { return clock_.Enabled(); }
-    void SetListener(std::function<void()> listener) override { clock_.SetListener(std::move(listener)); }
-
-  private:
-    ScriptedPort& clock_;
-};
+using BorrowedTimer = ForwardingTimer;
 
 class EditorTest : public testing::Test {
   protected:
@@ -124,7 +117,7 @@ class EditorTest : public testing::Test {
         Find<QAction>(action)->trigger();
         Settle();
     }
-    void ShowTab(PageTab tab) {
+    void ShowTab(int tab) {
         Find<QTabWidget>(u"SSTab1"_s)->setCurrentIndex(tab);
         Settle();
     }
@@ -169,10 +162,7 @@ class EditorTest : public testing::Test {
         QTest::keyClick(Part(control, u"Command1"_s), key);
         Settle();
     }
-    static std::string Bytes() {
-        const RecordBytes bytes = EncodeRecord(Config);
-        return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-    }
+    static std::string Bytes() { return RecordText(Config); }
 
     ScriptedDialogs boxes;
     MemoryStore store;

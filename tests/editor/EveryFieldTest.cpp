@@ -2,13 +2,8 @@
 // does.
 #include "editor/EditorFixture.h"
 
-#include <QDialog>
-#include <QPlainTextEdit>
-#include <QTimer>
-
 using namespace vek;
 using namespace vek::test;
-using namespace Qt::StringLiterals;
 
 namespace {
 

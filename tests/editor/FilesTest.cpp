@@ -7,13 +7,6 @@
 #include "model/ConfigFile.h"
 #include "userstate/UserSettings.h"
 
-#include <QDialog>
-#include <QDropEvent>
-#include <QMimeData>
-#include <QPlainTextEdit>
-#include <QScreen>
-#include <QSignalSpy>
-
 using namespace vek;
 using namespace vek::test;
 

@@ -2,6 +2,7 @@
 #include "editor/ProgrammingFixture.h"
 
 #include "model/ConfigFile.h"
+#include "support/ProgrammedHall.h"
 
 #include <QClipboard>
 #include <QListWidget>
@@ -19,17 +20,9 @@ class History : public Programming {
     History() {
         sent.VekNetBase = 900;
         sent.Modes[2].OutputLevels[3].StepLevel = 2.0F;
-        Keep(sent, {.Time = 1'795'343'045,
-                    .ZoneOffset = 3600,
-                    .File = "/home/a/hall.VMC",
-                    .Port = "COM1 (ttyUSB0)",
-                    .DeviceName = "Matrix Vek",
-                    .DeviceCode = 39,
-                    .DeviceVersion = "2.5",
-                    .Result = AttemptResult::Programmed,
-                    .Blocks = 273,
-                    .BlocksAcknowledged = 273,
-                    .Host = "desk"});
+        JournalEntry entry = programmedHall;
+        entry.User.clear();
+        Keep(sent, entry);
         Keep({}, {.Time = 1'795'343'105, .Port = "COM2", .Result = AttemptResult::NoAnswer, .Blocks = 273});
         Restart();
         Trigger(u"ProgrammingHistory"_s);
@@ -58,7 +51,9 @@ TEST_F(History, ListsTheAttemptsFromTheNewest) {
     ASSERT_EQ(entries->count(), 2);
     EXPECT_TRUE(entries->item(1)->text().startsWith(
         u"2026-11-22 11:24:05  programmed          hall.VMC   COM1 (ttyUSB0)  Matrix Vek 2.5  273 blocks "_s));
-    EXPECT_EQ(entries->item(1)->toolTip(), u"File: /home/a/hall.VMC\nComputer: desk"_s);
+    EXPECT_EQ(
+        entries->item(1)->toolTip(),
+        u"File: /home/a/hall.VMC\nSerial number of the adapter: FT1\nSHA-256 of the image: 00ff\nComputer: desk"_s);
     Press("CopyText");
     EXPECT_EQ(QApplication::clipboard()->text(),
               entries->item(0)->text() + u'\n' + entries->item(1)->text() + u'\n');

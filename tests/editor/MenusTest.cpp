@@ -6,13 +6,6 @@
 #include "model/ConfigFile.h"
 #include "pages/PageHeading.h"
 
-#include <QClipboard>
-#include <QDialog>
-#include <QMenuBar>
-#include <QScrollBar>
-#include <QTextBlock>
-#include <QTextBrowser>
-
 #include <set>
 
 using namespace vek;

@@ -2,10 +2,10 @@
 
 #include "inspect/ConfigCheck.h"
 #include "pages/OverviewCells.h"
+#include "support/PrintedText.h"
 #include "support/TestData.h"
 
 #include <QPrinter>
-#include <QProcess>
 
 #include <gtest/gtest.h>
 
@@ -27,10 +27,7 @@ TEST(OverviewPrinter, PrintsOneLandscapePage) {
     ASSERT_TRUE(PrintOverview(printer, content, {u"rack.VMC"_s, u"21 Nov 2026"_s}));
     EXPECT_EQ(printer.pageLayout().orientation(), QPageLayout::Landscape);
 
-    QProcess reader;
-    reader.start(u"pdftotext"_s, {u"-layout"_s, path, u"-"_s});
-    ASSERT_TRUE(reader.waitForFinished());
-    const QString read = QString::fromUtf8(reader.readAllStandardOutput());
+    const QString read = PrintedText(path);
     EXPECT_EQ(read.count(u'\f'), 1);
     for (const char* text : {"Overview of rack.VMC", "21 Nov 2026", "Cleaning", "Foyer", "start level"})
         EXPECT_TRUE(read.contains(QLatin1StringView(text))) << text << '\n' << read.toStdString();

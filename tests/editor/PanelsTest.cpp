@@ -1,14 +1,8 @@
 // The panels of problems and changes, and what the status bar tells of them.
 #include "editor/EditorFixture.h"
 
-#include <QComboBox>
-#include <QListWidget>
-#include <QPushButton>
-#include <QStandardItemModel>
-
 using namespace vek;
 using namespace vek::test;
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -52,7 +46,8 @@ TEST_F(Panels, ProblemsAreCountedAndListedAndGoneTo) {
     Key(Qt::Key_Return);
     EXPECT_EQ(ShownTab(), LevelsTab);
     EXPECT_TRUE(Chosen(u"Modes_1"_s) && Chosen(u"UsePanel_4"_s));
-    EXPECT_TRUE(Find(u"RemoteStartLevel"_s)->isAncestorOf(QApplication::focusWidget()));
+    EXPECT_TRUE(Find<QTabWidget>(u"SSTab1"_s)->currentWidget()->isAncestorOf(QApplication::focusWidget()));
+    EXPECT_EQ(TextIn(u"RemoteStartLevel"_s), u"+20dB"_s);
 
     OpenAnyway(QString::fromStdString(DataPath("01.VMC")));
     Trigger(u"NEW"_s);

@@ -6,10 +6,6 @@
 #include "device/PortTurns.h"
 #include "device/VekComms.h"
 
-#include <QLabel>
-#include <QRadioButton>
-#include <QTimer>
-
 namespace vek::test {
 
 /// Answers searches at 9600, acknowledges everything else and collects the blocks.

@@ -6,13 +6,8 @@
 #include "support/FailingDisk.h"
 #include "userstate/RecoveryCopies.h"
 
-#include <QCheckBox>
-#include <QListWidget>
-#include <QTimer>
-
 using namespace vek;
 using namespace vek::test;
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,9 +1,9 @@
 #include "editor/ReportPrinter.h"
 
+#include "support/PrintedText.h"
 #include "support/TestData.h"
 
 #include <QPrinter>
-#include <QProcess>
 
 #include <gtest/gtest.h>
 
@@ -12,10 +12,7 @@ using namespace vek::test;
 using namespace Qt::StringLiterals;
 
 TEST(ReportPrinter, WrapsLongLinesAtBlanks) {
-    const struct {
-        const char* text;
-        QStringList lines;
-    } cases[] = {
+    const std::pair<const char*, QStringList> cases[] = {
         {"", {QString()}},
         {"short", {u"short"_s}},
         {"one two three", {u"one two"_s, u"three"_s}},
@@ -27,8 +24,8 @@ TEST(ReportPrinter, WrapsLongLinesAtBlanks) {
         {"  one two three", {u"  one two"_s, u"  three"_s}},
         {"       abcdefgh", {u"       abc"_s, u"   defgh"_s}},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(WrapLines(QString::fromLatin1(c.text), 10), c.lines) << c.text;
+    for (const auto& [text, lines] : cases)
+        EXPECT_EQ(WrapLines(QString::fromLatin1(text), 10), lines) << text;
 }
 
 TEST(ReportPrinter, PagesBreakBeforeHeadingsAndRepeatThem) {
@@ -67,10 +64,7 @@ TEST(ReportPrinter, PagesReadBackFromAPdf) {
     printer.setOutputFileName(path);
     ASSERT_TRUE(PrintReport(printer, text, {u"rack.VMC"_s, u"21 Nov 2026"_s}));
 
-    QProcess reader;
-    reader.start(u"pdftotext"_s, {u"-layout"_s, path, u"-"_s});
-    ASSERT_TRUE(reader.waitForFinished());
-    const QString read = QString::fromUtf8(reader.readAllStandardOutput());
+    const QString read = PrintedText(path);
     for (int line = 1; line <= 200; ++line)
         EXPECT_TRUE(read.contains(u"Line %1\n"_s.arg(line))) << line;
     EXPECT_EQ(read.count(u"word"_s), 60) << "nothing is cut off";

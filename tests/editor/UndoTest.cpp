@@ -3,18 +3,10 @@
 
 #include "model/ClipboardText.h"
 
-#include <QClipboard>
-#include <QDialog>
-#include <QGuiApplication>
-#include <QPlainTextEdit>
-#include <QTableWidget>
-#include <QTimer>
-
 #include <random>
 
 using namespace vek;
 using namespace vek::test;
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -203,23 +195,17 @@ TEST_F(Undo, IsHeardOnlineAndStopsAtADisabledPage) {
 }
 
 TEST_F(Undo, AllStepsBackAndForthGiveTheStartAndTheEnd) {
-    constexpr const char* clicked[] = {"UsePreviousRouteCheck_2",
-                                       "RemoteMuteOnMin",
-                                       "VekNetLabel2_4",
-                                       "VolumeVekNetLabel_3",
-                                       "RemotePreviousNotSetStartLevel_1",
-                                       "RemotePreviousNotSetStartLevel_0"};
-    constexpr const char* triggered[] = {"mnuHiddenGlobalSelectsAllEnableOne",
-                                         "mnuHiddenOuputSelectAll",
-                                         "mnuHiddenOuputDeSelectOutputs",
-                                         "mnuHiddenModePaste",
-                                         "EditUndo",
-                                         "EditUndo",
-                                         "EditRedo",
-                                         "EXPORT"};
+    const QStringList clicked =
+        u"UsePreviousRouteCheck_2 RemoteMuteOnMin VekNetLabel2_4 VolumeVekNetLabel_3 "
+        "RemotePreviousNotSetStartLevel_1 RemotePreviousNotSetStartLevel_0"_s.split(u' ');
+    const QStringList triggered = u"mnuHiddenGlobalSelectsAllEnableOne mnuHiddenOuputSelectAll EXPORT "
+                                  "mnuHiddenOuputDeSelectOutputs mnuHiddenModePaste "
+                                  "EditUndo EditUndo EditRedo"_s.split(u' ');
     std::mt19937 random(7);
     const auto below = [&](std::size_t count) { return random() % count; };
-    const auto any = [&](const auto& names) { return QString::fromLatin1(names[below(std::size(names))]); };
+    const auto any = [&](const QStringList& names) {
+        return names[static_cast<qsizetype>(below(names.size()))];
+    };
     // Files with linked outputs, whose own lists go without a step of their own.
     for (const char* sample : {"03.VMC", "08.VMC"}) {
         const QString path = QString::fromStdString(DataPath(sample));

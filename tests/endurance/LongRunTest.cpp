@@ -2,13 +2,10 @@
 #include "editor/EditorFixture.h"
 #include "endurance/Settings.h"
 #include "model/ConfigFile.h"
-#include "pages/EditorPages.h"
 #include "platform/QtOneShotTimer.h"
 #include "platform/QtSerialControl.h"
 
-#include <QPlainTextEdit>
 #include <QProcess>
-#include <QTabWidget>
 
 #include <malloc.h>
 #include <random>
@@ -16,7 +13,6 @@
 
 using namespace vek;
 using namespace vek::test;
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -59,13 +55,6 @@ void ExpectNoGrowth(const char* what, const Resources& before, bool longRun) {
 class LongRun : public EditorTest {
   protected:
     std::size_t Below(std::size_t count) { return random() % count; }
-    void ShowTab(int tab) {
-        Find<QTabWidget>(u"SSTab1"_s)->setCurrentIndex(tab);
-        Settle();
-    }
-    void ExpectOnline() {
-        boxes.ExpectMessage(u"Online"_s, u"Matrix Vek is now online."_s, MessageIcon::None);
-    }
     void FillHistory() {
         ShowTab(OutputTrimsTab);
         for (int edit = 0; edit < historyAndMore; ++edit)
@@ -98,18 +87,14 @@ TEST_F(LongRun, OnlineWithMovingSliders) {
     const int minutes = Setting("VEK_LONG_ONLINE", 2);
     const bool isLong = minutes >= 60;
     long packets = 0;
-    port.Present = {1};
-    port.OnOutput = [&](const ByteVector& bytes) {
-        ++packets;
-        port.Forget();
-        port.Reply(7, bytes.size() == 6 ? ByteVector{39, 1, 0, 255 - 39 - 1} : ByteVector{240});
-    };
     if (isLong)
         FillHistory();
-    ShowTab(OnlineTab);
-    Click(u"OnlineSearch"_s);
-    ExpectOnline();
-    Click(u"OnlinePort_0"_s);
+    GoOnline();
+    port.OnOutput = [&](const ByteVector&) {
+        ++packets;
+        port.Forget();
+        port.Reply(7, {240});
+    };
     Click(u"ShowDiagnostics"_s);
     const auto slideFor = [&](long length) {
         // A slider each second, and half a second in which nothing happens.
@@ -135,8 +120,7 @@ TEST_F(LongRun, RoundsOfOpenEditSaveUndo) {
     const auto round = [&](int number) {
         const std::string path = folder.Path("hall.VMC");
         WriteText(path, ReadText(DataPath(SampleNumbers()[static_cast<std::size_t>(number % 8)] + ".VMC")));
-        const QString name = QString::fromStdString(path);
-        OpenAnyway(name);
+        OpenAnyway(QString::fromStdString(path));
         const MatrixConfig opened = Config;
         ShowTab(number % 8);
         Type(Element("RemotePanelVolumes", Below(8)), QString::number(1 + Below(8)));
@@ -144,7 +128,7 @@ TEST_F(LongRun, RoundsOfOpenEditSaveUndo) {
         Find<QPlainTextEdit>(u"Text1"_s)->insertPlainText(QString::number(number));
         Click(Element("Modes", Below(8)));
         Click(Element("VekNetLabel2", Below(8)));
-        boxes.ExpectMessage(u"File Saved."_s, u"Configuration saved to hall.VMC"_s, MessageIcon::None);
+        ExpectSaved(u"hall.VMC"_s);
         Trigger(u"SAVE"_s);
         EXPECT_EQ(LoadConfig(path), Config);
         EXPECT_NE(Config, opened);
@@ -176,9 +160,7 @@ TEST_F(LongRun, AtAUsersPaceOnARealLine) {
         return std::make_unique<QtSerialControl>([&](int number) { return number == 1 ? path : ""; });
     };
     services.MakeTimer = [] { return std::make_unique<QtOneShotTimer>(); };
-    window = std::make_unique<CorvaneForm>(services, std::string());
-    window->FinishStart();
-    window->show();
+    Restart();
     const auto await = [&](auto condition, const char* what) {
         EXPECT_TRUE(QTest::qWaitFor(condition, 10'000)) << what;
     };
@@ -187,7 +169,7 @@ TEST_F(LongRun, AtAUsersPaceOnARealLine) {
         Click(u"OnlineSearch"_s);
         auto* found = Find(u"OnlinePort_0"_s);
         await([&] { return found->isEnabled() && found->isVisible(); }, "a device");
-        ExpectOnline();
+        boxes.ExpectMessage(u"Online"_s, u"Matrix Vek is now online."_s, MessageIcon::None);
         Click(u"OnlinePort_0"_s);
         await([&] { return boxes.Done() && !Find<QTabWidget>(u"SSTab1"_s)->isTabEnabled(NotesTab); },
               "online");
@@ -195,23 +177,6 @@ TEST_F(LongRun, AtAUsersPaceOnARealLine) {
     const auto goOffline = [&] {
         Click(u"OnlineCancel"_s);
         await([&] { return Find<QTabWidget>(u"SSTab1"_s)->isTabEnabled(NotesTab); }, "offline");
-    };
-    const auto editOffline = [&](int edit) {
-        if (edit % 6 == 0)
-            ShowTab(edit / 6 % 8);
-        switch (Below(4)) {
-        case 0:
-            Type(Element("RemotePaneInputs", Below(8)), QString::number(1 + Below(8)));
-            break;
-        case 1:
-            Find<QPlainTextEdit>(u"Text1"_s)->setPlainText(QString::number(edit));
-            break;
-        case 2:
-            Trigger(Below(2) != 0 ? u"EditUndo"_s : u"EditRedo"_s);
-            break;
-        default:
-            Click(Element(Below(2) != 0 ? "Modes" : "UsePanel", Below(8)));
-        }
     };
     const auto useFor = [&](std::chrono::seconds length) {
         const auto end = std::chrono::steady_clock::now() + length;
@@ -222,10 +187,6 @@ TEST_F(LongRun, AtAUsersPaceOnARealLine) {
                 QTest::qWait(static_cast<int>(100 + Below(500)));
             }
             goOffline();
-            for (int edit = 0; edit < 60 && std::chrono::steady_clock::now() < end; ++edit) {
-                editOffline(edit);
-                QTest::qWait(static_cast<int>(100 + Below(400)));
-            }
         }
     };
     if (isLong)

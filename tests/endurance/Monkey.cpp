@@ -7,8 +7,8 @@
 #include "editor/EditorToolBar.h"
 #include "endurance/Trail.h"
 #include "model/ProgramState.h"
-#include "model/RecordLayout.h"
-#include "pages/EditorPages.h"
+#include "pages/PageTab.h"
+#include "support/RecordText.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -36,11 +36,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-std::string Bytes() {
-    const RecordBytes bytes = EncodeRecord(Config);
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
 std::string Named(const QWidget& widget) {
     return (widget.parentWidget() ? widget.parentWidget()->objectName().toStdString() + '/' : "") +
            widget.objectName().toStdString() + " (" + widget.metaObject()->className() + ')';
@@ -55,17 +50,10 @@ constexpr Qt::Key keys[] = {
     Qt::Key_Home,   Qt::Key_End,     Qt::Key_PageUp, Qt::Key_PageDown,  Qt::Key_Space, Qt::Key_Return,
     Qt::Key_Escape, Qt::Key_Delete,  Qt::Key_Insert, Qt::Key_Backspace, Qt::Key_Menu,  Qt::Key_F1,
     Qt::Key_F10,    Qt::Key_Enter,   Qt::Key_1,      Qt::Key_2,         Qt::Key_0,     Qt::Key_Minus};
-constexpr Qt::KeyboardModifiers modifierSets[] = {Qt::NoModifier,
-                                                  Qt::NoModifier,
-                                                  Qt::NoModifier,
-                                                  Qt::NoModifier,
-                                                  Qt::NoModifier,
-                                                  Qt::ShiftModifier,
-                                                  Qt::ControlModifier,
-                                                  Qt::AltModifier,
-                                                  Qt::ControlModifier | Qt::ShiftModifier,
-                                                  Qt::KeypadModifier,
-                                                  Qt::AltModifier | Qt::ShiftModifier};
+/// Pressed half of the time.
+constexpr Qt::KeyboardModifiers modifierSets[] = {Qt::ShiftModifier,  Qt::ControlModifier,
+                                                  Qt::AltModifier,    Qt::ControlModifier | Qt::ShiftModifier,
+                                                  Qt::KeypadModifier, Qt::AltModifier | Qt::ShiftModifier};
 constexpr std::string_view typed[] = {"1",    "0",      "7",     "-",   "+",  ".",   "12345678",
                                       "6.5",  "-96",    "99999", "abc", "\"", "dB ", ",",
                                       "\xe4", "Hall 1", "&",     "3",   "8",  "-3"};
@@ -73,13 +61,12 @@ constexpr std::string_view typed[] = {"1",    "0",      "7",     "-",   "+",  ".
 } // namespace
 
 const Monkey::Deed Monkey::deeds[] = {
-    {25, &Monkey::Click},        {2, &Monkey::ClickTwice},    {4, &Monkey::OpenContextMenu},
-    {5, &Monkey::Drag},          {10, &Monkey::DragKnob},     {3, &Monkey::TurnWheel},
-    {12, &Monkey::PressKey},     {4, &Monkey::TypeText},      {12, &Monkey::FillBox},
-    {3, &Monkey::PressShortcut}, {7, &Monkey::ChangeTab},     {4, &Monkey::ChooseMode},
-    {2, &Monkey::RunCommand},    {2, &Monkey::UndoOrRedo},    {3, &Monkey::MoveFocus},
-    {1, &Monkey::LeaveWindow},   {8, &Monkey::PassTime},      {1, &Monkey::LookAtPort},
-    {1, &Monkey::ChangeDevice},  {6, &Monkey::DoWhatLeadsOn}, {2, &Monkey::CloseWhatIsOpen},
+    {32, &Monkey::Click},        {2, &Monkey::ClickTwice},      {5, &Monkey::Drag},
+    {10, &Monkey::DragKnob},     {3, &Monkey::TurnWheel},       {12, &Monkey::PressKey},
+    {4, &Monkey::TypeText},      {12, &Monkey::FillBox},        {6, &Monkey::PressShortcut},
+    {7, &Monkey::ChangeTab},     {4, &Monkey::ChooseMode},      {2, &Monkey::RunCommand},
+    {1, &Monkey::LeaveWindow},   {8, &Monkey::PassTime},        {1, &Monkey::ChangeDevice},
+    {6, &Monkey::DoWhatLeadsOn}, {2, &Monkey::CloseWhatIsOpen},
 };
 
 Monkey::Monkey(unsigned seed, int events)
@@ -104,9 +91,10 @@ Monkey::Monkey(unsigned seed, int events)
     window_->show();
     window_->activateWindow();
     window_->Timer4_Tick();
-    start_ = Bytes();
+    start_ = RecordText(Config);
     // Undo ends where a configuration was created or opened.
-    connect(window_->findChild<EditHistory*>(), &EditHistory::Begun, this, [this] { start_ = Bytes(); });
+    connect(window_->findChild<EditHistory*>(), &EditHistory::Begun, this,
+            [this] { start_ = RecordText(Config); });
     qApp->installEventFilter(this);
 }
 
@@ -306,7 +294,9 @@ void Monkey::Click() {
     // Buttons know clicks only near their marks.
     const bool button = qobject_cast<QAbstractButton*>(widget) != nullptr;
     ClickAt(*widget, button ? QPoint(8, widget->height() / 2) : AnyPoint(*widget),
-            Below(20) == 0 ? Qt::MiddleButton : Qt::LeftButton);
+            Below(20) == 0  ? Qt::MiddleButton
+            : Below(7) == 0 ? Qt::RightButton
+                            : Qt::LeftButton);
 }
 
 void Monkey::ClickTwice() {
@@ -315,11 +305,6 @@ void Monkey::ClickTwice() {
         Note("double click " + Named(*widget));
         QTest::mouseDClick(window, Qt::LeftButton, {}, InWindow(*widget, AnyPoint(*widget)));
     }
-}
-
-void Monkey::OpenContextMenu() {
-    QWidget* widget = AnyWidget();
-    ClickAt(*widget, AnyPoint(*widget), Qt::RightButton);
 }
 
 void Monkey::Drag() {
@@ -351,7 +336,7 @@ void Monkey::TurnWheel() {
     Note("wheel on " + Named(*widget));
     const QPoint point = InWindow(*widget, AnyPoint(*widget));
     QWheelEvent event(point, window->mapToGlobal(point), {}, {0, Below(2) != 0 ? 120 : -120}, Qt::NoButton,
-                      modifierSets[Below(std::size(modifierSets))], Qt::NoScrollPhase, false);
+                      AnyModifiers(), Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(window, &event);
 }
 
@@ -362,7 +347,11 @@ void Monkey::Key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
         QTest::keyClick(window, key, modifiers);
 }
 
-void Monkey::PressKey() { Key(keys[Below(std::size(keys))], modifierSets[Below(std::size(modifierSets))]); }
+Qt::KeyboardModifiers Monkey::AnyModifiers() {
+    return Below(2) != 0 ? Qt::NoModifier : modifierSets[Below(std::size(modifierSets))];
+}
+
+void Monkey::PressKey() { Key(keys[Below(std::size(keys))], AnyModifiers()); }
 
 void Monkey::TypeText() {
     QWindow* window = Front()->windowHandle();
@@ -391,8 +380,8 @@ void Monkey::FillBox() {
 }
 
 void Monkey::PressShortcut() {
-    constexpr Qt::Key letters[] = {Qt::Key_Z, Qt::Key_Y, Qt::Key_A, Qt::Key_C,   Qt::Key_X,
-                                   Qt::Key_V, Qt::Key_S, Qt::Key_P, Qt::Key_Tab, Qt::Key_K};
+    constexpr Qt::Key letters[] = {Qt::Key_Z, Qt::Key_Z, Qt::Key_Z, Qt::Key_Y, Qt::Key_A,   Qt::Key_C,
+                                   Qt::Key_X, Qt::Key_V, Qt::Key_S, Qt::Key_P, Qt::Key_Tab, Qt::Key_K};
     Key(letters[Below(std::size(letters))],
         Below(4) != 0 ? Qt::ControlModifier : Qt::ControlModifier | Qt::ShiftModifier);
 }
@@ -420,18 +409,6 @@ void Monkey::RunCommand() {
         if (button->objectName().toStdString() == key)
             return ClickAt(*button, button->rect().center());
     }
-}
-
-void Monkey::UndoOrRedo() {
-    const Qt::Key key = Below(3) != 0 ? Qt::Key_Z : Qt::Key_Y;
-    for (std::size_t times = 1 + Below(2); times > 0; --times)
-        Key(key, Qt::ControlModifier);
-}
-
-void Monkey::MoveFocus() {
-    QWidget* widget = AnyWidget();
-    Note("focus to " + Named(*widget));
-    widget->setFocus(Below(2) != 0 ? Qt::TabFocusReason : Qt::OtherFocusReason);
 }
 
 void Monkey::LeaveWindow() {
@@ -467,11 +444,6 @@ void Monkey::PassTime() {
     const std::size_t steps = lengths[Below(std::size(lengths))];
     Note("time for " + std::to_string(steps) + " steps");
     StepOn(steps);
-}
-
-void Monkey::LookAtPort() {
-    Note("half a second");
-    window_->Timer1_Tick();
 }
 
 void Monkey::ChangeDevice() {

@@ -64,7 +64,6 @@ class Monkey : public QObject {
     // Deeds.
     void Click();
     void ClickTwice();
-    void OpenContextMenu();
     void Drag();
     void DragKnob();
     void TurnWheel();
@@ -75,11 +74,8 @@ class Monkey : public QObject {
     void ChangeTab();
     void ChooseMode();
     void RunCommand();
-    void UndoOrRedo();
-    void MoveFocus();
     void LeaveWindow();
     void PassTime();
-    void LookAtPort();
     void ChangeDevice();
     void DoWhatLeadsOn();
     void CloseWhatIsOpen();
@@ -99,6 +95,7 @@ class Monkey : public QObject {
     QWidget* AnyWidget();
     static QPoint InWindow(QWidget& widget, const QPoint& point);
     QPoint AnyPoint(QWidget& widget);
+    Qt::KeyboardModifiers AnyModifiers();
     void Press(QWidget& widget, const QPoint& point, Qt::MouseButton button);
     void MoveTo(QWidget& window, const QPoint& point);
     void Release();

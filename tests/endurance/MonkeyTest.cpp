@@ -5,13 +5,11 @@
 #include "inspect/ConfigDiff.h"
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"
-#include "model/RecordLayout.h"
-#include "pages/EditorPages.h"
+#include "support/RecordText.h"
 
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
-#include <QTabWidget>
 
 #include <gtest/gtest.h>
 
@@ -22,11 +20,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int eventsPerRun = 500;
-
-std::string Bytes() {
-    const RecordBytes bytes = EncodeRecord(Config);
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
 
 MatrixConfig Decoded(const std::string& bytes) {
     RecordBytes record;
@@ -47,8 +40,7 @@ std::string Changes(const std::string& from, const std::string& to) {
 std::string AsOpened(const std::string& bytes) {
     MatrixConfig config = Decoded(bytes);
     config.Notes = config.Notes.Trimmed();
-    const RecordBytes opened = EncodeRecord(config);
-    return {reinterpret_cast<const char*>(opened.data()), opened.size()};
+    return RecordText(config);
 }
 
 QStringList complaints; ///< of Qt about the program
@@ -98,7 +90,7 @@ bool IsKept(Monkey& monkey, const std::string& bytes) {
 void SaveUndoAndReopen(Monkey& monkey) {
     VisitModes(monkey);
     const std::string start = monkey.Start();
-    const std::string end = Bytes();
+    const std::string end = RecordText(Config);
     const QString file = monkey.Boxes().Path("end.VMC");
     monkey.Boxes().NextFile = file;
     monkey.Window().Dispatch("SAVEAS");
@@ -109,17 +101,17 @@ void SaveUndoAndReopen(Monkey& monkey) {
     EXPECT_FALSE(monkey.Action("EditUndo").isEnabled());
     monkey.Seen["steps"] += steps;
     VisitModes(monkey);
-    const std::string undone = Bytes();
+    const std::string undone = RecordText(Config);
     // There may be later steps, which the monkey has undone itself.
     EXPECT_EQ(Take(monkey, "EditRedo", steps), steps);
     VisitModes(monkey);
-    EXPECT_EQ(Changes(Bytes(), end), "") << "redone " << steps << " steps";
+    EXPECT_EQ(Changes(RecordText(Config), end), "") << "redone " << steps << " steps";
     EXPECT_FALSE(ConfigDiffers());
 
     monkey.Boxes().NextFile = file;
     monkey.Window().Dispatch("OPEN");
     monkey.ComeToRest();
-    EXPECT_EQ(Changes(Bytes(), AsOpened(end)), "") << "opened";
+    EXPECT_EQ(Changes(RecordText(Config), AsOpened(end)), "") << "opened";
 
     const QString startFile = monkey.Boxes().Path("start.VMC");
     WriteText(startFile.toStdString(), start);
@@ -127,7 +119,7 @@ void SaveUndoAndReopen(Monkey& monkey) {
     monkey.Window().Dispatch("OPEN");
     monkey.ComeToRest();
     VisitModes(monkey);
-    EXPECT_EQ(Changes(undone, Bytes()), "") << "undone " << steps << " steps";
+    EXPECT_EQ(Changes(undone, RecordText(Config)), "") << "undone " << steps << " steps";
 }
 
 } // namespace
@@ -154,7 +146,7 @@ TEST(Monkey, BreaksNothing) {
         monkey.ComeToRest();
         EndTrail();
         EXPECT_FALSE(monkey.Window().isVisible() || monkey.AnyPortOpen());
-        EXPECT_TRUE(!ConfigDiffers() || IsKept(monkey, Bytes())) << "what is not saved";
+        EXPECT_TRUE(!ConfigDiffers() || IsKept(monkey, RecordText(Config))) << "what is not saved";
         for (const std::string& fault : monkey.Faults)
             ADD_FAILURE() << fault;
         EXPECT_EQ(std::exchange(complaints, {}).join(u'\n').toStdString(), "");

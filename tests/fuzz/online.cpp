@@ -4,8 +4,8 @@
 #include "Conversation.h"
 
 #include "base/Errors.h"
-#include "link/OnlineSession.h"
 #include "link/OutcomeTexts.h"
+#include "support/ShownLevels.h"
 
 #include <limits>
 
@@ -17,32 +17,31 @@ namespace {
 constexpr std::size_t portsOfKind = 8; ///< inputs, outputs
 
 /// What is shown and what of it was heard.
-class OnlineWindow : public OnlineOutcomes, public OnlineInputs {
+class OnlineWindow : public OnlineOutcomes, public ShownLevels {
   public:
     explicit OnlineWindow(const SerialControl& used) : port(used) {}
 
     bool Overflowed = false; ///< a level shown cannot be sent
-    bool Safe = false;
 
     /// Some level gets another value, or another level is the one that is heard.
     void EditLevel(int kind, std::size_t which, std::uint8_t value) {
         ++edits;
         Overflowed = false;
-        const float level = value == 0 ? std::numeric_limits<float>::infinity()
-                                       : static_cast<float>(static_cast<std::int8_t>(value)) / 2;
+        const float edited = value == 0 ? std::numeric_limits<float>::infinity()
+                                        : static_cast<float>(static_cast<std::int8_t>(value)) / 2;
         which %= portsOfKind;
         switch (kind) {
         case 0:
-            inputTrims.at(which) = level;
+            inputTrims.at(which) = edited;
             break;
         case 1:
-            outputTrims.at(which) = level;
+            outputTrims.at(which) = edited;
             muted.at(which) = value % 2 != 0;
             break;
         default:
             source = static_cast<LevelSource>(value % 3);
             currentOutput = which;
-            levelTrim = offset = level;
+            level = offset = edited;
             break;
         }
     }
@@ -78,32 +77,16 @@ class OnlineWindow : public OnlineOutcomes, public OnlineInputs {
         lossesTold = 0;
     }
     void PassBegins() override {}
-    void SendingVolume(int output, float level) override { Require(!VolumeLine(output, level).empty()); }
+    void SendingVolume(int output, float sent) override { Require(!VolumeLine(output, sent).empty()); }
     void SendingRoute(int output, int routed) override { Require(!RouteLine(output, routed).empty()); }
     void Sending(std::span<const std::uint8_t> packet) override { Require(!packet.empty()); }
     void Replied(std::span<const std::uint8_t>) override {}
 
-    std::size_t OnlineInput() const override { return input; }
-    bool MutedOutput(std::size_t output) const override { return muted.at(output); }
-    LevelSource LevelView() const override { return source; }
-    std::size_t CurrentOutput() const override { return currentOutput; }
-    float LevelTrim1() const override { return levelTrim; }
-    float InputLevelTrim(std::size_t trim) const override { return inputTrims.at(trim); }
-    float OutputLevelTrim(std::size_t trim) const override { return outputTrims.at(trim); }
-    float OnlineLevelOffset() const override { return offset; }
-    bool SafeLevels() const override { return Safe; }
-    float MaximumLevel(std::size_t) const override { return 0; }
-
   private:
     const SerialControl& port;
-    std::size_t input = 0, currentOutput = 0;
-    LevelSource source = LevelSource::InputTrims;
-    std::array<bool, portsOfKind> muted = {};
-    std::array<float, portsOfKind> inputTrims = {}, outputTrims = {};
-    float levelTrim = 0, offset = 0;
     int edits = 0;
-    std::array<int, portsOfKind> heardEdits =
-        {}; ///< of each output: how many there were when it was sent its level
+    /// Of each output: how many there were when it was sent its level.
+    std::array<int, portsOfKind> heardEdits = {};
     std::array<std::size_t, portsOfKind> routes = {}; ///< of each output
     int lossesTold = 0;
 };
@@ -153,7 +136,7 @@ class Online {
                 session.WantMutes();
             else if (amount % 4 == 2)
                 session.WantAllAgain();
-            window.Safe = amount % 4 == 3;
+            window.safe = amount % 4 == 3;
             break;
         default:
             closing = true;

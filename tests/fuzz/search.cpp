@@ -2,16 +2,16 @@
 // devices do: every port is told once, in order, and closed by then; the user may end it at any time.
 #include "Conversation.h"
 
-#include "link/OnlineSession.h"
 #include "link/OutcomeTexts.h"
 #include "link/VekLink.h"
+#include "support/ShownLevels.h"
 
 using namespace vek;
 using namespace vek::test;
 
 namespace {
 
-class SearchWindow : public OnlineOutcomes, public OnlineInputs {
+class SearchWindow : public OnlineOutcomes, public ShownLevels {
   public:
     explicit SearchWindow(const SerialControl& searched) : port(searched) {}
 
@@ -36,17 +36,6 @@ class SearchWindow : public OnlineOutcomes, public OnlineInputs {
     void SendingRoute(int, int) override { Require(false); }
     void Sending(std::span<const std::uint8_t> packet) override { Require(!packet.empty()); }
     void Replied(std::span<const std::uint8_t>) override {}
-
-    std::size_t OnlineInput() const override { return 0; }
-    bool MutedOutput(std::size_t) const override { return false; }
-    LevelSource LevelView() const override { return LevelSource::Level; }
-    std::size_t CurrentOutput() const override { return 0; }
-    float LevelTrim1() const override { return 0; }
-    float InputLevelTrim(std::size_t) const override { return 0; }
-    float OutputLevelTrim(std::size_t) const override { return 0; }
-    float OnlineLevelOffset() const override { return 0; }
-    bool SafeLevels() const override { return false; }
-    float MaximumLevel(std::size_t) const override { return 0; }
 
   private:
     const SerialControl& port;

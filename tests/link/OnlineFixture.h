@@ -1,25 +1,18 @@
 // An online session with a scripted Matrix Vek on COM1.
 #pragma once
 
-#include "link/OnlineSession.h"
 #include "link/RecordingOutcomes.h"
 #include "support/OnlinePackets.h"
+#include "support/ShownLevels.h"
 
 namespace vek::test {
 
 /// The window of the session: what it shows and what it was told.
-class OnlineWindow : public RecordingOutcomes<OnlineOutcomes>, public OnlineInputs {
+class OnlineWindow : public RecordingOutcomes<OnlineOutcomes>, public ShownLevels {
   public:
     bool shownOnline = false;
     std::string lines;     ///< the diagnostic lines
     std::string exchanged; ///< packets and replies
-    std::size_t input = 0, currentOutput = 0;
-    std::array<bool, 8> muted = {};
-    LevelSource source = LevelSource::InputTrims;
-    float level = 0, offset = 0;
-    std::array<float, 8> inputTrims = {}, outputTrims = {};
-    bool safe = false;
-    std::array<float, 8> maximum = {};
 
     Task<> WentOnline() override {
         shownOnline = true;
@@ -34,17 +27,6 @@ class OnlineWindow : public RecordingOutcomes<OnlineOutcomes>, public OnlineInpu
     void Replied(std::span<const std::uint8_t> reply) override {
         exchanged += reply.empty() ? "none, " : std::to_string(reply[0]) + ", ";
     }
-
-    std::size_t OnlineInput() const override { return input; }
-    bool MutedOutput(std::size_t output) const override { return muted.at(output); }
-    LevelSource LevelView() const override { return source; }
-    std::size_t CurrentOutput() const override { return currentOutput; }
-    float LevelTrim1() const override { return level; }
-    float InputLevelTrim(std::size_t trim) const override { return inputTrims.at(trim); }
-    float OutputLevelTrim(std::size_t trim) const override { return outputTrims.at(trim); }
-    float OnlineLevelOffset() const override { return offset; }
-    bool SafeLevels() const override { return safe; }
-    float MaximumLevel(std::size_t output) const override { return maximum.at(output); }
 };
 
 class OnlineFixture : public testing::Test {

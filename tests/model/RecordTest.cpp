@@ -2,42 +2,32 @@
 #include "base/Errors.h"
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"
-#include "model/RecordLayout.h"
 #include "support/RandomConfig.h"
+#include "support/RecordText.h"
 #include "support/TestData.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <limits>
 
 using namespace vek;
 using namespace vek::test;
 
-namespace {
-
-std::string AsText(const RecordBytes& bytes) {
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
-} // namespace
-
 TEST(Record, EverySampleRoundTrips) {
     for (const std::string& number : SampleNumbers()) {
         const std::string bytes = ReadText(DataPath(number + ".VMC"));
-        EXPECT_EQ(AsText(EncodeRecord(DecodeRecord(AsBytes(bytes)))), bytes) << number;
+        EXPECT_EQ(RecordText(DecodeRecord(AsBytes(bytes))), bytes) << number;
     }
-    EXPECT_EQ(AsText(EncodeRecord(MatrixConfig())), ReadText(DataPath("01.VMC"))) << "a new configuration";
+    EXPECT_EQ(RecordText(MatrixConfig()), ReadText(DataPath("01.VMC"))) << "a new configuration";
     MatrixConfig reset;
     reset.Modes.fill(DefaultMode());
-    EXPECT_EQ(AsText(EncodeRecord(reset)), ReadText(DataPath("02.VMC"))) << "all modes reset to default";
+    EXPECT_EQ(RecordText(reset), ReadText(DataPath("02.VMC"))) << "all modes reset to default";
 }
 
 TEST(Record, RandomRecordsRoundTrip) {
     std::mt19937 random(1);
     for (int i = 0; i < 200; ++i) {
-        const MatrixConfig config = RandomConfig(random);
-        const RecordBytes bytes = EncodeRecord(config);
-        EXPECT_EQ(AsText(EncodeRecord(DecodeRecord(bytes))), AsText(bytes));
+        const RecordBytes bytes = EncodeRecord(RandomConfig(random));
+        EXPECT_EQ(EncodeRecord(DecodeRecord(bytes)), bytes);
     }
 }
 
@@ -69,7 +59,7 @@ TEST(ConfigFile, SavesOpensAndKeepsWhatFollowsTheRecord) {
     NewConfiguration();
     Config.VekNetBase = 77;
     WriteConfigFile(path);
-    EXPECT_EQ(ReadText(path), AsText(EncodeRecord(Config)) + "tail");
+    EXPECT_EQ(ReadText(path), RecordText(Config) + "tail");
     Config.VekNetBase = 1;
     ReadConfigFile(path);
     EXPECT_EQ(Config.VekNetBase, 77);

@@ -1,4 +1,4 @@
-// A serial port that passes everything on to another one.
+// A serial port and a timer that pass everything on to others, which must outlive them.
 #pragma once
 
 #include "link/SerialControl.h"
@@ -7,7 +7,6 @@ namespace vek::test {
 
 class ForwardingControl : public SerialControl {
   public:
-    /// The port must outlive this object.
     explicit ForwardingControl(SerialControl& port) : port_(port) {}
 
     void SetCommPort(int number) override { port_.SetCommPort(number); }
@@ -23,6 +22,18 @@ class ForwardingControl : public SerialControl {
 
   private:
     SerialControl& port_;
+};
+
+class ForwardingTimer : public OneShotTimer {
+  public:
+    explicit ForwardingTimer(OneShotTimer& timer) : timer_(timer) {}
+    void Start(int milliseconds) override { timer_.Start(milliseconds); }
+    void Stop() override { timer_.Stop(); }
+    bool Enabled() const override { return timer_.Enabled(); }
+    void SetListener(std::function<void()> listener) override { timer_.SetListener(std::move(listener)); }
+
+  private:
+    OneShotTimer& timer_;
 };
 
 } // namespace vek::test

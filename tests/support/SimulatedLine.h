@@ -66,15 +66,10 @@ class LineControl final : public ForwardingControl {
     std::shared_ptr<SimulatedLine> line_;
 };
 
-class LineTimer final : public OneShotTimer {
+class LineTimer final : public ForwardingTimer {
   public:
-    explicit LineTimer(std::shared_ptr<SimulatedLine> line) : line_(std::move(line)) {}
-    void Start(int milliseconds) override { line_->Port.Start(milliseconds); }
-    void Stop() override { line_->Port.Stop(); }
-    bool Enabled() const override { return line_->Port.Enabled(); }
-    void SetListener(std::function<void()> listener) override {
-        line_->Port.SetListener(std::move(listener));
-    }
+    explicit LineTimer(std::shared_ptr<SimulatedLine> line)
+        : ForwardingTimer(line->Port), line_(std::move(line)) {}
 
   private:
     std::shared_ptr<SimulatedLine> line_;

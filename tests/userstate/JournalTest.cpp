@@ -1,6 +1,7 @@
 // The programming history: its texts, its folder, and attempts on their way into it.
 #include "base/Bytes.h"
 #include "base/Errors.h"
+#include "support/ProgrammedHall.h"
 #include "support/TestData.h"
 #include "userstate/AttemptRecord.h"
 #include "userstate/TimedFiles.h"
@@ -14,23 +15,8 @@ using testing::ElementsAre;
 
 namespace {
 
-constexpr std::int64_t now = 1'795'343'045; // 2026-11-22 11:24:05 in +01:00
-const JournalEntry hall = {.Time = now,
-                           .ZoneOffset = 3600,
-                           .File = "/home/a/h\u00E4ll.VMC",
-                           .Port = "COM1 (ttyUSB0)",
-                           .AdapterSerialNumber = "FT1",
-                           .DeviceName = "Matrix Vek",
-                           .DeviceCode = 39,
-                           .DeviceVersion = "2.5",
-                           .Result = AttemptResult::Programmed,
-                           .Blocks = 273,
-                           .BlocksAcknowledged = 273,
-                           .Retries = 1,
-                           .Milliseconds = 11449,
-                           .ImageDigest = "00ff",
-                           .Host = "desk",
-                           .User = "a"};
+const JournalEntry& hall = programmedHall;
+const std::int64_t now = hall.Time;
 
 class Journal : public testing::Test {
   protected:
@@ -58,6 +44,7 @@ class Journal : public testing::Test {
 
 TEST(JournalTexts, GoBothWaysAndTellWhatTheyCannotRead) {
     JournalEntry west = hall;
+    west.File = "/home/a/h\u00E4ll.VMC";
     west.ZoneOffset = -(9 * 60 + 30) * 60;
     west.Result = AttemptResult::Unfinished;
     for (const JournalEntry& entry : {hall, west, JournalEntry{}})
@@ -81,10 +68,10 @@ TEST(JournalTexts, LinesStandBelowEachOther) {
     JournalEntry silent = {
         .Time = now, .File = "/b\nc", .Port = "COM2", .Result = AttemptResult::NoAnswer, .Blocks = 273};
     EXPECT_THAT(JournalLines({{hall, ""}, {silent, ""}}),
-                ElementsAre("2026-11-22 11:24:05  programmed          h\u00E4ll.VMC  COM1 (ttyUSB0)  "
-                            "Matrix Vek 2.5  273 blocks       1 retry    11.4 s",
-                            "2026-11-22 10:24:05  no device answered  b?c       COM2            "
-                            "-               0 of 273 blocks  0 retries  0.0 s"));
+                ElementsAre("2026-11-22 11:24:05  programmed          hall.VMC  COM1 (ttyUSB0)  Matrix "
+                            "Vek 2.5  273 blocks       1 retry    11.4 s",
+                            "2026-11-22 10:24:05  no device answered  b?c       COM2            -            "
+                            "   0 of 273 blocks  0 retries  0.0 s"));
 }
 
 TEST_F(Journal, BrokenEntriesHideNoOthers) {
