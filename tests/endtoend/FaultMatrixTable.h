@@ -73,7 +73,7 @@ inline const FaultEntry faults[] = {
     {"another device", "", Times::Once, PortFault::OtherDevice},
 };
 
-/// Request | faults | what the user sees, a regular expression | ms until then at most.
+/// Requests | faults | what the user sees, a regular expression | ms until then at most.
 /// The faults with a star are tried every time. Where in a flood a reply is looked for depends on the
 /// machine; so does what meets an acknowledgement of a block that is late.
 inline constexpr std::string_view outcomes = R"(
@@ -84,11 +84,11 @@ search | flood | Matrix Vek2.5, to choose | 8000
 search | hang-up*, adapter back | -------------- | 1000
 search | busy*, missing, forbidden, not serial | no row | 500
 search | another device* | Wall Panel 8 Vek2.5 | 1000
-restart after search | silent, half | No reply to restart; Matrix Vek2.5, to choose | 4000
-restart after search | refused, noise before, echo | Reply fail to restart; Matrix Vek2.5, to choose | 1500
-restart after search | late | Matrix Vek2.5, to choose | 2000
-restart after search | flood | (Reply fail to restart; )?Matrix Vek2.5, to choose | 2000
-restart after search | hang-up, adapter back | No reply to restart; Matrix Vek2.5, to choose | 1000
+restart after search, restart after online search | silent, half | No reply to restart; Matrix Vek2.5, to choose | 4000
+restart after search, restart after online search | refused, noise before, echo | Reply fail to restart; Matrix Vek2.5, to choose | 1500
+restart after search, restart after online search | late | Matrix Vek2.5, to choose | 2000
+restart after search, restart after online search | flood | (Reply fail to restart; )?Matrix Vek2.5, to choose | 2000
+restart after search, restart after online search | hang-up, adapter back | No reply to restart; Matrix Vek2.5, to choose | 1000
 search before download | silent, half | Vek not responding; closed, not programmed | 3000
 search before download | refused, noise before, echo | Vek not responding; closed, not programmed | 8000
 search before download | late, flood | All sent ok: .*; closed, programmed | 20000
@@ -123,26 +123,19 @@ online search | refused, noise before, echo, flood*, hang-up, adapter back* | --
 online search | late | Matrix Vek2.5, to choose | 2000
 online search | busy, missing, forbidden*, not serial | no row | 500
 online search | another device | Wall Panel 8 Vek2.5 | 1000
-restart after online search | silent, half | No reply to restart; Matrix Vek2.5, to choose | 4000
-restart after online search | refused, noise before, echo | Reply fail to restart; Matrix Vek2.5, to choose | 1000
-restart after online search | late | Matrix Vek2.5, to choose | 2000
-restart after online search | flood | (Reply fail to restart; )?Matrix Vek2.5, to choose | 1000
-restart after online search | hang-up, adapter back | No reply to restart; Matrix Vek2.5, to choose | 1000
 going online | silent, half | offline | 3000
 going online | refused*, noise before, echo, flood, hang-up, adapter back | offline | 1000
 going online | late | Online: Matrix Vek is now online.; online | 2000
 going online | busy, missing*, forbidden, not serial, another device* | offline | 500
-volume | silent, half | 8 x Reply fail to Volume; online | 6000
+volume, route | silent, half | 8 x Reply fail to (Volume|Matrix); online | 6000
 volume | refused* | 8 x Reply ERROR to Volume; online | 1000
-volume | noise before, echo | 8 x Reply fail to Volume; online | 1000
-volume | late | Reply fail to Volume; online | 1500
-volume | flood* | (([0-9] x )?Reply (fail|ERROR) to Volume; )+online | 1000
-volume | hang-up, adapter back* | Reply fail to Volume; offline | 1000
-route | silent, half | 8 x Reply fail to Matrix; online | 6000
 route | refused | 8 x Reply ERROR to Matrix; online | 1000
+volume | noise before, echo | 8 x Reply fail to Volume; online | 1000
 route | noise before, echo* | 8 x Reply fail to Matrix; online | 1000
-route | late | Reply fail to Matrix; online | 1500
+volume, route | late | Reply fail to (Volume|Matrix); online | 1500
+volume | flood* | (([0-9] x )?Reply (fail|ERROR) to Volume; )+online | 1000
 route | flood | (([0-9] x )?Reply (fail|ERROR) to (Matrix|Volume); )+online | 1000
+volume | hang-up, adapter back* | Reply fail to Volume; offline | 1000
 route | hang-up*, adapter back | Reply fail to Matrix; offline | 1000
 disconnecting | silent, half | No reply to restart; offline | 4000
 disconnecting | refused*, noise before, echo | Reply fail to restart; offline | 1000
@@ -187,9 +180,11 @@ inline std::vector<Cell> CellsOf(std::string_view table, bool all) {
         for (std::string_view fault : Split(columns.at(1), ", ")) {
             const bool quick = fault.ends_with('*');
             fault.remove_suffix(quick ? 1 : 0);
-            if (quick || all)
-                cells.push_back({&Named(requests, columns[0]), &Named(faults, fault),
-                                 std::string(columns.at(2)), std::stoi(std::string(columns.at(3)))});
+            if (!quick && !all)
+                continue;
+            for (const std::string_view request : Split(columns[0], ", "))
+                cells.push_back({&Named(requests, request), &Named(faults, fault), std::string(columns.at(2)),
+                                 std::stoi(std::string(columns.at(3)))});
         }
     }
     return cells;

@@ -140,13 +140,9 @@ class FaultMatrix : public testing::TestWithParam<Cell> {
 
     // The user.
 
-    template <typename Widget = QWidget>
-    static Widget& In(QWidget& parent, const char* name) {
-        return Child<Widget>(parent, name);
-    }
-    static void Click(QWidget& parent, const char* name) { In<QAbstractButton>(parent, name).click(); }
-    void ShowTab(PageTab tab) { In<QTabWidget>(*window, "SSTab1").setCurrentIndex(tab); }
-    bool IsOnline() { return !In(*window, "OnlineCancel").isHidden(); }
+    static void Click(QWidget& parent, const char* name) { Child<QAbstractButton>(parent, name).click(); }
+    void ShowTab(PageTab tab) { Child<QTabWidget>(*window, "SSTab1").setCurrentIndex(tab); }
+    bool IsOnline() { return !Child<QWidget>(*window, "OnlineCancel").isHidden(); }
 
     /// Everything before the action, with a device that does as it should.
     void Prepare(Action action) {
@@ -186,7 +182,8 @@ class FaultMatrix : public testing::TestWithParam<Cell> {
         case Action::GoOnline:
             return Click(*window, "OnlinePort_0");
         case Action::Volume:
-            return QTest::keyClick(&In(In(*window, "OutputLevelTrim_3"), "Command1"), Qt::Key_Down);
+            return QTest::keyClick(&Child<QWidget>(Child<QWidget>(*window, "OutputLevelTrim_3"), "Command1"),
+                                   Qt::Key_Down);
         case Action::Route:
             return Click(*window, ++routes % 2 == 0 ? "RouteOption_1" : "RouteOption_2");
         case Action::Disconnect:
@@ -196,12 +193,12 @@ class FaultMatrix : public testing::TestWithParam<Cell> {
     /// How things stand after the action.
     std::string Standing(Action action) {
         const auto row = [](QWidget& parent, const char* option) {
-            if (In(parent, "Blanking_0").isVisible())
+            if (Child<QWidget>(parent, "Blanking_0").isVisible())
                 return std::string("searching");
-            if (In(parent, "VekType_0").isHidden())
-                return std::string("no row");
-            return In<QLineEdit>(parent, "VekType_0").text().toStdString() +
-                   (In(parent, option).isEnabled() ? ", to choose" : "");
+            const auto& type = Child<QLineEdit>(parent, "VekType_0");
+            return type.isHidden() ? std::string("no row")
+                                   : type.text().toStdString() +
+                                         (Child<QWidget>(parent, option).isEnabled() ? ", to choose" : "");
         };
         const auto received = (*vek)->Image();
         switch (action) {

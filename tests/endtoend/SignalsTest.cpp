@@ -2,75 +2,18 @@
 #include "simulator/RunningVek.h"
 #include "support/TestData.h"
 
+#include <QProcess>
+
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <csignal>
-#include <fcntl.h>
 #include <optional>
-#include <sys/wait.h>
 
 using namespace vek;
 using namespace vek::test;
 
 namespace {
-
-/// A program whose output and messages can be read.
-class Child {
-  public:
-    explicit Child(std::vector<std::string> arguments) {
-        int out[2] = {};
-        int messages[2] = {};
-        if (::pipe2(out, O_CLOEXEC) != 0 || ::pipe2(messages, O_CLOEXEC) != 0)
-            throw std::runtime_error("no pipes");
-        std::vector<char*> pointers;
-        for (std::string& argument : arguments)
-            pointers.push_back(argument.data());
-        pointers.push_back(nullptr);
-        process_ = ::fork();
-        if (process_ == 0) {
-            ::dup2(out[1], STDOUT_FILENO);
-            ::dup2(messages[1], STDERR_FILENO);
-            ::execv(pointers[0], pointers.data());
-            ::_exit(127);
-        }
-        ::close(out[1]), ::close(messages[1]);
-        out_ = out[0], messages_ = messages[0];
-    }
-    Child(const Child&) = delete;
-    Child& operator=(const Child&) = delete;
-    ~Child() {
-        ::kill(process_, SIGKILL);
-        ::waitpid(process_, nullptr, 0);
-        ::close(out_), ::close(messages_);
-    }
-    /// Until it says something.
-    std::string Output() const { return Read(out_); }
-    /// Ends it with the signal; how it ended.
-    int End(int signal) {
-        ::kill(process_, signal);
-        int status = 0;
-        ::waitpid(process_, &status, 0);
-        return WIFSIGNALED(status) ? WTERMSIG(status) : -1;
-    }
-    /// What it said on standard error, once it has ended.
-    std::string Messages() const {
-        std::string all;
-        for (std::string part = Read(messages_); !part.empty(); part = Read(messages_))
-            all += part;
-        return all;
-    }
-
-  private:
-    static std::string Read(int file) {
-        char text[4096];
-        const ssize_t got = ::read(file, text, sizeof text);
-        return {text, static_cast<std::size_t>(std::max<ssize_t>(got, 0))};
-    }
-    pid_t process_ = -1;
-    int out_ = -1;
-    int messages_ = -1;
-};
 
 /// What the device understood last.
 std::optional<DeviceEventKind> LastRequest(RunningVek& vek) {
@@ -108,13 +51,20 @@ TEST(Signals, RestartTheUnitCloseThePortAndKeepWhatIsNotSaved) {
         if (*c.fault != '\0')
             options.Faults = {ParseFault(c.fault)};
         RunningVek vek(options);
-        Child editor({SIGNALLED_EDITOR, c.task, vek->PortPath(), state.Path()});
-        ASSERT_EQ(editor.Output(), "working\n") << editor.Messages();
+        QProcess editor;
+        editor.start(QStringLiteral(SIGNALLED_EDITOR),
+                     {QString::fromLatin1(c.task), QString::fromStdString(vek->PortPath()),
+                      QString::fromStdString(state.Path())});
+        ASSERT_TRUE(editor.waitForReadyRead()) << editor.readAllStandardError().toStdString();
+        ASSERT_EQ(editor.readLine(), "working\n");
         const auto start = std::chrono::steady_clock::now();
-        EXPECT_EQ(editor.End(c.signal), c.signal);
+        ::kill(static_cast<pid_t>(editor.processId()), c.signal);
+        EXPECT_TRUE(editor.waitForFinished());
+        EXPECT_EQ(editor.exitStatus(), QProcess::CrashExit);
+        EXPECT_EQ(editor.exitCode(), c.signal) << "it ends by the signal";
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
         // Qt says things of its own there.
-        const std::string said = editor.Messages();
+        const std::string said = editor.readAllStandardError().toStdString();
         EXPECT_EQ(said.substr(std::min(said.find("vorn-matrix-editor: "), said.size())), c.said);
         const bool online = std::string_view(c.task) == "online";
         const bool searching = std::string_view(c.task) == "search";
