@@ -7,14 +7,10 @@
 #include "support/FailingDisk.h"
 #include "support/TestData.h"
 
-#include <algorithm>
-#include <array>
-#include <cerrno>
 #include <csignal>
 #include <cstring>
 #include <gmock/gmock.h>
 #include <map>
-#include <optional>
 #include <sys/stat.h>
 
 using namespace vek;
@@ -102,8 +98,8 @@ TEST_F(DurableFile, RefusesWhatIsNotARegularFile) {
 
 TEST_F(DurableFile, ReadsNoMoreThanAsked) {
     WriteText(path, "0123456789");
-    for (const std::size_t limit : {4, 10, 40})
-        EXPECT_EQ(ReadRegularFile(path, limit).size(), std::min<std::size_t>(limit, 10));
+    EXPECT_EQ(ReadRegularFile(path, 4).size(), 4U);
+    EXPECT_EQ(ReadRegularFile(path, 40).size(), 10U);
 }
 
 TEST_F(DurableFile, EveryCallThatFailsLeavesTheOldFileOrTheNewOne) {

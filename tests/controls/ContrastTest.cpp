@@ -12,19 +12,16 @@ using namespace vek;
 using namespace Qt::StringLiterals;
 
 TEST(Contrast, RatiosOfKnownPairs) {
-    const struct {
-        QColor One, Other;
-        double Ratio;
-    } pairs[] = {{Qt::black, Qt::white, 21.0},
-                 {Qt::white, Qt::black, 21.0},
-                 {QColor(0x777777), QColor(0x777777), 1.0},
-                 {QColor(0x767676), Qt::white, 4.54},
-                 {Qt::red, Qt::white, 4.0},
-                 {Qt::blue, Qt::white, 8.59},
-                 {QColor(0x0a0a0a), Qt::black, 1.06}};
-    for (const auto& pair : pairs)
-        EXPECT_NEAR(ContrastRatio(pair.One, pair.Other), pair.Ratio, 0.005)
-            << pair.One.name().toStdString() << ' ' << pair.Other.name().toStdString();
+    const std::tuple<QColor, QColor, double> pairs[] = {{Qt::black, Qt::white, 21.0},
+                                                        {Qt::white, Qt::black, 21.0},
+                                                        {QColor(0x777777), QColor(0x777777), 1.0},
+                                                        {QColor(0x767676), Qt::white, 4.54},
+                                                        {Qt::red, Qt::white, 4.0},
+                                                        {Qt::blue, Qt::white, 8.59},
+                                                        {QColor(0x0a0a0a), Qt::black, 1.06}};
+    for (const auto& [one, other, ratio] : pairs)
+        EXPECT_NEAR(ContrastRatio(one, other), ratio, 0.005)
+            << one.name().toStdString() << ' ' << other.name().toStdString();
 }
 
 TEST(Contrast, LighterTextStaysReadable) {

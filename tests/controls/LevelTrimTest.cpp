@@ -52,6 +52,12 @@ struct LevelTrimTest : LevelControlTest<LevelTrim> {
         Type(text);
         QTest::keyClick(&readOut, Qt::Key_Return);
     }
+    /// The second press of a double click.
+    void PressAgain() {
+        QMouseEvent second(QEvent::MouseButtonDblClick, QPointF(5, 5), knob.mapToGlobal(QPointF(5, 5)),
+                           Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&knob, &second);
+    }
     void RepeatDown() {
         QKeyEvent again(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier, {}, true);
         QApplication::sendEvent(&knob, &again);
@@ -171,18 +177,14 @@ TEST_F(LevelTrimTest, ClicksBesideTheKnobStepAndNeverMakeADoubleClick) {
     QTest::mouseClick(&fader, Qt::LeftButton, {}, step);
     const float level = fader.Level();
     EXPECT_LT(level, -6.0F);
-    QMouseEvent second(QEvent::MouseButtonDblClick, QPointF(5, 5), knob.mapToGlobal(QPointF(5, 5)),
-                       Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&knob, &second);
+    PressAgain();
     EXPECT_EQ(fader.Level(), level);
 }
 
 TEST_F(LevelTrimTest, ADoubleClickGoesToZeroWithItsRelease) {
     fader.SetLevel(-12.0F);
     QTest::mouseClick(&knob, Qt::LeftButton);
-    QMouseEvent second(QEvent::MouseButtonDblClick, QPointF(5, 5), knob.mapToGlobal(QPointF(5, 5)),
-                       Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&knob, &second);
+    PressAgain();
     EXPECT_EQ(Now(), State(0, 1)) << "told when the button is released, as after a drag";
     QTest::mouseMove(&knob, {5, 60});
     QTest::mouseRelease(&knob, Qt::LeftButton);

@@ -3,8 +3,6 @@
 #include "model/Config.h"
 #include "support/Windows.h"
 
-#include <QToolTip>
-
 using namespace vek;
 using namespace Qt::StringLiterals;
 

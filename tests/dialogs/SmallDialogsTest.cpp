@@ -99,16 +99,16 @@ TEST(AboutForm, NamesTheVersion) {
     EXPECT_EQ(Child<QLabel>(*std::make_unique<AboutForm>(u"1.2.3"_s), "Version").text(), "Version 1.2.3"_L1);
 }
 
-constexpr std::tuple<const char*, const char*, bool PrintingOptions::*> options[] = {
-    {"IncludeNotesCheck", "Include &Notes", &PrintingOptions::IncludeNotes},
-    {"IncludeOutputTrimsCheck", "Include Output &Trims", &PrintingOptions::IncludeOutputTrims},
-    {"IncludeInputTrimsCheck", "Include &Input Trims", &PrintingOptions::IncludeInputTrims},
-    {"IncludeOutputsCheck", "Include &Output Configurations", &PrintingOptions::IncludeOutputs},
-    {"IncludeRS232Check", "Include &RS232 Commands", &PrintingOptions::IncludeRS232},
-    {"IncludeVekNetCheck", "Include &VekNet Addresses", &PrintingOptions::IncludeVekNet}};
+constexpr std::pair<const char*, bool PrintingOptions::*> options[] = {
+    {"IncludeNotesCheck", &PrintingOptions::IncludeNotes},
+    {"IncludeOutputTrimsCheck", &PrintingOptions::IncludeOutputTrims},
+    {"IncludeInputTrimsCheck", &PrintingOptions::IncludeInputTrims},
+    {"IncludeOutputsCheck", &PrintingOptions::IncludeOutputs},
+    {"IncludeRS232Check", &PrintingOptions::IncludeRS232},
+    {"IncludeVekNetCheck", &PrintingOptions::IncludeVekNet}};
 
 TEST(PrintingOptionsForm, EachBoxShowsAndSetsItsFlag) {
-    for (const auto& [name, caption, flag] : options) {
+    for (const auto& [name, flag] : options) {
         PrintingOptions only;
         only.*flag = true;
         PrintingOptionsForm form(only, true);
@@ -119,7 +119,6 @@ TEST(PrintingOptionsForm, EachBoxShowsAndSetsItsFlag) {
         EXPECT_EQ(checked, QStringList{QLatin1StringView(name)});
 
         PrintingOptionsForm fresh(PrintingOptions(), false);
-        EXPECT_EQ(Child<QCheckBox>(fresh, name).text(), QLatin1StringView(caption));
         Child<QCheckBox>(fresh, name).click();
         Child<QPushButton>(fresh, "Done").click();
         EXPECT_FALSE(fresh.OptionsCancelled());

@@ -1,7 +1,6 @@
 #include "inspect/ConfigCheck.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using namespace vek;
 
@@ -31,11 +30,11 @@ PanelRecord& Panels(MatrixConfig& config) { return config.Modes[1].OutputPanels[
 } // namespace
 
 TEST(ConfigCheck, FilesAsAWhole) {
-    const std::vector<std::string> unused = {"warning: No mode is in use: no output has inputs in any mode"};
-    EXPECT_EQ(FindingsOf({}), unused);
-    const std::vector<std::string> tail = {
-        "note: Data after the record: 12 bytes, which stay in the file and are not used"};
-    EXPECT_EQ(FindingsOf({CleanConfig(), std::vector<std::byte>(12)}), tail);
+    using testing::ElementsAre;
+    EXPECT_THAT(FindingsOf({}), ElementsAre("warning: No mode is in use: no output has inputs in any mode"));
+    EXPECT_THAT(
+        FindingsOf({CleanConfig(), std::vector<std::byte>(12)}),
+        ElementsAre("note: Data after the record: 12 bytes, which stay in the file and are not used"));
 }
 
 TEST(ConfigCheck, UnitsMustNotShareAddresses) {
@@ -53,10 +52,9 @@ TEST(ConfigCheck, UnitsMustNotShareAddresses) {
 }
 
 TEST(ConfigCheck, FindsWhatCannotWork) {
-    const struct {
-        void (*Change)(MatrixConfig&);
-        std::vector<std::string> Findings;
-    } cases[] = {
+    const std::string place = "Mode 2, Output 3: "; // of most
+    const std::string error = "error: " + place, warning = "warning: " + place, note = "note: " + place;
+    const std::pair<void (*)(MatrixConfig&), std::vector<std::string>> cases[] = {
         {[](MatrixConfig&) {}, {}},
         {[](MatrixConfig& c) { c.VekNetBase = 1; }, {}},
         {[](MatrixConfig& c) { c.VekNetBase = 1792; }, {}},
@@ -70,34 +68,32 @@ TEST(ConfigCheck, FindsWhatCannotWork) {
         {[](MatrixConfig& c) { Levels(c) = {22.0F, 22.0F, -96.0F, flagTrue, 20.0F, flagFalse}; }, {}},
         {[](MatrixConfig& c) { Levels(c).StepLevel = 0.5F, Levels(c).StartLevel = -36.0F; }, {}},
         {[](MatrixConfig& c) { Levels(c).MaximumLevel = 22.5F; },
-         {"error: Mode 2, Output 3: Maximum level +22.5dB is outside -96dB to +22dB"}},
+         {error + "Maximum level +22.5dB is outside -96dB to +22dB"}},
         {[](MatrixConfig& c) { Levels(c).MinimumLevel = -96.5F; },
-         {"error: Mode 2, Output 3: Minimum level -96.5dB is outside -96dB to +22dB"}},
+         {error + "Minimum level -96.5dB is outside -96dB to +22dB"}},
         {[](MatrixConfig& c) { Levels(c).StepLevel = 0.25F; },
-         {"error: Mode 2, Output 3: Level steps +0.25dB is outside +0.5dB to +20dB"}},
+         {error + "Level steps +0.25dB is outside +0.5dB to +20dB"}},
         {[](MatrixConfig& c) { Levels(c).MinimumLevel = 6.0F, Levels(c).StartLevel = 6.0F; },
-         {"error: Mode 2, Output 3: the minimum level +6dB is not below the maximum level +6dB",
-          "error: Mode 2, Output 3: the download image cannot be built: Division by zero"}},
+         {error + "the minimum level +6dB is not below the maximum level +6dB",
+          error + "the download image cannot be built: Division by zero"}},
         {[](MatrixConfig& c) { Levels(c).StepLevel = 42.0F, c.Modes[7].OutputLevels[7].StepLevel = 200.0F; },
-         {"error: Mode 2, Output 3: Level steps +42dB is outside +0.5dB to +20dB",
+         {error + "Level steps +42dB is outside +0.5dB to +20dB",
           "error: Mode 8, Output 8: Level steps +200dB is outside +0.5dB to +20dB",
           "warning: Mode 8, Output 8: Level steps +200dB are larger than the way from the minimum level "
-          "-36dB to "
-          "the maximum level +6dB",
+          "-36dB to the maximum level +6dB",
           "error: Mode 8, Output 8: the download image cannot be built: Overflow"}},
         {[](MatrixConfig& c) { Levels(c) = {3.0F, 1.0F, 0.0F, flagTrue, 3.5F, flagFalse}; },
-         {"warning: Mode 2, Output 3: Level steps +3.5dB are larger than the way from the minimum level 0dB "
-          "to "
-          "the maximum level +3dB"}},
+         {warning +
+          "Level steps +3.5dB are larger than the way from the minimum level 0dB to the maximum level +3dB"}},
         {[](MatrixConfig& c) { Levels(c) = {5.8F, 0.25F, -36.0F, flagTrue, 1.2F, flagFalse}; },
-         {"note: Mode 2, Output 3: Maximum level +5.8dB is no multiple of half a dB: the device takes +6dB",
-          "note: Mode 2, Output 3: Start level +0.25dB is no multiple of half a dB: the device takes 0dB",
-          "note: Mode 2, Output 3: Level steps +1.2dB is no multiple of half a dB: the device takes +1dB"}},
+         {note + "Maximum level +5.8dB is no multiple of half a dB: the device takes +6dB",
+          note + "Start level +0.25dB is no multiple of half a dB: the device takes 0dB",
+          note + "Level steps +1.2dB is no multiple of half a dB: the device takes +1dB"}},
         {[](MatrixConfig& c) { Levels(c).StartLevel = 7.0F; },
-         {"error: Mode 2, Output 3: the start level +7dB is above the maximum level +6dB"}},
+         {error + "the start level +7dB is above the maximum level +6dB"}},
         {[](MatrixConfig& c) { Levels(c).StartLevel = -36.5F, Levels(c).PreviousNotSetStartLevel = 1; },
-         {"warning: Mode 2, Output 3: the start level -36.5dB is below the minimum level -36dB (not used: "
-          "the output starts at its previous level)"}},
+         {warning + "the start level -36.5dB is below the minimum level -36dB (not used: the output starts "
+                    "at its previous level)"}},
         {[](MatrixConfig& c) { c.InputTrim[7] = 6.5F, c.OutputTrim[0] = -18.5F; },
          {"error: Input 8: Trim +6.5dB is outside -18dB to +6dB",
           "error: Output 1: Trim -18.5dB is outside -18dB to +6dB"}},
@@ -108,31 +104,23 @@ TEST(ConfigCheck, FindsWhatCannotWork) {
          {"error: Mode 2: Input selector remote panel G is given to outputs 3, 5; it will only work for "
           "output 5"}},
         {[](MatrixConfig& c) { Panels(c).PanelVolumes = "3H", c.Modes[1].OutputPanels[0].PanelVolumes = ""; },
-         {"warning: Mode 2, Output 3: Volume remote panels \"3H\": the device takes \"H\" for panel 1"}},
+         {warning + "Volume remote panels \"3H\": the device takes \"H\" for panel 1"}},
         {[](MatrixConfig& c) { Panels(c).PanelInputs = "19"; },
-         {"warning: Mode 2, Output 3: Input sequence \"19\": the device takes \"9\" for no input that it "
-          "has"}},
+         {warning + "Input sequence \"19\": the device takes \"9\" for no input that it has"}},
         {[](MatrixConfig& c) { Panels(c).PanelInputs = "x1 x99"; },
-         {"warning: Mode 2, Output 3: Input sequence \"x1 x99\": the device takes \"9\" for no input that it "
-          "has",
-          "warning: Mode 2, Output 3: Input sequence \"x1 x99\": the device takes \"x\", \" \" for OFF"}},
+         {warning + "Input sequence \"x1 x99\": the device takes \"9\" for no input that it has",
+          warning + "Input sequence \"x1 x99\": the device takes \"x\", \" \" for OFF"}},
         {[](MatrixConfig& c) { Panels(c).PanelInputs = "10200", Panels(c).PanelSelects = "aA3G3"; },
-         {"warning: Mode 2, Output 3: Input sequence 1,OFF,2,OFF,OFF: OFF is listed more than once",
-          "warning: Mode 2, Output 3: Input selector remote panels A,A,3,G,3 (\"aA3G3\"): A,3 are listed "
-          "more "
-          "than once",
-          "note: Mode 2, Output 3: Input selector remote panels A,A,3,G,3 (\"aA3G3\"): more than the 4 "
-          "panels "
-          "that can be typed in the editor"}},
-        {[](MatrixConfig& c) { Panels(c).PanelInputs = ""; },
-         {"warning: Mode 2, Output 3: has remote panels, but no inputs"}},
-        {[](MatrixConfig& c) { Panels(c) = PanelRecord(); }, {"note: Mode 2, Output 3: has no inputs"}},
+         {warning + "Input sequence 1,OFF,2,OFF,OFF: OFF is listed more than once",
+          warning + "Input selector remote panels A,A,3,G,3 (\"aA3G3\"): A,3 are listed more than once",
+          note + "Input selector remote panels A,A,3,G,3 (\"aA3G3\"): more than the 4 panels that can be "
+                 "typed in the editor"}},
+        {[](MatrixConfig& c) { Panels(c).PanelInputs = ""; }, {warning + "has remote panels, but no inputs"}},
+        {[](MatrixConfig& c) { Panels(c) = PanelRecord(); }, {note + "has no inputs"}},
         {[](MatrixConfig& c) { Panels(c) = PanelRecord(), c.Modes[1].LinkGroup = {0, 4, 4, 0, 0, 0, 0, 1}; },
          {"warning: Mode 2: link group 1 has no output but 8"}},
         {[](MatrixConfig& c) { Panels(c).PanelVolumes = Panels(c).PanelSelects = ""; },
-         {"note: Mode 2, Output 3: no remote panel and no enabled VekNet address (In) controls it, only "
-          "RS232 "
-          "does"}},
+         {note + "no remote panel and no enabled VekNet address (In) controls it, only RS232 does"}},
         {[](MatrixConfig& c) {
              Panels(c).PanelVolumes = Panels(c).PanelSelects = "";
              c.Addresses.RouteControlAddressEnable[2][2] = flagTrue; // the last (In) of its group
@@ -142,9 +130,7 @@ TEST(ConfigCheck, FindsWhatCannotWork) {
              Panels(c).PanelVolumes = Panels(c).PanelSelects = "";
              c.Addresses.RouteControlAddressEnable[2][3] = flagTrue; // an (Out) reports only
          },
-         {"note: Mode 2, Output 3: no remote panel and no enabled VekNet address (In) controls it, only "
-          "RS232 "
-          "does"}},
+         {note + "no remote panel and no enabled VekNet address (In) controls it, only RS232 does"}},
         {[](MatrixConfig& c) { c.Modes[1].LinkGroup = {0, 0, 0, 2, 0, 2, 0, 0}; },
          {"warning: Mode 2, Output 6: linked to output 4, but has input selector remote panels of its own "
           "(6)",
@@ -153,8 +139,8 @@ TEST(ConfigCheck, FindsWhatCannotWork) {
         {[](MatrixConfig& c) {
              Panels(c) = PanelRecord(), Panels(c).UsePreviousRoute = 7, c.Modes[1].LinkGroup = {1, 0, 1};
          },
-         {"warning: Mode 2, Output 3: linked to output 1, but has a start route of its own (previous); the "
-          "editor drops it as soon as it shows and stores the mode"}},
+         {warning + "linked to output 1, but has a start route of its own (previous); the editor drops it as "
+                    "soon as it shows and stores the mode"}},
         {[](MatrixConfig& c) { c.Modes[4] = ModeRecord(), c.Addresses.ModeAddressEnable[4] = flagTrue; },
          {"warning: Mode 5: its recall address (In) is enabled, but no output has inputs"}},
         {[](MatrixConfig& c) { c.Modes[4] = ModeRecord(), c.Addresses.ModeAddressEnable[12] = flagTrue; },
@@ -182,11 +168,9 @@ TEST(ConfigCheck, TellsTheNamesOfTheNotes) {
                 testing::ElementsAre(
                     "error: Mode 2 Evening, Output 3 Foyer: Maximum level +40dB is outside -96dB to +22dB",
                     "warning: Mode 2 Evening, Output 3 Foyer: linked to output 2 Bar, but has a start route "
-                    "of its own "
-                    "(previous); the editor drops it as soon as it shows and stores the mode",
+                    "of its own (previous); the editor drops it as soon as it shows and stores the mode",
                     "warning: Mode 2 Evening: link group 2 has no output but 4",
                     "error: Mode 2 Evening: Volume remote panel 1 is given to outputs 1, 3; it will only "
-                    "work for output "
-                    "3 Foyer",
+                    "work for output 3 Foyer",
                     "error: Input 1 Lectern: Trim +40dB is outside -18dB to +6dB"));
 }

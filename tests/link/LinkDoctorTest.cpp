@@ -32,13 +32,12 @@ class Patient {
   public:
     PortFacts Facts = UsableFacts();
     std::vector<std::string> Refused;
-    int Changes = 0;
 
     void Examine(ScriptedPort& port) {
         LinkDoctor doctor(port, port, types_,
                           {[this](std::size_t row) { return row == 0 ? Facts : PortFacts(); },
                            [this](std::size_t) { return Refused; }},
-                          [this] { ++Changes; });
+                          [] {});
         port.Run(running_, doctor.ExamineAll());
         Lines = ReportOf(doctor.Examinations(), types_);
         std::ranges::copy(ConclusionOf(doctor.Examinations(), types_), std::back_inserter(Lines));
@@ -117,79 +116,62 @@ TEST(LinkDoctor, HearsALoopedCableWithoutADevice) {
 }
 
 TEST(LinkDoctor, NamesWhatTheSystemTells) {
+    constexpr auto opens = OpenFailure::NotThere; // as the port is there
     const PortHolder console = {"console", 71};
+    const auto rights = [](bool joined) {
+        return PortRights{.Owner = "root",
+                          .Group = "dialout",
+                          .Mode = 0660,
+                          .GroupToJoin = "dialout",
+                          .JoinedSinceLogin = joined};
+    };
     const struct {
         const char* Name;
-        std::function<void(Patient&, ScriptedPort&)> Arrange;
+        std::function<void(Patient&)> Arrange;
+        OpenFailure Refusal;
         Cause Likeliest;
         const char* Said;
     } cases[] = {
-        {"gone", [](Patient& p, ScriptedPort&) { p.Facts.Exists = false; }, Cause::NotThere,
+        {"gone", [](Patient& p) { p.Facts.Exists = false; }, opens, Cause::NotThere,
          "Device: there is none\n"},
-        {"none", [](Patient& p, ScriptedPort&) { p.Facts.Device.clear(); }, Cause::NotThere,
+        {"none", [](Patient& p) { p.Facts.Device.clear(); }, opens, Cause::NotThere,
          "This computer has no serial port\n"},
-        {"file", [](Patient& p, ScriptedPort&) { p.Facts.IsSerial = false; }, Cause::NotSerial,
+        {"file", [](Patient& p) { p.Facts.IsSerial = false; }, opens, Cause::NotSerial,
          "/dev/ttyUSB0, which is no serial port\n"},
-        {"held",
-         [&](Patient& p, ScriptedPort& port) {
-             p.Facts.Holders = {console};
-             port.Present.clear();
-             port.Refusal = OpenFailure::InUse;
-         },
-         Cause::InUse, "Another program uses the port: console (71)\n"},
+        {"held", [&](Patient& p) { p.Facts.Holders = {console}; }, OpenFailure::InUse, Cause::InUse,
+         "Another program uses the port: console (71)\n"},
         {"held by a service",
-         [](Patient& p, ScriptedPort& port) {
+         [](Patient& p) {
              p.Facts.Grabbers = {{"ModemManager", 8}};
-             port.Present.clear();
-             port.Refusal = OpenFailure::InUse;
          },
-         Cause::InUse, "perhaps ModemManager (8)\n"},
-        {"shared", [&](Patient& p, ScriptedPort&) { p.Facts.Holders = {console}; }, Cause::Shared,
+         OpenFailure::InUse, Cause::InUse, "perhaps ModemManager (8)\n"},
+        {"shared", [&](Patient& p) { p.Facts.Holders = {console}; }, opens, Cause::Shared,
          "may take the answers: console (71)\n"},
-        {"forbidden",
-         [](Patient& p, ScriptedPort& port) {
-             p.Facts.Rights = {.Owner = "root",
-                               .Group = "dialout",
-                               .Mode = 0660,
-                               .Allowed = false,
-                               .GroupToJoin = "dialout"};
-             port.Present.clear();
-             port.Refusal = OpenFailure::NotPermitted;
-         },
+        {"forbidden", [&](Patient& p) { p.Facts.Rights = rights(false); }, OpenFailure::NotPermitted,
          Cause::Forbidden,
          "What to do: Join the group: sudo usermod -aG dialout $USER, then log out and in again.\n"},
-        {"not yet a member",
-         [](Patient& p, ScriptedPort& port) {
-             p.Facts.Rights = {.Owner = "root",
-                               .Group = "dialout",
-                               .Mode = 0660,
-                               .GroupToJoin = "dialout",
-                               .JoinedSinceLogin = true};
-             port.Present.clear();
-             port.Refusal = OpenFailure::NotPermitted;
-         },
+        {"not yet a member", [&](Patient& p) { p.Facts.Rights = rights(true); }, OpenFailure::NotPermitted,
          Cause::Forbidden,
          "Rights: rw-rw----, owner root, group dialout; you may not use it, your membership counts from the "
          "next login on\n"},
         {"no parity",
-         [](Patient& p, ScriptedPort&) {
+         [](Patient& p) {
              p.Refused = {"9600,o,8,1", "110,n,8,2"};
          },
-         Cause::RefusesSettings,
+         opens, Cause::RefusesSettings,
          "Settings: refuses odd parity, 110 baud; a break stands for the wake pulse\n"},
-        {"no 110 baud", [](Patient& p, ScriptedPort&) { p.Refused = {"110,n,8,2"}; }, Cause::Silent,
+        {"no 110 baud", [](Patient& p) { p.Refused = {"110,n,8,2"}; }, opens, Cause::Silent,
          "refuses 110 baud; a break"},
-        {"pseudo-terminal",
-         [](Patient& p, ScriptedPort&) {
-             p.Facts.IsPseudoTerminal = true;
-             p.Refused = {"9600,o,8,1"};
-         },
-         Cause::Silent, "nothing hangs on that"},
+        {"pseudo-terminal", [](Patient& p) { p.Facts.IsPseudoTerminal = true, p.Refused = {"9600,o,8,1"}; },
+         opens, Cause::Silent, "nothing hangs on that"},
     };
     for (const auto& c : cases) {
         ScriptedPort port;
         Patient patient;
-        c.Arrange(patient, port);
+        c.Arrange(patient);
+        if (c.Refusal != opens)
+            port.Present.clear();
+        port.Refusal = c.Refusal;
         patient.Examine(port);
         EXPECT_EQ(patient.Found.Likeliest, c.Likeliest) << c.Name;
         EXPECT_THAT(patient.Text(), HasSubstr(c.Said)) << c.Name;

@@ -14,8 +14,8 @@ TEST_F(OnlineConnection, SearchTellsWhatIsOnEachPort) {
     EXPECT_EQ(view.States(), (PortStates{MatrixVek, OtherDevice, NotThere, MatrixVek}));
     EXPECT_EQ(view.Found[1]->Answer, (ByteVector{8, 9, 19, 7, 16, 213, 0}));
     EXPECT_EQ(packets, "D R D R D D R ") << "the last one found at the second attempt";
-    EXPECT_EQ(port.Story().find("0 open 1, 0 set 9600,n,8,2, 0 input, 0 send 44 69 52 65 43 74, 1 input, "
-                                "21 input, 21 send 52 FF FF AF, 22 input, 22 close, 22 open 2"),
+    EXPECT_EQ(port.Story().find("0 open 1, 0 set 9600,n,8,2, 0 input, 0 send 44 69 52 65 43 74, 1 input, 21 "
+                                "input, 21 send 52 FF FF AF, 22 input, 22 close, 22 open 2"),
               0U);
     EXPECT_FALSE(port.PortOpen());
 

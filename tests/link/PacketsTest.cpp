@@ -10,11 +10,7 @@ using namespace vek;
 using namespace vek::test;
 
 TEST(Packets, FindRepliesAreFramedFromTheEnd) {
-    const struct {
-        ByteVector received;
-        std::optional<std::uint32_t> found;
-        const char* version;
-    } cases[] = {
+    const std::tuple<ByteVector, std::optional<std::uint32_t>, const char*> cases[] = {
         {{39, 2, 5}, std::nullopt, ""},
         {{39, 2, 5, 209}, 0x050227, "2.5"},
         {{39, 2, 5, 208}, std::nullopt, ""},
@@ -25,9 +21,9 @@ TEST(Packets, FindRepliesAreFramedFromTheEnd) {
         {{255, 0, 16, 240}, 0x1000FF, "4096.16"},  // bit 20 counts in both numbers
         {{39, 255, 239, 234}, 0xEFFF27, "255.239"},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(DecodeFindReply(c.received), c.found) << Hex(c.received);
-        EXPECT_EQ(c.found ? VersionText(*c.found) : "", c.version);
+    for (const auto& [received, found, version] : cases) {
+        EXPECT_EQ(DecodeFindReply(received), found) << Hex(received);
+        EXPECT_EQ(found ? VersionText(*found) : "", version);
     }
 }
 

@@ -8,21 +8,21 @@ using namespace vek::test;
 
 namespace {
 
-const std::string programFailed =
-    "Error!|Program failed, Vekule will fail to operate correctly until reprogrammmed, Try powering the vek "
-    "off/wait/on and reprogram again;";
+const std::string programFailed = "Error!|Program failed, Vekule will fail to operate correctly until "
+                                  "reprogrammmed, Try powering the vek off/wait/on and reprogram again;";
 
 class LinkOutcomesOfTest : public RecordingOutcomes<LinkOutcomes>, public ProgrammingOutcomes {
   public:
     std::string Percentages; ///< each followed by a blank, and what else an attempt tells
-    std::string Step;        ///< of the search, the last one
+    std::string Step;        ///< row, settings, number, count and pass of the search, the last one
     int YesAnswers = 0;      ///< to questions to come
 
     void PortSearchBegins(std::size_t row) override { Step = std::to_string(row) + ':'; }
     void Searching(const SearchStep& step) override {
-        (Step.resize(2), Step += step.Settings) += " " + std::to_string(step.Number) + " of " +
-                                                   std::to_string(step.Count) + ", pass " +
-                                                   std::to_string(step.Pass);
+        Step.resize(2);
+        Step += step.Settings;
+        for (const int number : {step.Number, step.Count, step.Pass})
+            Step += ' ' + std::to_string(number);
     }
     void DeviceFound(const PortFinding& finding) override { Percentages += TextOf(finding) + ' '; }
     void DownloadBegins() override { Percentages += "begins "; }
@@ -96,7 +96,6 @@ class Download : public VekLinkTest {
             image.Buffer[i] = static_cast<std::uint8_t>(i * 7);
         image.Length = 20;
     }
-    bool SendDownload() { return Run(link.send_download(image, outcomes)); }
     DownloadImage image;
 };
 
@@ -105,9 +104,9 @@ class Download : public VekLinkTest {
 TEST_F(Searching, BytesAndSettingsInOrder) {
     OpenPort();
     EXPECT_EQ(Run(link.Find_vek(false)).Found, 0x050227U);
-    EXPECT_EQ(port.Story(), "0 set 110,n,8,2, 0 send 00, 200 input, 200 set 9600,n,8,2, 200 send FF, "
-                            "210 send 53, 220 send 45, 230 send 54, 240 send 56, 250 send 45, 260 input, "
-                            "260 send 4B, 270 input");
+    EXPECT_EQ(port.Story(),
+              "0 set 110,n,8,2, 0 send 00, 200 input, 200 set 9600,n,8,2, 200 send FF, 210 send 53, 220 send "
+              "45, 230 send 54, 240 send 56, 250 send 45, 260 input, 260 send 4B, 270 input");
     OpenPort();
     findReplies = {{{39, 2, 5, 209}}};
     EXPECT_EQ(Run(link.Find_vek(false)).Found, 0x050227U);
@@ -115,9 +114,9 @@ TEST_F(Searching, BytesAndSettingsInOrder) {
     OpenPort();
     rate = "none";
     EXPECT_EQ(Run(link.Find_vek(true)).Found, 0U) << "every rate once when nothing answers";
-    EXPECT_EQ(port.Story("set"), "640 set 110,n,8,2, 840 set 9600,n,8,2, 1010 set 38400,n,8,2, "
-                                 "1180 set 28800,n,8,2, 1350 set 19200,n,8,2, 1520 set 14400,n,8,2, "
-                                 "1690 set 4800,n,8,2, 1860 set 2400,n,8,2");
+    EXPECT_EQ(port.Story("set"),
+              "640 set 110,n,8,2, 840 set 9600,n,8,2, 1010 set 38400,n,8,2, 1180 set 28800,n,8,2, 1350 set "
+              "19200,n,8,2, 1520 set 14400,n,8,2, 1690 set 4800,n,8,2, 1860 set 2400,n,8,2");
     EXPECT_EQ(port.Now, 2030);
     OpenPort();
     EXPECT_FALSE(Run(link.dumb_restart_unit()));
@@ -185,29 +184,21 @@ TEST_F(Searching, TellsWhatIsOnEachPortAndLeavesItClosed) {
     port.Present = {4};
     Search();
     EXPECT_EQ(outcomes.Found[3]->State, Silent);
-    EXPECT_EQ(outcomes.Step, "3:2400,n,8,2 7 of 7, pass 1");
+    EXPECT_EQ(outcomes.Step, "3:2400,n,8,2 7 7 1");
 }
 
 TEST(Findings, AreToldInWords) {
     const DeviceTypeList types = {{29, 39, "Matrix Vek", ""}, {9, 19, "Relay 4 Vek", ""}};
-    const auto rights = [](const std::string& group, bool joined) {
-        PortFacts facts;
-        facts.Rights.GroupToJoin = group;
-        facts.Rights.JoinedSinceLogin = joined;
-        return facts;
-    };
-    PortFacts held;
+    PortFacts outsider, joined, held;
+    outsider.Rights.GroupToJoin = joined.Rights.GroupToJoin = "dialout";
+    joined.Rights.JoinedSinceLogin = true;
     held.Holders = {{"screen", 47}};
-    const struct {
-        PortFinding finding;
-        PortFacts facts;
-        const char* text;
-    } cases[] = {
+    const std::tuple<PortFinding, PortFacts, const char*> cases[] = {
         {NotOpened(OpenFailure::NotThere), {}, "not there"},
         {NotOpened(OpenFailure::NotPermitted), {}, "may not be opened"},
-        {NotOpened(OpenFailure::NotPermitted), rights("dialout", false),
+        {NotOpened(OpenFailure::NotPermitted), outsider,
          "may not be opened: your user is not in the group dialout"},
-        {NotOpened(OpenFailure::NotPermitted), rights("dialout", true),
+        {NotOpened(OpenFailure::NotPermitted), joined,
          "may not be opened: log out and in again, to be in the group dialout"},
         {NotOpened(OpenFailure::InUse), {}, "in use by another program, or does not work"},
         {NotOpened(OpenFailure::InUse), held, "in use by screen (47)"},
@@ -217,8 +208,8 @@ TEST(Findings, AreToldInWords) {
         {Understood(types, 0x050113, "9600,n,8,2", {19}), {}, "another device: Relay 4 Vek 1.5"},
         {Understood(types, 0x050227, "9600,n,8,2", {39}), {}, "Matrix Vek 2.5"},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(FindingText(c.finding, c.facts), c.text);
+    for (const auto& [finding, facts, text] : cases)
+        EXPECT_EQ(FindingText(finding, facts), text);
 }
 
 TEST_F(Searching, SendingIsWaitedForBeforeTheWaitsBegin) {
@@ -263,27 +254,23 @@ TEST_F(Searching, CancellingOrALostPortEndAnyWaitAtOnce) {
 TEST_F(Download, BytesAndSettingsInOrder) {
     OpenPort();
     commandReplies = "+.++.";
-    EXPECT_TRUE(SendDownload());
+    EXPECT_TRUE(Run(link.send_download(image, outcomes)));
     EXPECT_TRUE(Run(link.restart_unit()));
-    EXPECT_EQ(port.Story(),
-              "0 input, 0 set 9600,o,8,1, 0 send 11, 10 set 9600,e,8,1, "
-              "10 send 00 00 00 07 0E 15 1C 23 2A 31 3B, 11 input, "
-              "11 set 9600,o,8,1, 11 send 11, 21 set 9600,e,8,1, "
-              "21 send 00 01 38 3F 46 4D 54 5B 62 69 7A, "
-              "521 set 9600,o,8,1, 521 send 11, 531 set 9600,e,8,1, "
-              "531 send 00 01 38 3F 46 4D 54 5B 62 69 7A, 532 input, "
-              "532 set 9600,o,8,1, 532 send 11, 542 set 9600,e,8,1, "
-              "542 send 00 02 70 77 7E 85 8C 93 9A A1 B9, 543 input, "
-              "543 input, 543 set 9600,o,8,1, 543 send 33, 553 set 9600,e,8,1, 553 send FF, "
-              "1053 input, 1053 set 9600,o,8,1, 1053 send 33, 1063 set 9600,e,8,1, 1063 send FF, "
-              "1064 input");
+    EXPECT_EQ(
+        port.Story(),
+        "0 input, 0 set 9600,o,8,1, 0 send 11, 10 set 9600,e,8,1, 10 send 00 00 00 07 0E 15 1C 23 2A 31 3B, "
+        "11 input, 11 set 9600,o,8,1, 11 send 11, 21 set 9600,e,8,1, 21 send 00 01 38 3F 46 4D 54 5B 62 69 "
+        "7A, 521 set 9600,o,8,1, 521 send 11, 531 set 9600,e,8,1, 531 send 00 01 38 3F 46 4D 54 5B 62 69 7A, "
+        "532 input, 532 set 9600,o,8,1, 532 send 11, 542 set 9600,e,8,1, 542 send 00 02 70 77 7E 85 8C 93 9A "
+        "A1 B9, 543 input, 543 input, 543 set 9600,o,8,1, 543 send 33, 553 set 9600,e,8,1, 553 send FF, 1053 "
+        "input, 1053 set 9600,o,8,1, 1053 send 33, 1063 set 9600,e,8,1, 1063 send FF, 1064 input");
     EXPECT_EQ(outcomes.Percentages, "begins 0.0% again 33.3% 100% ");
 }
 
 TEST_F(Download, WholeImageTakesItsFixedWaits) {
     OpenPort();
     image.Length = imageLength;
-    EXPECT_TRUE(SendDownload());
+    EXPECT_TRUE(Run(link.send_download(image, outcomes)));
     EXPECT_EQ(port.Now, 273 * 11);
     EXPECT_EQ(outcomes.Percentages.substr(0, 27), "begins 0.0% 0.3% 0.7% 1.0% ");
     outcomes.Percentages.clear();
@@ -376,14 +363,12 @@ TEST_F(Download, AskedToEndItFinishesTheBlockAndRestarts) {
 
 TEST_F(Download, ALostPortIsToldAndCancelIsSilent) {
     // 100 ms for the port, 200 ms wake pulse, 70 ms wake word, then 11 ms for each block.
-    const std::pair<long, std::string> cases[] = {
-        {50, "Error!|Port not open;"},
-        {250, "Error!|Vek not responding;"},
-        {335, "Error!|Vek not responding;"},
-        {375, "Error!  0|No reply to download;"},
-        {387, "Error!  1|No reply to download;"},
-        {408, noRestart + programFailed},
-    };
+    const std::pair<long, std::string> cases[] = {{50, "Error!|Port not open;"},
+                                                  {250, "Error!|Vek not responding;"},
+                                                  {335, "Error!|Vek not responding;"},
+                                                  {375, "Error!  0|No reply to download;"},
+                                                  {387, "Error!  1|No reply to download;"},
+                                                  {408, noRestart + programFailed}};
     for (const auto& [when, boxes] : cases) {
         for (const bool cancel : {false, true}) {
             port.Present = {1};

@@ -78,16 +78,16 @@ TEST(EnableMenus, EveryEntryDoesWhatItsCaptionSays) {
         }
     }
     EXPECT_EQ(names.size(), 48U);
-    const std::string disableAllAndSoOn = "Disable all, Enable all inputs, Disable all inputs, "
-                                          "Enable all outputs, Disable all outputs, ";
+    const std::string disableAllAndSoOn =
+        "Disable all, Enable all inputs, Disable all inputs, Enable all outputs, Disable all outputs, ";
     const std::string mode = ": Enable all, " + disableAllAndSoOn;
     const std::string allOutputs = "All Outputs: Enable this function, Disable this function, Enable all, ";
     const std::string both = allOutputs + disableAllAndSoOn + "This Output Only" + mode;
     EXPECT_EQ(captions, mode + both + both + allOutputs + disableAllAndSoOn +
                             "This Output Only: Enable All, " + disableAllAndSoOn);
-    EXPECT_EQ(separators, "mnuspace1 mnuspace2 mnuspace3 mnuspace4 mnuspace5 mnuspace6 mnuspace7 mnuspace10 "
-                          "mnuspace11 mnuspace12 mnuspace13 mnuspace20 mnuspace30 mnuspace31 mnuspace32 "
-                          "mnuspace33 mnuspace34 ");
+    EXPECT_EQ(separators,
+              "mnuspace1 mnuspace2 mnuspace3 mnuspace4 mnuspace5 mnuspace6 mnuspace7 mnuspace10 mnuspace11 "
+              "mnuspace12 mnuspace13 mnuspace20 mnuspace30 mnuspace31 mnuspace32 mnuspace33 mnuspace34 ");
 }
 
 TEST(EnableMenus, AFunctionOutsideTheGroupIsRefused) {

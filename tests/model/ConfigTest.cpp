@@ -48,15 +48,12 @@ TEST(Configuration, BlankAndDefaultModes) {
 }
 
 TEST(Panels, CharactersAndTheirIndices) {
-    const struct {
-        char character;
-        std::size_t index;
-        bool valid;
-    } cases[] = {{'1', 0, true},  {'9', 8, true},  {'A', 9, true},  {'a', 9, true},  {'G', 15, true},
-                 {'g', 15, true}, {'H', 0, false}, {' ', 0, false}, {'0', 0, false}, {'\xE9', 0, false}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(PanelCharToIndex(c.character), c.index) << c.character;
-        EXPECT_EQ(IsPanelChar(c.character), c.valid) << c.character;
+    const std::tuple<char, std::size_t, bool> cases[] = {
+        {'1', 0, true},  {'9', 8, true},  {'A', 9, true},  {'a', 9, true},  {'G', 15, true},
+        {'g', 15, true}, {'H', 0, false}, {' ', 0, false}, {'0', 0, false}, {'\xE9', 0, false}};
+    for (const auto& [character, index, valid] : cases) {
+        EXPECT_EQ(PanelCharToIndex(character), index) << character;
+        EXPECT_EQ(IsPanelChar(character), valid) << character;
     }
     EXPECT_EQ(PanelIndexToChar(15), 'G');
 }

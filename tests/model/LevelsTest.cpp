@@ -9,15 +9,12 @@ using namespace vek;
 
 TEST(Levels, SnapWholeTenthsTowardsZeroAndKeepFinerParts) {
     constexpr float infinity = std::numeric_limits<float>::infinity();
-    const struct {
-        float Level;
-        float Snapped;
-    } cases[] = {{0.0F, 0.0F},   {1.3F, 1.0F},         {1.7F, 1.5F},          {-1.7F, -1.5F},
-                 {2.3F, 2.0F},   {2.7F, 2.5F},         {2.5F, 2.5F},          {-0.5F, -0.5F},
-                 {0.44F, 0.04F}, {2.26F, 1.96F},       {1.96F, 1.96F},        {-96.0F, -96.0F},
-                 {1e30F, 1e30F}, {infinity, infinity}, {-infinity, -infinity}};
-    for (const auto& c : cases)
-        EXPECT_FLOAT_EQ(SnapHalfDecibels(c.Level), c.Snapped) << c.Level;
+    const std::pair<float, float> cases[] = {
+        {0.0F, 0.0F},   {1.3F, 1.0F},     {1.7F, 1.5F},   {-1.7F, -1.5F},       {2.3F, 2.0F},
+        {2.7F, 2.5F},   {2.5F, 2.5F},     {-0.5F, -0.5F}, {0.44F, 0.04F},       {2.26F, 1.96F},
+        {1.96F, 1.96F}, {-96.0F, -96.0F}, {1e30F, 1e30F}, {infinity, infinity}, {-infinity, -infinity}};
+    for (const auto& [level, snapped] : cases)
+        EXPECT_FLOAT_EQ(SnapHalfDecibels(level), snapped) << level;
     EXPECT_FALSE(std::signbit(SnapHalfDecibels(-0.3F))) << "no negative zero";
     EXPECT_EQ(SnapHalfDecibels(std::nanf("")), 0.0F);
 }

@@ -14,32 +14,23 @@ TEST(Names, AreLinesOfOneFormInTheNotes) {
         "Bar\r\n"
         "Input 1: Desk\r\nInput 2:\r\nInput 2: CD\r\nPanel 9: Door\r\nInput 9: x\r\nOutput 0: x\r\n"
         "Panel H: x\r\nInput1: x\r\nInput 12: x\r\nThe Input 4: x\r\nInput 4 x\r\nInputs 5: x\r\nMode A: x");
-    const struct {
-        NameKind kind;
-        std::size_t index;
-        const char* name;
-    } named[] = {{Input, 0, "Lectern"}, {Output, 2, "Foyer: left"}, {Mode, 1, "Joined"},
-                 {Panel, 9, "Bar"},     {Input, 1, "CD"},           {Panel, 8, "Door"}};
+    const std::tuple<NameKind, std::size_t, const char*> named[] = {
+        {Input, 0, "Lectern"}, {Output, 2, "Foyer: left"}, {Mode, 1, "Joined"},
+        {Panel, 9, "Bar"},     {Input, 1, "CD"},           {Panel, 8, "Door"}};
     std::size_t found = 0;
     for (const NameKind kind : nameKinds)
         for (std::size_t i = 0; i < CountOf(kind); ++i)
             found += names.Of(kind, i).empty() ? 0 : 1;
     EXPECT_EQ(found, std::size(named));
-    for (const auto& n : named)
-        EXPECT_EQ(names.Of(n.kind, n.index), n.name) << NumberText(n.kind, n.index);
+    for (const auto& [kind, index, name] : named)
+        EXPECT_EQ(names.Of(kind, index), name) << NumberText(kind, index);
     EXPECT_EQ(NumberText(Panel, 15), "Panel G");
     EXPECT_EQ(CountOf(Panel), 16U);
     EXPECT_THROW(names.Of(Input, 99), std::out_of_range);
 }
 
 TEST(Names, AreChangedWithoutTouchingOtherLines) {
-    const struct {
-        const char* notes;
-        NameKind kind;
-        std::size_t index;
-        const char* name;
-        const char* expected;
-    } cases[] = {
+    const std::tuple<const char*, NameKind, std::size_t, const char*, const char*> cases[] = {
         {"", Input, 0, "Desk", "Input 1: Desk"},
         {"Hall", Input, 0, " Desk ", "Hall\r\nInput 1: Desk"},
         {"Hall\r\n", Input, 0, "Desk", "Hall\r\nInput 1: Desk"},
@@ -51,8 +42,8 @@ TEST(Names, AreChangedWithoutTouchingOtherLines) {
         {"Hall", Output, 7, "", "Hall"},
         {"", Output, 7, "a\r\nMode 1: b", "Output 8: a  Mode 1: b"},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(WithName(c.notes, c.kind, c.index, c.name), c.expected) << c.notes;
+    for (const auto& [notes, kind, index, name, expected] : cases)
+        EXPECT_EQ(WithName(notes, kind, index, name), expected) << notes;
 }
 
 } // namespace

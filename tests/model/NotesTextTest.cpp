@@ -6,11 +6,7 @@ namespace vek {
 namespace {
 
 TEST(NotesText, LinesKeepTheirEndsThroughAnEdit) {
-    const struct {
-        const char* stored;
-        const char* edited;
-        const char* expected;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         {"", "a\nb", "a\r\nb"},
         {"a", "a\n", "a\r\n"},
         {"a\nb\nc", "a\nb\nc", "a\nb\nc"},
@@ -24,8 +20,8 @@ TEST(NotesText, LinesKeepTheirEndsThroughAnEdit) {
         {"\n\n\n", "\n\n", "\n\n"},
         {"a\n\rb", "a\n\nbc", "a\n\rbc"},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(WithLineEndsOf(c.stored, c.edited), c.expected) << &c - cases;
+    for (const auto& [stored, edited, expected] : cases)
+        EXPECT_EQ(WithLineEndsOf(stored, edited), expected) << stored << '|' << edited;
 }
 
 } // namespace

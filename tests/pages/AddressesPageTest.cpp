@@ -15,36 +15,38 @@ static QStringList Numbered(const QString& caption) {
     return captions;
 }
 
+constexpr int base = 32700; // addresses are plain sums, also beyond what a base can be
+
 /// The labels of a group: all of the "In" side, then all of the "Out" side.
 const struct {
     AddressGroup Group;
     const char* Name; ///< of the labels
     QString Spoken;   ///< what the group is called
     QStringList Captions;
-    int In; ///< the first address of output 3, base 1000
+    int In; ///< the first address of output 3, from the base
     int Out;
 } groups[] = {
-    {Mode, "VekNetLabel2", u"Mode Recall"_s, Numbered(u"Mode %1"_s), 1000, 1008},
+    {Mode, "VekNetLabel2", u"Mode Recall"_s, Numbered(u"Mode %1"_s), 0, 8},
     {Volume,
      "VolumeVekNetLabel",
      u"Volume Addresses"_s,
      {u"Step Up"_s, u"Step Down"_s, u"Analog"_s, u"Mute"_s},
-     1024,
-     1056},
+     24,
+     56},
     {RouteControl,
      "VekNetLabelRouteControl",
      u"Input Select Addresses"_s,
      {u"Next"_s, u"Previous"_s, u"Analog"_s},
-     1214,
-     1238},
-    {Route, "VekNetLabelRoute", u"Input Select Addresses"_s, Numbered(u"Input %1"_s), 1096, 1160},
+     214,
+     238},
+    {Route, "VekNetLabelRoute", u"Input Select Addresses"_s, Numbered(u"Input %1"_s), 96, 160},
 };
 
 TEST(AddressesPage, EachLabelHasItsNameItsAddressAndItsMenu) {
     AddressesPage page;
     page.resize(900, 600);
     page.ShowNames(Names("Input 2: Lectern\r\nOutput 3: Foyer"));
-    page.ShowAddresses({}, 1000, 2); // a label without a text would still be found
+    page.ShowAddresses({}, base, 2); // a label without a text would still be found
     ShowActive(page);
     std::vector<std::pair<AddressGroup, std::size_t>> menus; // asked for
     QPoint wanted;                                           // where a menu must open, global
@@ -63,10 +65,10 @@ TEST(AddressesPage, EachLabelHasItsNameItsAddressAndItsMenu) {
             const QString name = caption == "Input 2"_L1 ? u"Lectern"_s : QString();
             EXPECT_EQ(Caption(page, label, Qt::LeftEdge), name.isEmpty() ? caption : name);
 
-            const int address = (output ? group.Out : group.In) + static_cast<int>(row);
+            const int address = base + (output ? group.Out : group.In) + static_cast<int>(row);
             AddressEnables one;
             AddressFlag(one, group.Group, function, 2) = flagTrue;
-            page.ShowAddresses(one, 1000, 2);
+            page.ShowAddresses(one, base, 2);
             QStringList on;
             for (const AddressLabel* shown : page.findChildren<AddressLabel*>())
                 if (shown->text() != "OFF"_L1)
@@ -78,7 +80,7 @@ TEST(AddressesPage, EachLabelHasItsNameItsAddressAndItsMenu) {
                       u"%1, %2%3, %4%5, address %6, on"_s.arg(
                           group.Spoken, caption, name.isEmpty() ? name : u' ' + name,
                           output ? u"Out"_s : u"In"_s, place, QString::number(address)));
-            page.ShowAddresses(one, 1000, 3);
+            page.ShowAddresses(one, base, 3);
             EXPECT_TRUE(label.accessibleName().endsWith(group.Group == Mode ? "on"_L1 : "off"_L1));
             EXPECT_EQ(label.text() == "OFF"_L1, group.Group != Mode);
             EXPECT_EQ(label.isChecked(), group.Group == Mode);
@@ -96,7 +98,7 @@ TEST(AddressesPage, EachLabelHasItsNameItsAddressAndItsMenu) {
 
 TEST(AddressesPage, AGroupIsOneTabStopAndArrowKeysMoveWithinIt) {
     AddressesPage page;
-    page.ShowAddresses({}, 1000, 2);
+    page.ShowAddresses({}, base, 2);
     ShowActive(page);
     const auto press = [](std::initializer_list<Qt::Key> keys) {
         for (const Qt::Key key : keys)

@@ -44,9 +44,6 @@ TEST(LevelsPage, EachRowHasItsCaptionItsLimitsAndItsButton) {
     }
     EXPECT_EQ(page.LevelTrim1->MaxLevel(), 10.0F);
     EXPECT_EQ(page.LevelTrim1->MinLevel(), -62.0F);
-    EXPECT_EQ(page.LevelTrim1->accessibleName(), "Level of the output"_L1);
-    EXPECT_EQ(page.RemotePreviousNotSetStartLevel[0]->text(), "Use Fixed Start Level"_L1);
-    EXPECT_EQ(page.RemotePreviousNotSetStartLevel[1]->text(), "Use Previous Start Level"_L1);
 }
 
 struct LevelsTableTest : testing::Test {

@@ -57,22 +57,6 @@ TEST_F(RemotePanelsPageTest, TellsOfKeysAndWishesToLink) {
         }
 }
 
-TEST_F(RemotePanelsPageTest, RefusesThePanelsOfOtherOutputs) {
-    ModeRecord mode;
-    mode.OutputPanels[4].PanelVolumes = "1";
-    mode.OutputPanels[5].PanelSelects = "2";
-    page.RefreshTakenMarks(mode);
-    for (std::size_t output = 0; output < outputCount; ++output) {
-        for (const auto& list : lists)
-            QTest::keyClicks(&Text(list.Boxes[output]), u"12"_s);
-        EXPECT_EQ(page.RemotePaneInputs[output]->Contents(), "12"_L1);
-        EXPECT_EQ(page.RemotePanelVolumes[output]->Contents(), output == 4 ? "12"_L1 : "2"_L1);
-        EXPECT_EQ(page.RemotePanelSelects[output]->Contents(), output == 5 ? "12"_L1 : "1"_L1);
-    }
-    QTest::keyClicks(&Text(page.RemotePanelSelects[0]), u"2"_s);
-    EXPECT_EQ(QToolTip::text(), "Panel 2 is used by output 6"_L1);
-}
-
 TEST(Rs232Page, EachCodeStandsUnderItsCommandBesideItsOutput) {
     Rs232Page page;
     page.resize(900, 500);

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace vek {
 namespace {

@@ -3,7 +3,6 @@
 #include "base/Errors.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace vek {
 namespace {

