@@ -284,6 +284,8 @@ TEST_F(Editing, PanelsOfOtherOutputsAreRefused) {
     Type(u"RemotePanelSelects_1"_s, u"3"_s);
     EXPECT_EQ(Config.Modes[0].OutputPanels[1].PanelVolumes.Trimmed(), "5");
     EXPECT_EQ(Config.Modes[0].OutputPanels[1].PanelSelects.Trimmed(), "3");
+    Type(u"RemotePanelSelects_7"_s, u"34"_s);
+    EXPECT_EQ(Config.Modes[0].OutputPanels[7].PanelSelects.Trimmed(), "4");
     Click(u"Modes_1"_s);
     Type(u"RemotePanelVolumes_1"_s, u"3"_s);
     EXPECT_EQ(Config.Modes[1].OutputPanels[1].PanelVolumes.Trimmed(), "3") << "each mode on its own";
