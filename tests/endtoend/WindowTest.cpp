@@ -1,24 +1,9 @@
 // The real window on a real serial layer against a simulated device, driven by mouse and keys.
-#include "controls/LevelTrim.h"
-#include "device/VekComms.h"
-#include "editor/CorvaneForm.h"
-#include "link/DownloadImage.h"
+#include "endtoend/WindowOnDevice.h"
+
 #include "model/ConfigFile.h"
 #include "model/ProgramState.h"
-#include "model/RecordLayout.h"
-#include "pages/EditorPages.h"
-#include "platform/QtOneShotTimer.h"
-#include "platform/QtSerialControl.h"
-#include "simulator/RunningVek.h"
-#include "support/MemoryStore.h"
-#include "support/OnlinePackets.h"
-#include "support/ScriptedDialogs.h"
-#include "support/TestData.h"
-#include "support/Windows.h"
 
-#include <gmock/gmock.h>
-
-#include <optional>
 #include <random>
 #include <sys/resource.h>
 
@@ -30,88 +15,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr int patience = 10'000; // milliseconds
-
-class WindowOnDevice : public testing::Test {
-  protected:
-    void Start(const SimulatedVekOptions& options = {}) {
-        vek.emplace(options);
-        window = std::make_unique<CorvaneForm>(services, std::string());
-        window->FinishStart();
-        // All tabs can be clicked, on a screen of any size.
-        window->resize(1040, 700);
-        window->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
-    }
-
-    template <typename Widget = QWidget>
-    Widget* Find(const char* name) {
-        return window->findChild<Widget*>(QString::fromLatin1(name));
-    }
-    /// Where a point of a widget is in its window.
-    static QPoint InWindow(QWidget* widget, const QPoint& point) {
-        return widget->mapTo(widget->window(), point);
-    }
-    static void ClickOn(QWidget* widget, const QPoint& point) {
-        QTest::mouseClick(widget->window()->windowHandle(), Qt::LeftButton, {}, InWindow(widget, point));
-    }
-    /// On the mark of a radio button or check box, on the left of a push button.
-    static void Click(QWidget* button) { ClickOn(button, {8, button->height() / 2}); }
-    void Click(const char* name) { Click(Find(name)); }
-    void ShowTab(int tab) {
-        auto* bar = Find<QTabWidget>("SSTab1")->tabBar();
-        ClickOn(bar, bar->tabRect(tab).center());
-    }
-    QWidget* Knob(const char* fader) { return Find(fader)->findChild<QWidget*>(u"Command1"_s); }
-    float Level(const char* fader) { return Find<LevelTrim>(fader)->Level(); }
-    void Drag(const char* fader, int down) { DragBy(*Knob(fader), {0, down}); }
-
-    template <typename Condition>
-    static void Await(Condition condition, const char* what) {
-        EXPECT_TRUE(QTest::qWaitFor(condition, patience)) << what;
-    }
-    void AwaitBoxes() {
-        Await([this] { return boxes.Done() && !boxes.AnyOpen(); }, "boxes");
-    }
-    void AwaitOffline() {
-        Await([this] { return !IsOnline(); }, "offline");
-    }
-    /// What the device was asked and took.
-    std::string Requests() {
-        std::string requests;
-        for (const DeviceEvent& event : (*vek)->Events())
-            requests += event.Kind == DeviceEventKind::Refused ? event.Text : PacketText(event.Request);
-        return requests;
-    }
-    void AwaitRequests(const std::string& requests) {
-        Await([&] { return Requests() == requests; }, "requests");
-        EXPECT_EQ(Requests(), requests);
-    }
-
-    void GoOnline() {
-        ShowTab(OnlineTab);
-        Click("OnlineSearch");
-        Await([this] { return Find("OnlinePort_0")->isVisible() && Find("OnlinePort_0")->isEnabled(); },
-              "a Matrix Vek");
-        EXPECT_EQ(Find<QLineEdit>("VekType_0")->text(), u"Matrix Vek2.5"_s);
-        boxes.ExpectMessage(u"Online"_s, u"Matrix Vek is now online."_s, MessageIcon::None);
-        Click("OnlinePort_0");
-        AwaitBoxes();
-        ASSERT_TRUE(IsOnline());
-    }
-    bool IsOnline() { return !Find("OnlineCancel")->isHidden(); }
-
-    ScriptedDialogs boxes;
-    MemoryStore store;
-    std::optional<RunningVek> vek;
-    const QtSerialControl::DeviceLookup device = [this](int number) {
-        return number == 1 && vek ? (*vek)->PortPath() : std::string();
-    };
-    EditorServices services{boxes, store, [this] { return std::make_unique<QtSerialControl>(device); },
-                            [] { return std::make_unique<QtOneShotTimer>(); },
-                            [] { return QStringList{u"pts"_s}; }};
-    std::unique_ptr<CorvaneForm> window;
-};
+class RealWindow : public testing::Test, public WindowOnDevice {};
 
 /// Of this thread; the simulated device runs in another.
 rusage Usage() {
@@ -138,81 +42,29 @@ void ExpectIdle(milliseconds length) {
     EXPECT_LT(after.ru_nvcsw - before.ru_nvcsw, length.count() / 10) << "the window wakes up again and again";
 }
 
-TEST_F(WindowOnDevice, HearsExactlyWhatTheUserDoes) {
+TEST_F(RealWindow, HearsExactlyWhatTheUserDoes) {
     Start();
     GoOnline();
-    std::string expected = "D R D ";
-    const auto served = [&](const std::string& requests) { AwaitRequests(expected += requests); };
     const std::string exceptFive = Pass('V', {210, 210, 210, 210, 210, 18, 210, 210});
     ShowTab(InputTrimsTab); // the levels once more after the routes
-    served(Pass('M', 0) + Pass('V', 210) + Pass('V', 210));
+    Served(Pass('M', 0) + Pass('V', 210) + Pass('V', 210));
     Drag("InputLevelTrim_0", 1000);
     EXPECT_EQ(Level("InputLevelTrim_0"), -18.0F);
-    served(Pass('V', 210 - 2 * 18));
+    Served(Pass('V', 210 - 2 * 18));
     ShowTab(OutputTrimsTab);
-    served(Pass('V', 210 - 2 * 18) + Pass('V', 210 - 2 * 18));
+    Served(Pass('V', 210 - 2 * 18) + Pass('V', 210 - 2 * 18));
     Click("RouteOption_4");
-    served(Pass('M', 4) + Pass('V', 210));
+    Served(Pass('M', 4) + Pass('V', 210));
     Click("OutPutSelectCheck_5");
-    served(exceptFive);
+    Served(exceptFive);
     ShowTab(OnlineTab);
-    served(exceptFive);
+    Served(exceptFive);
     Click("OnlineCancel");
-    served("R ");
+    Served("R ");
     AwaitOffline();
 }
 
-TEST_F(WindowOnDevice, ProgramsWhatWasEditedAndSaved) {
-    const TemporaryFolder folder;
-    const QString example = QString::fromStdString(DataPath("../../examples/theatre-cafe.VMC"));
-    const QString saved = QString::fromStdString(folder.Path("mine.VMC"));
-    MatrixConfig expected = LoadConfig(example.toStdString());
-    Start();
-    boxes.ExpectOpenFile(QString(), example);
-    Find<QAction>("OPEN")->trigger();
-
-    ShowTab(LevelsTab);
-    Click("Modes_1");
-    Click("UsePanel_2");
-    Drag("LevelTrim1", -1000);
-    Click("UseSliderToSet_0");
-    expected.Modes[1].OutputLevels[2].MaximumLevel = 10.0F;
-
-    boxes.ExpectSaveFile(example, saved);
-    boxes.ExpectMessage(u"File Saved."_s, u"Configuration saved to mine.VMC"_s, MessageIcon::None);
-    Find<QAction>("SAVEAS")->trigger();
-    const MatrixConfig written = LoadConfig(saved.toStdString());
-    EXPECT_TRUE(EncodeRecord(written) == EncodeRecord(expected));
-
-    // The programming window is modal: the user acts in its event loop.
-    QTimer::singleShot(0, window.get(), [&] {
-        auto* form = qobject_cast<VekComms*>(QApplication::activeModalWidget());
-        ASSERT_NE(form, nullptr);
-        auto* search = form->findChild<QWidget*>(u"Command1"_s);
-        auto* found = form->findChild<QLineEdit*>(u"VekType_0"_s);
-        Await([&] { return search->isEnabled() && found->text() == u"Matrix Vek2.5"_s; }, "a Matrix Vek");
-        boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::No, Answer::No);
-        Click(form->findChild<QWidget*>(u"Option1_0"_s));
-        Click(form->findChild<QWidget*>(u"ProgramVek"_s));
-    });
-    Find<QAction>("DOWNLOAD")->trigger();
-    const auto image = (*vek)->Image();
-    ASSERT_TRUE(image);
-    Find<QAction>("ShowChanges")->trigger();
-    auto* base = Find<QComboBox>("ComparedWith");
-    base->setCurrentIndex(0);
-    QTest::keyClick(base, Qt::Key_End);
-    EXPECT_EQ(base->currentText(), u"What was programmed last"_s);
-    ShowTab(OutputTrimsTab);
-    QTest::keyClick(Knob("OutputLevelTrim_1"), Qt::Key_Down);
-    const auto* changes = Find("ChangesPanel")->findChild<QListWidget*>(u"Entries"_s);
-    Await([&] { return changes->item(0)->text() == u"Output trim 2 Terrace 0dB -> -1dB"_s; }, "the change");
-    const DownloadImage encoded = EncodeImage(written).Image;
-    EXPECT_TRUE(std::equal(image->begin(), image->end(), encoded.Buffer.begin()));
-    EXPECT_EQ(encoded.Length, static_cast<int>(image->size()));
-}
-
-TEST_F(WindowOnDevice, TellsAPulledAdapterOnceAndRests) {
+TEST_F(RealWindow, TellsAPulledAdapterOnceAndRests) {
     Start();
     GoOnline();
     boxes.ExpectMessage(u"Error!"_s, u"No reply to restart"_s);
@@ -222,7 +74,7 @@ TEST_F(WindowOnDevice, TellsAPulledAdapterOnceAndRests) {
     ExpectIdle(milliseconds(1000));
 }
 
-TEST_F(WindowOnDevice, ABurstEndsWithWhatIsShown) {
+TEST_F(RealWindow, ABurstEndsWithWhatIsShown) {
     Start({.Faults = {ParseFault("late-reply:8@volumex*"), ParseFault("late-reply:8@routex*")}});
     GoOnline();
     ShowTab(OutputTrimsTab);
@@ -250,7 +102,7 @@ TEST_F(WindowOnDevice, ABurstEndsWithWhatIsShown) {
     EXPECT_LT((*vek)->Events().size(), moves * 8U) << "moves during a pass share the next one";
 }
 
-TEST_F(WindowOnDevice, MuteAllIsHeardAtOnce) {
+TEST_F(RealWindow, MuteAllIsHeardAtOnce) {
     Start({.Faults = {ParseFault("late-reply:20@volumex*"), ParseFault("late-reply:20@routex*")}});
     GoOnline();
     ShowTab(OutputTrimsTab);
@@ -279,7 +131,7 @@ TEST_F(WindowOnDevice, MuteAllIsHeardAtOnce) {
     }
 }
 
-TEST_F(WindowOnDevice, OpensTheFileOfTheCommandLine) {
+TEST_F(RealWindow, OpensTheFileOfTheCommandLine) {
     Start();
     const std::string path = DataPath("02.VMC");
     const CorvaneForm named(services, path);
