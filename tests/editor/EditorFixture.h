@@ -53,7 +53,6 @@ class EditorTest : public testing::Test {
         window->FinishStart();
         window->show();
     }
-
     /// A control of the window by its name.
     template <typename Widget = QWidget>
     Widget* Find(const QString& name) {

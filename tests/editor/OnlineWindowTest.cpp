@@ -110,10 +110,7 @@ TEST_F(OnlineWindow, ToldToEndItRestartsTheUnitAndAsksNothing) {
             answers);
         QObject::disconnect(counting);
         silent = false;
-        window.reset();
-        window = std::make_unique<CorvaneForm>(services, std::string());
-        window->FinishStart();
-        window->show();
+        Restart();
         tabs = Find<QTabWidget>(u"SSTab1"_s);
     }
 }
@@ -445,10 +442,7 @@ TEST_F(OnlineWindow, SafeLevelsAreRemembered) {
     const QTemporaryDir folder;
     services.SettingsFile = folder.filePath(u"settings"_s).toStdString();
     const auto restart = [this] {
-        window.reset();
-        window = std::make_unique<CorvaneForm>(services, std::string());
-        window->FinishStart();
-        window->show();
+        Restart();
         tabs = Find<QTabWidget>(u"SSTab1"_s);
     };
     restart();
