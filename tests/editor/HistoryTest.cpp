@@ -3,6 +3,7 @@
 
 #include "model/ConfigFile.h"
 #include "support/ProgrammedHall.h"
+#include "support/SimulatedLine.h"
 
 #include <QClipboard>
 #include <QListWidget>
@@ -89,42 +90,6 @@ TEST_F(History, OpensACopyWithoutAName) {
     EXPECT_EQ(Told(), u"This is a copy of hall.VMC of 2026-11-22 11:24: Save As keeps it"_s);
 }
 
-TEST_F(History, TellsWhatChangedSince) {
-    entries->setCurrentRow(1);
-    Press("OpenCopy");
-    const int base = Config.VekNetBase;
-    Config.VekNetBase = static_cast<std::int16_t>(base + 1);
-    Press("WhatChanged");
-    auto* changes = history->findChild<QDialog*>(u"ChangesForm"_s);
-    ASSERT_NE(changes, nullptr);
-    auto* lines = changes->findChild<QListWidget*>(u"Entries"_s);
-    ASSERT_EQ(lines->count(), 1);
-    EXPECT_TRUE(lines->item(0)->text().endsWith(u"%1 -> %2"_s.arg(base).arg(base + 1)));
-    changes->close();
-}
-
-TEST_F(History, ProgramsAgainWhatWasSent) {
-    entries->setCurrentRow(1);
-    const auto ask = [this](Answer answer) {
-        boxes.ExpectYesNo(u"Program again"_s, u"Do you wish to program hall.VMC of 2026-11-22 11:24 again?"_s,
-                          answer, Answer::No);
-    };
-    ask(Answer::No);
-    Press("ProgramAgain");
-    EXPECT_EQ(boxes.LastAbout,
-              u"It was sent to COM1 (ttyUSB0). The window that opens now asks for the port."_s);
-    EXPECT_EQ(port.Story("open"), "");
-    ask(Answer::Yes);
-    boxes.ExpectYesNo(u"All sent ok"_s, u"Program another vek"_s, Answer::No, Answer::No);
-    Download(1000, [this] { Press("ProgramAgain"); });
-    const DownloadImage image = EncodeImage(sent).Image;
-    EXPECT_TRUE(std::equal(image.Buffer.begin(), image.Buffer.begin() + imageLength, device.Image.begin()));
-    EXPECT_EQ(Config.VekNetBase, MatrixConfig().VekNetBase) << "the present configuration stays";
-    const auto newest = ProgrammingJournal(services.StateFolder).FromNewest().front();
-    EXPECT_EQ(newest.Entry.File, "/home/a/hall.VMC");
-    EXPECT_EQ(LoadConfig(newest.ConfigPath()), sent);
-}
-
 TEST_F(History, ExportsTheConfigurationAndItsText) {
     entries->setCurrentRow(1);
     const auto kept = ProgrammingJournal(services.StateFolder).FromNewest().back();
@@ -149,12 +114,7 @@ TEST_F(History, ExportsTheConfigurationAndItsText) {
 }
 
 TEST_F(History, WhatReplacesTheConfigurationWaitsWhileOnline) {
-    port.OnOutput = [this](const ByteVector& bytes) {
-        if (bytes.size() == 6)
-            port.Reply(1, {39, 1, 0, 255 - 39 - 1});
-        if (bytes.size() == 4)
-            port.Reply(1, {240});
-    };
+    const SimulatedDevice unit(port);
     Trigger(u"ONLINE"_s);
     Click(u"OnlineSearch"_s);
     boxes.ExpectMessage(u"Online"_s, u"Matrix Vek is now online."_s, MessageIcon::None);

@@ -56,9 +56,8 @@ class Programming : public EditorTest {
         Settle();
         return form;
     }
-    /// DOWNLOAD or whatever else opens the programming window, and there the first port; the device falls
-    /// silent after so many blocks.
-    void Download(std::size_t silentAfter, const std::function<void()>& open) {
+    /// DOWNLOAD, and in its window the first port; the device falls silent after so many blocks.
+    void Download(std::size_t silentAfter) {
         device.Image.clear();
         device.SilentAfter = 1000;
         QTimer user;
@@ -72,10 +71,7 @@ class Programming : public EditorTest {
             Press(*form, "ProgramVek");
         });
         user.start(0);
-        open();
-    }
-    void Download(std::size_t silentAfter) {
-        Download(silentAfter, [this] { Trigger(u"DOWNLOAD"_s); });
+        Trigger(u"DOWNLOAD"_s);
     }
     static QString TypeText(VekComms& form) { return form.findChild<QLineEdit*>(u"VekType_0"_s)->text(); }
     static QString Text(VekComms& form, const char* label) {

@@ -42,28 +42,6 @@ void ExpectIdle(milliseconds length) {
     EXPECT_LT(after.ru_nvcsw - before.ru_nvcsw, length.count() / 10) << "the window wakes up again and again";
 }
 
-TEST_F(RealWindow, HearsExactlyWhatTheUserDoes) {
-    Start();
-    GoOnline();
-    const std::string exceptFive = Pass('V', {210, 210, 210, 210, 210, 18, 210, 210});
-    ShowTab(InputTrimsTab); // the levels once more after the routes
-    Served(Pass('M', 0) + Pass('V', 210) + Pass('V', 210));
-    Drag("InputLevelTrim_0", 1000);
-    EXPECT_EQ(Level("InputLevelTrim_0"), -18.0F);
-    Served(Pass('V', 210 - 2 * 18));
-    ShowTab(OutputTrimsTab);
-    Served(Pass('V', 210 - 2 * 18) + Pass('V', 210 - 2 * 18));
-    Click("RouteOption_4");
-    Served(Pass('M', 4) + Pass('V', 210));
-    Click("OutPutSelectCheck_5");
-    Served(exceptFive);
-    ShowTab(OnlineTab);
-    Served(exceptFive);
-    Click("OnlineCancel");
-    Served("R ");
-    AwaitOffline();
-}
-
 TEST_F(RealWindow, TellsAPulledAdapterOnceAndRests) {
     Start();
     GoOnline();
