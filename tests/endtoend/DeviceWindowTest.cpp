@@ -345,7 +345,9 @@ TEST_F(DeviceWindow, SafeLevelsRiseByStepsAndFallAtOnce) {
     for (int value = 18 + 12; value <= 210; value += 12)
         rise += Pass('V', {value, value, value, value, value, value, value, std::min(value, 90)});
     Click("SafeLevels");
-    Served(rise);
+    AwaitRequests(heard);
+    ShowTab(OutputTrimsTab);
+    Served(Pass('M', 0) + rise);
     Click("OutPutSelectCheck_0");
     Served(Pass('V', {18, 210, 210, 210, 210, 210, 210, 90}));
 }

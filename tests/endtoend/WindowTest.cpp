@@ -1,9 +1,6 @@
 // The real window on a real serial layer against a simulated device, driven by mouse and keys.
 #include "endtoend/WindowOnDevice.h"
 
-#include "model/ConfigFile.h"
-#include "model/ProgramState.h"
-
 #include <random>
 #include <sys/resource.h>
 
@@ -107,13 +104,6 @@ TEST_F(RealWindow, MuteAllIsHeardAtOnce) {
         for (std::size_t output = 0; output < 8; ++output)
             Click(("OutPutSelectCheck_" + std::to_string(output)).c_str());
     }
-}
-
-TEST_F(RealWindow, OpensTheFileOfTheCommandLine) {
-    Start();
-    const std::string path = DataPath("02.VMC");
-    const CorvaneForm named(services, path);
-    Await([&] { return Config == LoadConfig(path); }, "the file");
 }
 
 } // namespace
