@@ -2,7 +2,6 @@
 
 #include "controls/ElidedLabel.h"
 #include "controls/LayoutHelpers.h"
-#include "model/ConfigFile.h"
 #include "model/ProgramState.h"
 #include "model/VekNetAddresses.h"
 
@@ -74,8 +73,8 @@ QLabel* EditorStatusBar::AddField(const QString& name, int stretch, bool elided)
 
 void EditorStatusBar::ShowFile(const std::string& readFrom) {
     const std::string& path = CurrentFileName.empty() ? readFrom : CurrentFileName;
-    const QString name = QString::fromStdString(FileNameOf(path));
-    if (path.empty())
+    const QString name = QString::fromStdString(ShownFileName());
+    if (name.isEmpty())
         SetText(file_, tr("New configuration"));
     else
         SetText(file_, CurrentFileName.empty() ? tr("%1, not named yet: Save As keeps it").arg(name) : name);

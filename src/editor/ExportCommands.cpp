@@ -11,7 +11,6 @@
 #include "editor/ReportPrinter.h"
 #include "inspect/ConfigCheck.h"
 #include "link/DownloadImage.h"
-#include "model/ConfigFile.h"
 #include "model/Names.h"
 #include "model/ProgramState.h"
 #include "pages/OverviewCells.h"
@@ -67,8 +66,8 @@ void ExportCommands::PrintOverviewCommand() {
 }
 
 void ExportCommands::Print(const std::function<bool(QPrinter&, const PrintHeader&)>& print) {
-    const QString name = CurrentFileName.empty() ? tr("New configuration")
-                                                 : QString::fromStdString(FileNameOf(CurrentFileName));
+    const std::string shown = ShownFileName();
+    const QString name = shown.empty() ? tr("New configuration") : QString::fromStdString(shown);
     const QString today = QLocale().toString(QDate::currentDate(), QLocale::ShortFormat);
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(name);

@@ -67,7 +67,7 @@ void FileCommands::NewCommand() {
     ConfigChanged = false;
 }
 
-bool FileCommands::NewFromTemplate(const std::string& path) {
+bool FileCommands::NewFromTemplate(const std::string& path, const QString& called) {
     MatrixConfig contents;
     try {
         contents = LoadConfig(path);
@@ -79,6 +79,8 @@ bool FileCommands::NewFromTemplate(const std::string& path) {
         return false;
     Forget();
     Config = SavedConfig = contents;
+    const QString name = called.isEmpty() ? QString::fromStdString(FileNameOf(path)) : called;
+    ConfigOrigin = tr("Copy of %1").arg(name).toStdString();
     view_.TakeStartLevels();
     ShowRead();
     return true;
@@ -147,6 +149,7 @@ void FileCommands::Read(const std::string& path, const std::string& nameAfterwar
         ReadConfigFile(path);
         SavedConfig = Config;
         CurrentFileName = nameAfterwards;
+        ConfigOrigin = FileNameOf(path);
         file_.Follow(path, !nameAfterwards.empty(), DigestOf(SavedConfig));
         settings_.FileUsed(path);
     } catch (const FileError& error) {
@@ -227,6 +230,7 @@ bool FileCommands::Restore(const RecoveryCopy& copy) {
     SavedConfig = LoadConfigOrDefault(origin.File);
     if (!origin.File.empty())
         file_.Follow(origin.File, origin.Named, origin.SavedDigest.value_or(DigestOf(SavedConfig)));
+    ConfigOrigin = FileNameOf(origin.File);
     if (origin.Named)
         CurrentFileName = origin.File;
     ShowRead();

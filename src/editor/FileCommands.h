@@ -33,8 +33,9 @@ class FileCommands : public QObject {
 
     void NewCommand();
     /// A new configuration with the contents of a file, which stays as it is: without a name, nothing
-    /// unsaved. False when the user keeps what is there or the file cannot be read.
-    bool NewFromTemplate(const std::string& path);
+    /// unsaved. `called` is what the user calls the file, its name unless given. False when the user keeps
+    /// what is there or the file cannot be read.
+    bool NewFromTemplate(const std::string& path, const QString& called = {});
     void OpenFileCommand();
     /// Opens a file as OPEN does when it is chosen there. One that is gone is told, and forgotten among the
     /// recent files.

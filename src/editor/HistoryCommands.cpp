@@ -65,8 +65,9 @@ void HistoryCommands::SetOnline(bool online) {
 
 void HistoryCommands::OpenCopy(const KeptAttempt& attempt) {
     replace_([&] {
-        if (files_.NewFromTemplate(attempt.ConfigPath()))
-            Q_EMIT Told(tr("This is a copy of %1: Save As keeps it").arg(NameOf(attempt.Entry)));
+        const QString name = NameOf(attempt.Entry);
+        if (files_.NewFromTemplate(attempt.ConfigPath(), name))
+            Q_EMIT Told(tr("This is a copy of %1: Save As keeps it").arg(name));
     });
 }
 

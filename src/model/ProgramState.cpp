@@ -8,11 +8,15 @@ MatrixConfig Config;
 MatrixConfig SavedConfig;
 bool ConfigChanged = false;
 std::string CurrentFileName;
+std::string ConfigOrigin;
+
+std::string ShownFileName() { return CurrentFileName.empty() ? ConfigOrigin : FileNameOf(CurrentFileName); }
 
 void NewConfiguration() {
     Config = MatrixConfig();
     ConfigChanged = false;
     CurrentFileName.clear();
+    ConfigOrigin.clear();
     SavedConfig = Config;
 }
 

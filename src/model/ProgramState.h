@@ -12,8 +12,14 @@ extern MatrixConfig Config;         ///< the configuration being edited
 extern MatrixConfig SavedConfig;    ///< Config as last created, opened or saved
 extern bool ConfigChanged;          ///< set by every edit; cleared by new, open and save
 extern std::string CurrentFileName; ///< UTF-8 path last opened or saved; empty for a new configuration
+/// What a configuration without a name was made of ("hall.VMC"), in UTF-8; empty for nothing.
+extern std::string ConfigOrigin;
 
-/// Gives every field of Config its default and forgets the file name; Config and SavedConfig are equal
+/// What the user sees as the configuration's name: that of its file, without folders, or else its origin;
+/// empty for a new one.
+std::string ShownFileName();
+
+/// Gives every field of Config its default and forgets file name and origin; Config and SavedConfig are equal
 /// afterwards.
 void NewConfiguration();
 

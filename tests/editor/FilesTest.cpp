@@ -114,6 +114,10 @@ TEST_F(Files, ATemplateOpensUnnamedWithNothingUnsaved) {
     EXPECT_TRUE(Config == LoadConfig(DataPath("02.VMC")));
     EXPECT_FALSE(ConfigDiffers());
     EXPECT_EQ(CurrentFileName, "");
+    EXPECT_TRUE(Status().startsWith(u"Copy of Chapel.VMC, not named yet: Save As keeps it|"_s));
+    boxes.ExpectPrinter(false);
+    Trigger(u"PrintOverview"_s);
+    EXPECT_EQ(boxes.LastPrinted, u"Copy of Chapel.VMC"_s);
     EXPECT_FALSE(Find<QAction>(u"EditUndo"_s)->isEnabled());
     EXPECT_EQ(settings.RecentFiles(), std::vector{DataPath("01.VMC")});
 }

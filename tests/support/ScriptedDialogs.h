@@ -4,6 +4,7 @@
 #include "dialogs/Dialogs.h"
 
 #include <QPointer>
+#include <QPrinter>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -67,6 +68,8 @@ class ScriptedDialogs final : public Dialogs {
 
     /// What the last question that a command waited for was about.
     QString LastAbout;
+    /// The name of what was to be printed last.
+    QString LastPrinted;
 
     /// True when every expected box has appeared.
     bool Done() const { return script.empty(); }
@@ -104,7 +107,10 @@ class ScriptedDialogs final : public Dialogs {
     /// True while a box is open that its caller does not wait for.
     bool AnyOpen() const { return open > 0; }
 
-    bool ChoosePrinter(QWidget*, QPrinter&) override { return Next(u"printer"_s).Given == Answer::Yes; }
+    bool ChoosePrinter(QWidget*, QPrinter& printer) override {
+        LastPrinted = printer.docName();
+        return Next(u"printer"_s).Given == Answer::Yes;
+    }
 
   private:
     struct Expected {
