@@ -23,7 +23,8 @@ std::vector<fs::path> ConfigurationsIn(const std::string& folder) {
     std::vector<fs::path> files;
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        if (entry->path().extension() == configurationSuffix)
+        std::error_code unknown; // a link may lead nowhere
+        if (entry->path().extension() == configurationSuffix && entry->is_regular_file(unknown))
             files.push_back(entry->path());
     }
     std::ranges::sort(files);

@@ -98,6 +98,8 @@ TEST_F(Files, ATemplateOpensUnnamedWithNothingUnsaved) {
     Copy("03.VMC", "School.VMC");
     Copy("01.VMC", "Cafe.VMC");
     WriteText(folder.Path("own/notes.txt"), "");
+    std::filesystem::create_directory(folder.Path("own/Folder.VMC"));
+    std::filesystem::create_symlink("nowhere", folder.Path("own/Link.VMC"));
     WriteText(folder.Path("own/Zoo.VMC"), "too short");
     QMenu menu;
     TemplateMenu templates(menu, {folder.Path("none"), folder.Path(), folder.Path("own")});
