@@ -52,8 +52,9 @@ std::string CountText(const std::vector<Finding>& findings) {
     };
     const std::string errors = count(Severity::Error, "error");
     const std::string warnings = count(Severity::Warning, "warning");
+    const std::string notes = count(Severity::Note, "note");
     if (errors.empty() && warnings.empty())
-        return "No problems";
+        return notes.empty() ? "No problems" : "No problems, " + notes;
     return errors + (errors.empty() || warnings.empty() ? "" : ", ") + warnings;
 }
 

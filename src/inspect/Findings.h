@@ -26,7 +26,7 @@ struct Finding {
     FieldPlace Place = {}; ///< of what is in the record
 };
 
-/// "2 errors, 1 warning", "No problems" for neither; notes are not counted.
+/// "2 errors, 1 warning"; for neither "No problems", or "No problems, 6 notes".
 std::string CountText(const std::vector<Finding>& findings);
 
 /// What a finding is about.
