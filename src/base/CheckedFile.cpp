@@ -15,7 +15,7 @@ using Chunk = std::array<std::byte, std::size_t{64} * 1024>;
 
 } // namespace
 
-void CheckedFile::Fail(const std::string& reason) const { throw FileError(name_ + ": " + reason); }
+void CheckedFile::Fail(const std::string& reason) const { throw FileError(name_, reason); }
 
 void CheckedFile::FailWithErrno() const { Fail(std::strerror(errno)); }
 

@@ -32,7 +32,15 @@ class SubscriptError : public RunTimeError {
 /// A file could not be read or written; what() says which and why, for a status bar or standard error.
 class FileError : public std::runtime_error {
   public:
-    using std::runtime_error::runtime_error;
+    explicit FileError(const std::string& reason) : std::runtime_error(reason), reason_(reason) {}
+    FileError(const std::string& path, const std::string& reason)
+        : std::runtime_error(path + ": " + reason), reason_(reason) {}
+
+    /// Why, where the file has been named already.
+    const std::string& Reason() const { return reason_; }
+
+  private:
+    std::string reason_;
 };
 
 } // namespace vek

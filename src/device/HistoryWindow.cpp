@@ -1,5 +1,6 @@
 #include "device/HistoryWindow.h"
 
+#include "base/Errors.h"
 #include "controls/LayoutHelpers.h"
 #include "controls/TextConversion.h"
 
@@ -101,15 +102,27 @@ QPushButton* HistoryWindow::AddButton(const char* name, const QString& text, QWi
 }
 
 void HistoryWindow::Look() {
-    if (journal_.ChangeMark() != seen_)
+    // What was forbidden may be allowed without a change of the folder.
+    if (journal_.ChangeMark() != seen_ || !unreadable_.isEmpty())
         Fill();
+}
+
+void HistoryWindow::Read() {
+    seen_ = journal_.ChangeMark();
+    attempts_.clear();
+    unreadable_.clear();
+    try {
+        attempts_ = journal_.FromNewest();
+    } catch (const FileError& error) {
+        unreadable_ =
+            tr("The programming history cannot be read: %1").arg(QString::fromStdString(error.Reason()));
+    }
 }
 
 void HistoryWindow::Fill() {
     const KeptAttempt* former = Current();
     const std::string stem = former != nullptr ? former->Stem : std::string();
-    seen_ = journal_.ChangeMark();
-    attempts_ = journal_.FromNewest();
+    Read();
     const QSignalBlocker quiet(entries_);
     entries_->clear();
     const auto lines = JournalLines(attempts_);
@@ -120,8 +133,11 @@ void HistoryWindow::Fill() {
     const auto same = std::ranges::find(attempts_, stem, &KeptAttempt::Stem);
     entries_->setCurrentRow(same == attempts_.end() ? 0 : static_cast<int>(same - attempts_.begin()));
     if (lines.empty()) {
-        auto* none = new QListWidgetItem(tr("No device was programmed yet"), entries_);
-        none->setFlags(Qt::NoItemFlags);
+        auto* none = new QListWidgetItem(
+            unreadable_.isEmpty() ? tr("No device was programmed yet") : unreadable_, entries_);
+        if (!unreadable_.isEmpty())
+            none->setToolTip(PlainToolTip(QString::fromStdString(journal_.Folder())));
+        none->setFlags(unreadable_.isEmpty() ? Qt::NoItemFlags : Qt::ItemIsEnabled);
         none->setFont(font());
     }
     EnableButtons();

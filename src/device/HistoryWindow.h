@@ -38,6 +38,7 @@ class HistoryWindow : public QDialog {
     QWidget* MakeButtons();
     QPushButton* AddButton(const char* name, const QString& text, QWidget* parent, Wish wish);
     void Fill();
+    void Read();
     void EnableButtons();
     const KeptAttempt* Current() const;
     void Ask(Wish wish);
@@ -46,6 +47,7 @@ class HistoryWindow : public QDialog {
     const ProgrammingJournal& journal_;
     ProgrammingJournal::Mark seen_; ///< of the journal when it was read
     std::vector<KeptAttempt> attempts_;
+    QString unreadable_; ///< why the journal cannot be read; empty when it can
     QListWidget* entries_;
     std::vector<QPushButton*> forOne_;     ///< buttons that need an attempt
     std::vector<QPushButton*> forOffline_; ///< and those among them that wait while online

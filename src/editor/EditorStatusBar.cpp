@@ -15,7 +15,8 @@ namespace {
 
 // Of the online state or the last programming: the name of a device leaves room for the file's.
 constexpr int stateCharacters = 84;
-constexpr int besideMessage = 12; // while a passing message needs the room
+constexpr int besideMessage = 40; // at least, while a passing message needs the room
+constexpr int aroundMessage = 8;  // gaps and the grip, in characters
 
 /// Labels are laid out anew when their text is set, so an unchanged text is left alone.
 void SetText(QLabel* label, const QString& text) {
@@ -37,12 +38,11 @@ EditorStatusBar::EditorStatusBar(QWidget* parent) : QStatusBar(parent) {
     }
     changes_->setToolTip(tr("Show what changed (F7)"));
     problems_->setToolTip(tr("Show the problems (F8)"));
-    const auto makeRoom = [this](const QString& passing) {
-        const int characters = passing.isEmpty() ? stateCharacters : besideMessage;
-        link_->setMaximumWidth(fontMetrics().averageCharWidth() * characters);
-    };
-    connect(this, &QStatusBar::messageChanged, this, makeRoom);
-    makeRoom({});
+    connect(this, &QStatusBar::messageChanged, this, [this](const QString& passing) {
+        SetPlainToolTip(*this, passing);
+        MakeRoom();
+    });
+    MakeRoom();
 }
 
 bool EditorStatusBar::eventFilter(QObject* watched, QEvent* event) {
@@ -54,6 +54,31 @@ bool EditorStatusBar::eventFilter(QObject* watched, QEvent* event) {
             Q_EMIT ProblemsClicked();
     }
     return QStatusBar::eventFilter(watched, event);
+}
+
+void EditorStatusBar::resizeEvent(QResizeEvent* event) {
+    QStatusBar::resizeEvent(event);
+    MakeRoom();
+}
+
+void EditorStatusBar::MakeRoom() {
+    const int character = fontMetrics().averageCharWidth();
+    const int state = qMin(link_->sizeHint().width(), character * stateCharacters);
+    const QString passing = currentMessage();
+    int missing = 0;
+    if (!passing.isEmpty()) {
+        missing = fontMetrics().horizontalAdvance(passing) + character * aroundMessage + state - width();
+        for (const QLabel* field : {base_, problems_, changes_})
+            missing += field->sizeHint().width();
+    }
+    // The state is what the message may be about; what can be seen elsewhere gives way first.
+    for (QLabel* field : {base_, problems_, changes_}) {
+        field->setVisible(missing <= 0);
+        if (missing > 0)
+            missing -= field->sizeHint().width();
+    }
+    const int least = passing.isEmpty() ? state : qMin(state, character * besideMessage);
+    link_->setMaximumWidth(qMax(state - qMax(missing, 0), least));
 }
 
 void EditorStatusBar::ShowProblems(const QString& text) { SetText(problems_, text); }
@@ -88,6 +113,7 @@ void EditorStatusBar::ShowState(const std::string& readFrom, const QString& onli
     const QString offline = left.isEmpty() ? tr("Offline") : left;
     SetText(link_, onlinePort.isEmpty() ? offline : tr("Online on %1").arg(onlinePort));
     SetPlainToolTip(*link_, onlinePort.isEmpty() ? left : onlinePort);
+    MakeRoom();
 }
 
 } // namespace vek

@@ -28,9 +28,11 @@ class EditorStatusBar : public QStatusBar {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void ShowFile(const std::string& readFrom);
+    void MakeRoom();
     QLabel* AddField(const QString& name, int stretch, bool elided);
 
     QLabel* file_;

@@ -11,7 +11,7 @@ MatrixConfig LoadConfig(const std::string& path) {
     try {
         return DecodeRecord(bytes);
     } catch (const FileError& error) {
-        throw FileError(path + ": " + error.what());
+        throw FileError(path, error.Reason());
     }
 }
 

@@ -70,7 +70,7 @@ void AttemptRecord::Keep(const std::function<void()>& write) {
     try {
         write();
     } catch (const FileError& error) {
-        problem_ = std::string("The programming history could not be written: ") + error.what();
+        problem_ = "The programming history could not be written: " + error.Reason();
     }
 }
 

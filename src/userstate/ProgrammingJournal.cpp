@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <functional>
 #include <sys/stat.h>
+#include <system_error>
 
 namespace vek {
 
@@ -58,6 +59,8 @@ std::vector<std::string> ProgrammingJournal::Names() const {
             IsTimedName(file.stem().string()))
             names.push_back(file.stem().string());
     }
+    if (error && error != std::errc::no_such_file_or_directory)
+        throw FileError(folder_, error.message());
     std::ranges::sort(names, std::greater());
     names.erase(std::unique(names.begin(), names.end()), names.end());
     return names;

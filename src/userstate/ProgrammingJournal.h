@@ -26,7 +26,8 @@ class ProgrammingJournal {
     /// Replaces the text of an attempt, durably. Throws FileError with the former one as it was.
     void Update(const KeptAttempt& attempt) const;
 
-    /// All that can be read, from the newest.
+    /// All that can be read, from the newest. As the next one, throws FileError when there is a folder that
+    /// cannot be read.
     std::vector<KeptAttempt> FromNewest() const;
     /// The newest one that ended with a programmed device.
     std::optional<KeptAttempt> LastProgrammed() const;
@@ -34,8 +35,11 @@ class ProgrammingJournal {
     using Mark = std::pair<std::int64_t, std::int64_t>;
     Mark ChangeMark() const;
 
+    /// Where it is kept, a path in the system's own bytes; empty for nowhere.
+    const std::string& Folder() const { return folder_; }
+
     /// Removes what is older than two years before `now` (seconds since 1970) and the oldest beyond five
-    /// thousand, but nothing that is not named as an attempt.
+    /// thousand, but nothing that is not named as an attempt. Throws FileError as those above.
     void Prune(std::int64_t now) const;
 
   private:

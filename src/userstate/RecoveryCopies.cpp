@@ -63,7 +63,7 @@ RecoveryCopy RecoveryCopy::Create(const std::string& folder) {
         return {std::move(lock.Stem), std::move(lock.File)};
     const int reason = errno;
     Delete(lock.Stem + lockSuffix);
-    throw FileError(folder + ": " + std::strerror(reason));
+    throw FileError(folder, std::strerror(reason));
 }
 
 RecoveryCopy::~RecoveryCopy() {

@@ -51,9 +51,9 @@ TimedFile CreateTimedFile(const std::string& folder, const char* suffix) {
         if (file.Open())
             return {std::move(stem), std::move(file)};
         if (errno != EEXIST)
-            throw FileError(folder + ": " + std::strerror(errno));
+            throw FileError(folder, std::strerror(errno));
     }
-    throw FileError(folder + ": no free name");
+    throw FileError(folder, "no free name");
 }
 
 } // namespace vek

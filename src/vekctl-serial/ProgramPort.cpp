@@ -102,7 +102,7 @@ class ProblemTeller {
     ProblemTeller& operator=(const ProblemTeller&) = delete;
     ~ProblemTeller() {
         if (!record_.Problem().empty())
-            PrintMessage(record_.Problem());
+            PrintMessage(record_.Problem() + " (" + ProgrammingJournal(UserStateFolder()).Folder() + ')');
     }
 
   private:

@@ -2,6 +2,7 @@
 #include "vekctl/Commands.h"
 
 #include "base/Bytes.h"
+#include "base/Errors.h"
 #include "console/Output.h"
 #include "userstate/ProgrammingJournal.h"
 #include "userstate/UserFolders.h"
@@ -10,13 +11,23 @@
 
 #include <cstdio>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace vek {
 
 namespace {
 
+std::vector<KeptAttempt> ReadHistory() {
+    try {
+        return ProgrammingJournal(UserStateFolder()).FromNewest();
+    } catch (const FileError& error) {
+        throw FileError(std::string("the programming history cannot be read: ") + error.what());
+    }
+}
+
 void RunHistory(bool asJson) {
-    const auto attempts = ProgrammingJournal(UserStateFolder()).FromNewest();
+    const auto attempts = ReadHistory();
     if (attempts.empty())
         std::fputs("vekctl: no device was programmed yet\n", stderr);
     std::string text;

@@ -68,6 +68,9 @@ TEST_F(History, ListsTheAttemptsFromTheNewest) {
     EXPECT_EQ(entries->item(0)->text(), u"No device was programmed yet"_s);
     EXPECT_FALSE(Enabled("OpenCopy") || Enabled("ProgramAgain") || Enabled("WhatChanged") ||
                  Enabled("ExportEntry"));
+    WriteText(folder.Path("downloads"), "no folder");
+    Trigger(u"ProgrammingHistory"_s);
+    EXPECT_EQ(entries->item(0)->text(), u"The programming history cannot be read: Not a directory"_s);
 }
 
 TEST_F(History, OpensACopyWithoutAName) {

@@ -180,6 +180,8 @@ TEST(Console, RemembersWhatADeviceWasGiven) {
     WriteText(console.folder.Path("state"), "no folder");
     EXPECT_EQ(console.Run("program 03.VMC --port COM1"), 0);
     EXPECT_THAT(console.Err(), testing::StartsWith("vekctl: The programming history could not be written: "));
+    EXPECT_NE(console.Run("history"), 0);
+    EXPECT_THAT(console.Err(), testing::StartsWith("vekctl: the programming history cannot be read: /"));
 }
 
 TEST(Console, FindsDevicesAtEveryRateAndPace) {
