@@ -81,13 +81,13 @@ bool ChangesPanel::ChooseFile() {
         boxes_.OpenFile(window(), QString::fromStdString(CurrentFileName), ConfigurationFiles());
     if (!path)
         return false;
+    const QString name = QString::fromStdString(FileNameOf(path->toStdString()));
     try {
         otherFile_ = LoadConfig(path->toStdString());
     } catch (const FileError& error) {
-        Q_EMIT Told(QString::fromStdString(error.what()));
+        TellUnreadable(boxes_, window(), name, path->toStdString(), error);
         return false;
     }
-    const QString name = QString::fromStdString(FileNameOf(path->toStdString()));
     comparedWith_->setItemText(OtherFile, tr("Another file: %1…").arg(name));
     return true;
 }

@@ -49,6 +49,14 @@ QString CurrentName() { return QString::fromStdString(CurrentFileName); }
 
 FileKind ConfigurationFiles() { return {QObject::tr("Vorn Matrix File (*.VMC)"), u"VMC"_s}; }
 
+void TellUnreadable(Dialogs& dialogs, QWidget* parent, const QString& called, const std::string& path,
+                    const FileError& error) {
+    const QString text = QObject::tr("%1 cannot be read: %2");
+    dialogs.Message(parent, MessageIcon::Exclamation, QObject::tr("Error!"),
+                    text.arg(called, QString::fromStdString(error.Reason())) + "\n\n"_L1 +
+                        QString::fromStdString(path));
+}
+
 FileCommands::FileCommands(QWidget& window, ModelView& view, Dialogs& dialogs, FileOnDisk& file,
                            RecoveryKeeper& recovery, UserSettings& settings)
     : QObject(&window), window_(window), view_(view), dialogs_(dialogs), file_(file), recovery_(recovery),
@@ -68,18 +76,18 @@ void FileCommands::NewCommand() {
 }
 
 bool FileCommands::NewFromTemplate(const std::string& path, const QString& called) {
+    const QString name = called.isEmpty() ? QString::fromStdString(FileNameOf(path)) : called;
     MatrixConfig contents;
     try {
         contents = LoadConfig(path);
     } catch (const FileError& error) {
-        Q_EMIT Told(QString::fromStdString(error.what()));
+        TellUnreadable(dialogs_, &window_, name, path, error);
         return false;
     }
     if (!AskToSaveChanges())
         return false;
     Forget();
     Config = SavedConfig = contents;
-    const QString name = called.isEmpty() ? QString::fromStdString(FileNameOf(path)) : called;
     ConfigOrigin = tr("Copy of %1").arg(name).toStdString();
     view_.TakeStartLevels();
     ShowRead();

@@ -15,6 +15,7 @@ class QWidget;
 namespace vek {
 
 class Dialogs;
+class FileError;
 class ModelView;
 class RecoveryCopy;
 class RecoveryKeeper;
@@ -22,6 +23,10 @@ class UserSettings;
 
 /// What the dialogs for configuration files offer.
 FileKind ConfigurationFiles();
+
+/// A box that says which file holds no configuration that can be read, what the user calls it, and why.
+void TellUnreadable(Dialogs& dialogs, QWidget* parent, const QString& called, const std::string& path,
+                    const FileError& error);
 
 class FileCommands : public QObject {
     Q_OBJECT

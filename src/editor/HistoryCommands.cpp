@@ -82,7 +82,7 @@ void HistoryCommands::ShowChanges(const KeptAttempt& attempt) {
             form->setAttribute(Qt::WA_DeleteOnClose);
             form->open();
         } catch (const FileError& error) {
-            Q_EMIT Told(QString::fromStdString(error.what()));
+            TellUnreadable(boxes_, history_, NameOf(attempt.Entry), attempt.ConfigPath(), error);
         }
     });
 }
@@ -99,7 +99,7 @@ void HistoryCommands::ProgramAgain(const KeptAttempt& attempt) {
             const EncodedImage encoded = EncodeImage(LoadConfig(attempt.ConfigPath()));
             programmer_.Program({encoded.Image, encoded.Config, entry.File});
         } catch (const FileError& error) {
-            Q_EMIT Told(QString::fromStdString(error.what()));
+            TellUnreadable(boxes_, history_, NameOf(entry), attempt.ConfigPath(), error);
         }
     });
 }

@@ -93,6 +93,19 @@ TEST_F(History, OpensACopyWithoutAName) {
     EXPECT_EQ(Told(), u"This is a copy of hall.VMC of 2026-11-22 11:24: Save As keeps it"_s);
 }
 
+TEST_F(History, NamesAnEntryThatCannotBeRead) {
+    const std::string path = ProgrammingJournal(services.StateFolder).FromNewest().back().ConfigPath();
+    WriteText(path, "short");
+    entries->setCurrentRow(1);
+    for (const char* button : {"WhatChanged", "OpenCopy"}) {
+        boxes.ExpectMessage(
+            u"Error!"_s,
+            u"hall.VMC of 2026-11-22 11:24 cannot be read: shorter than a configuration: 5 of 6238 "
+            "bytes\n\n%1"_s.arg(QString::fromStdString(path)));
+        Press(button);
+    }
+}
+
 TEST_F(History, ExportsTheConfigurationAndItsText) {
     entries->setCurrentRow(1);
     const auto kept = ProgrammingJournal(services.StateFolder).FromNewest().back();
