@@ -123,13 +123,16 @@ void HistoryCommands::Export(const KeptAttempt& attempt) {
     // The dialog has asked for the configuration only.
     if (!MayWrite(text))
         return;
+    QString problem = tr("Nothing was written: ");
     try {
         WriteFileDurably(config.string(), ReadRegularFile(attempt.ConfigPath(), recordSize),
                          ExistingTail::Drop);
+        problem = tr("%1 is exported, but not its text: ").arg(*name);
         WriteFileDurably(text, AsBytes(EncodeJournalEntry(attempt.Entry)), ExistingTail::Drop);
         Q_EMIT Told(tr("%1 is exported, with its text beside it").arg(*name));
     } catch (const FileError& error) {
-        Q_EMIT Told(tr("Nothing was written: ") + QString::fromStdString(error.what()));
+        boxes_.Message(history_, MessageIcon::Exclamation, tr("Error!"),
+                       problem + QString::fromStdString(error.what()));
     }
 }
 

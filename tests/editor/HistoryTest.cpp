@@ -124,9 +124,17 @@ TEST_F(History, ExportsTheConfigurationAndItsText) {
     }
     EXPECT_EQ(LoadConfig(folder.Path("out.VMC")), sent);
     EXPECT_EQ(ReadText(folder.Path("out.json")), ReadText(kept.TextPath()));
-    boxes.ExpectSaveFile(proposed, QString::fromStdString(folder.Path("missing/out.VMC")));
+    const QString missing = QString::fromStdString(folder.Path("missing/out.VMC"));
+    boxes.ExpectSaveFile(proposed, missing);
+    boxes.ExpectMessage(u"Error!"_s, u"Nothing was written: %1: No such file or directory"_s.arg(missing));
     Press("ExportEntry");
-    EXPECT_TRUE(Told().startsWith(u"Nothing was written: "_s));
+    std::filesystem::remove(folder.Path("out.json"));
+    std::filesystem::create_directory(folder.Path("out.json"));
+    boxes.ExpectSaveFile(proposed, target);
+    boxes.ExpectYesNo(u"Export"_s, u"Do you wish to replace this file?"_s, Answer::Yes, Answer::No);
+    boxes.ExpectMessage(u"Error!"_s, u"%1 is exported, but not its text: %2: is a folder"_s.arg(
+                                         target, QString::fromStdString(folder.Path("out.json"))));
+    Press("ExportEntry");
 }
 
 TEST_F(History, WhatReplacesTheConfigurationWaitsWhileOnline) {
