@@ -2,8 +2,12 @@
 #pragma once
 
 #include <QFontDatabase>
+#include <QFontMetrics>
 #include <QLabel>
+#include <QStringList>
 #include <QTextDocument>
+
+#include <algorithm>
 
 namespace vek {
 
@@ -35,6 +39,16 @@ inline void KeepPlaceWhenHidden(QWidget* widget) {
 /// The text for a tool tip that shows it as it is, angle brackets included.
 inline QString PlainToolTip(const QString& text) {
     return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
+}
+
+/// The same for lines of any length: where one is wider than `width` pixels, they wrap there.
+inline QString WrappedToolTip(const QStringList& lines, const QFontMetrics& metrics, int width) {
+    const QString text = lines.join(u'\n');
+    const auto fits = [&](const QString& line) { return metrics.horizontalAdvance(line) <= width; };
+    if (std::ranges::all_of(lines, fits))
+        return PlainToolTip(text);
+    return QStringLiteral("<table width=\"%1\"><tr><td>%2</td></tr></table>")
+        .arg(QString::number(width), Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal));
 }
 
 /// A tool tip of a widget or an action that shows a name as it is.

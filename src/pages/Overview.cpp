@@ -25,6 +25,7 @@ constexpr int wheelNotch = 120;
 constexpr int lastMode = static_cast<int>(modeCount) - 1;
 constexpr int lastOutput = static_cast<int>(outputCount) - 1;
 constexpr int rowHeaderColumn = -1;
+constexpr int tipCharacters = 80; // of the longest line of a tool tip
 
 std::array<bool, modeCount> UsedModes(const OverviewContent& content) {
     std::array<bool, modeCount> used = {};
@@ -292,8 +293,10 @@ bool Overview::viewportEvent(QEvent* event) {
             QToolTip::hideText();
             return true;
         }
-        const QString text = WordsFor(*place).join(u'\n');
-        QToolTip::showText(help->globalPos(), PlainToolTip(text), viewport(), RectOf(*place));
+        const QFontMetrics metrics(QToolTip::font());
+        const QString text =
+            WrappedToolTip(WordsFor(*place), metrics, metrics.averageCharWidth() * tipCharacters);
+        QToolTip::showText(help->globalPos(), text, viewport(), RectOf(*place));
         return true;
     }
     return QAbstractScrollArea::viewportEvent(event);
