@@ -1,6 +1,5 @@
 #include "pages/LevelsPage.h"
 
-#include "controls/ElidedLabel.h"
 #include "controls/LayoutHelpers.h"
 #include "controls/LevelTrim.h"
 #include "controls/TextConversion.h"
@@ -155,19 +154,18 @@ QWidget* LevelsPage::MakeOutputs() {
     ApplyToAll = new QPushButton(tr("Apply to all outputs"), frame);
     ApplyToAll->setObjectName(u"ApplyToAll"_s);
     ApplyToAll->setAutoDefault(false);
-    choice_ = new ElidedLabel({}, frame, Qt::ElideRight);
-    choice_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    choice_ = new QLabel(frame);
+    choice_->setTextFormat(Qt::PlainText);
+    choice_->setWordWrap(true);
     connect(ApplyToAll, &QPushButton::clicked, Outputs, &LevelsTable::ApplyToAll);
     connect(Outputs, &LevelsTable::ChoiceChanged, this, &LevelsPage::ShowChoice);
-    auto* apply = new QHBoxLayout;
-    apply->addWidget(ApplyToAll);
-    apply->addWidget(choice_, 1);
     auto* layout = new QVBoxLayout(frame);
     layout->addWidget(Outputs);
-    layout->addLayout(apply);
     layout->addWidget(MakeHint(tr("What is typed goes to all chosen cells of the column. "
                                   "A double click on a number chooses the output."),
                                frame));
+    layout->addWidget(ApplyToAll, 0, Qt::AlignLeft);
+    layout->addWidget(choice_); // last, as it may take another line
     layout->addStretch(1);
     ShowChoice();
     return frame;
@@ -179,7 +177,6 @@ void LevelsPage::ShowChoice() {
     choice_->setText(
         choice ? tr("takes %1 of %2").arg(choice->Captions.join(", "_L1), Outputs->OutputText(choice->Output))
                : tr("takes the chosen cells"));
-    SetPlainToolTip(*choice_, choice_->text());
 }
 
 void LevelsPage::ShowOutputs(const std::array<OutputLevelRecord, outputCount>& levels, std::size_t current) {

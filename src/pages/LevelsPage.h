@@ -17,7 +17,6 @@ class QRadioButton;
 namespace vek {
 
 class dBText;
-class ElidedLabel;
 class LevelTrim;
 class LevelsTable;
 class Names;
@@ -63,7 +62,7 @@ class LevelsPage : public QWidget {
     QWidget* MakeOutputs();
     void ShowChoice();
 
-    ElidedLabel* choice_; ///< what "Apply to all outputs" takes
+    QLabel* choice_; ///< what "Apply to all outputs" takes
 };
 
 } // namespace vek
