@@ -97,8 +97,10 @@ void DoctorWindow::Examine() {
                                            [this] { ShowLines(ReportOf(doctor_->Examinations(), types_)); });
     conversation_.Start(ExamineInTurn(), [this](const std::exception_ptr& failure) {
         again_->setEnabled(true);
-        if (failure)
-            messages_.ShowRunTimeError(failure);
+        if (!failure)
+            return;
+        state_->setText(tr("The examination was broken off"));
+        messages_.ShowFailure(failure);
     });
 }
 

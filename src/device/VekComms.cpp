@@ -146,9 +146,20 @@ void VekComms::showEvent(QShowEvent* event) {
 
 void VekComms::Converse(Task<> task) {
     conversation_.Start(std::move(task), [this](const std::exception_ptr& failure) {
-        if (failure)
-            messages_.ShowRunTimeError(failure);
+        if (!failure)
+            return;
+        Recover();
+        messages_.ShowFailure(failure);
     });
+}
+
+void VekComms::Recover() {
+    ports_->LockChoice(false);
+    ports_->Clear();
+    PleaseWait_->setVisible(false);
+    searchHint_->setVisible(true);
+    Command1_->setEnabled(true);
+    Command1_->setFocus();
 }
 
 void VekComms::Search() {

@@ -79,6 +79,8 @@ class VekComms : public QDialog, private LinkOutcomes, private ProgrammingOutcom
     void Search();
     void Program();
     void DisableButtons();
+    /// A conversation has ended with an exception: all can be tried again.
+    void Recover();
     void AskDoctor();
     Task<> SearchAllPorts();
     Task<> ProgramOnPort(std::size_t row);

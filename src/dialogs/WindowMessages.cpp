@@ -64,6 +64,14 @@ void WindowMessages::ShowRunTimeError(const std::exception_ptr& error) {
     }
 }
 
+void WindowMessages::ShowFailure(const std::exception_ptr& error) {
+    try {
+        ShowRunTimeError(error);
+    } catch (const std::exception& other) {
+        Show(MessageIcon::Exclamation, tr("Error!"), QString::fromStdString(other.what()));
+    }
+}
+
 Task<> WindowMessages::Shown(MessageIcon icon, QString title, QString text) {
     Box box = {.Icon = icon, .Title = std::move(title), .Text = std::move(text)};
     Pause pause(*this, std::move(box));

@@ -31,6 +31,8 @@ class WindowMessages : public QObject {
     /// Shows what ended an event handler or a conversation: a run-time error or exhausted memory, as
     /// "Error!". Rethrows any other exception.
     void ShowRunTimeError(const std::exception_ptr& error);
+    /// The same for a conversation, whose window goes on whatever ended it: any std::exception is shown.
+    void ShowFailure(const std::exception_ptr& error);
 
     // For conversations. Destroying the task withdraws the box.
 

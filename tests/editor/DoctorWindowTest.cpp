@@ -1,6 +1,7 @@
 // What is offered after a search that found no Matrix Vek: the window that examines the ports.
 #include "editor/EditorFixture.h"
 
+#include "device/DoctorWindow.h"
 #include "device/PortTurns.h"
 #include "device/VekComms.h"
 #include "pages/EditorPages.h"
@@ -147,4 +148,29 @@ TEST_F(Doctor, OfTheMenuRefusesWhileOnline) {
     EXPECT_THAT(Lines(*WindowOf(*window)), HasSubstr("Found: COM1 (ttyUSB0)"));
     Trigger(u"LinkDoctor"_s); // and the window may go while it examines
     window.reset();
+}
+
+TEST_F(Doctor, AndTheSearchCanBeTriedAgainAfterAFailure) {
+    bool broken = false;
+    services.FactsOfPort = [&](std::size_t) -> PortFacts {
+        if (broken)
+            throw std::runtime_error("broken");
+        return {};
+    };
+    PortTurns turns;
+    const DeviceTypeList types;
+    const ProgrammingJob job;
+    VekComms form(services, turns, types, job);
+    form.show();
+    broken = true;
+    boxes.ExpectMessage(u"Error!"_s, u"broken"_s);
+    Settle();
+    EXPECT_TRUE(form.findChild<QAbstractButton*>(u"Command1"_s)->isEnabled() && turns.Free());
+    EXPECT_FALSE(form.findChild<QWidget*>(u"Blanking_0"_s)->isVisible());
+    DoctorWindow doctor(services, turns, types, false, &form);
+    doctor.open();
+    boxes.ExpectMessage(u"Error!"_s, u"broken"_s);
+    Settle();
+    EXPECT_EQ(State(doctor), "The examination was broken off");
+    EXPECT_TRUE(doctor.findChild<QAbstractButton*>(u"ExamineAgain"_s)->isEnabled());
 }
