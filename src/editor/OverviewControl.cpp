@@ -12,6 +12,7 @@
 #include "pages/Overview.h"
 #include "pages/OverviewAccessible.h"
 #include "pages/OverviewMenu.h"
+#include "pages/PageHeading.h"
 #include "pages/RemotePanelsPage.h"
 #include "pages/Selectors.h"
 
@@ -91,6 +92,8 @@ void OverviewControl::Make() {
         connect(overview_, &Overview::MenuRequested, this,
                 [this](const QPoint& at) { (new OverviewMenu(*overview_))->popup(at); });
         connect(overview_, &Overview::PrintRequested, &parts_.Exports, &ExportCommands::PrintOverviewCommand);
+        connect(overview_, &Overview::ComparedChanged, this,
+                [this] { parts_.Pages.Heading->ShowCompared(overview_->Compared()); });
         FollowSelectors();
     }
     if (stale_) {

@@ -97,6 +97,7 @@ void Overview::SetCurrent(const OverviewPlace& place) {
 void Overview::Compare(std::vector<std::size_t> modes) {
     compared_ = std::move(modes);
     viewport()->update();
+    Q_EMIT ComparedChanged();
 }
 
 void Overview::ToggleCompared(std::size_t mode) {

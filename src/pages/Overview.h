@@ -52,6 +52,7 @@ class Overview : public QAbstractScrollArea {
     /// For the current place, at a place of the screen.
     void MenuRequested(const QPoint& at);
     void CurrentChanged();
+    void ComparedChanged();
 
   protected:
     bool event(QEvent* event) override;

@@ -21,7 +21,21 @@ void PageHeading::ShowPage(int tab) {
 void PageHeading::ShowPlace(std::size_t mode, std::size_t output, const Names& names) {
     mode_ = NumberAndName(names, NameKind::Mode, mode);
     output_ = NumberAndName(names, NameKind::Output, output);
+    names_ = names;
     ShowText();
+}
+
+void PageHeading::ShowCompared(const std::vector<std::size_t>& modes) {
+    compared_ = modes;
+    ShowText();
+}
+
+QString PageHeading::OverviewText() const {
+    if (compared_.size() != 2)
+        return tr("Overview of all modes and outputs");
+    return tr("Overview: %1 compared with %2")
+        .arg(NumberAndName(names_, NameKind::Mode, compared_[0]),
+             NumberAndName(names_, NameKind::Mode, compared_[1]));
 }
 
 void PageHeading::ShowText() {
@@ -44,7 +58,7 @@ void PageHeading::ShowText() {
         case OnlineTab:
             return tr("Online control of a Matrix Vek");
         default:
-            return tr("Overview of all modes and outputs");
+            return OverviewText();
         }
     };
     if (const QString text = words(); text != this->text()) {

@@ -47,6 +47,11 @@ TEST_F(OverviewTabTest, IsMadeWhenItIsFirstShownAndFollowsTheWindow) {
     EXPECT_FALSE(overview.Content().Rows[3].Used);
     Trigger(u"DEFAULT"_s);
     EXPECT_TRUE(overview.Content().Rows[3].Used);
+    const auto heading = [this] { return Find<QLabel>(u"PageHeading"_s)->text(); };
+    overview.Compare({0, 3});
+    EXPECT_EQ(heading(), u"Overview: Mode 1 compared with Mode 4"_s);
+    overview.Compare({});
+    EXPECT_EQ(heading(), u"Overview of all modes and outputs"_s);
     Trigger(u"EditUndo"_s);
     EXPECT_EQ(tabs->currentIndex(), RemotePanelsTab) << "where the change was";
     EXPECT_FALSE(Shown().Content().Rows[3].Used);
