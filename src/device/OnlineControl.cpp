@@ -29,6 +29,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace vek {
 
@@ -119,8 +120,11 @@ void OnlineControl::Connect() {
 void OnlineControl::Converse(Task<> task) {
     asking_ = false; // a conversation that was cancelled may have been
     conversation_.Start(std::move(task), [this](const std::exception_ptr& failure) {
-        if (failure)
-            messages_.ShowRunTimeError(failure);
+        if (failure) {
+            if (std::exchange(searching_, false))
+                Ports().EndSearch();
+            messages_.ShowFailure(failure);
+        }
         if (closing_)
             Q_EMIT ReadyToClose();
         else
