@@ -51,8 +51,10 @@ void CheckSharedPanels(const Subject& subject, const ModeRecord& mode, std::stri
         text += ' ';
         text += PanelIndexToChar(panel);
         text += " is given to outputs ";
-        for (const std::size_t output : outputs)
-            text += (output == outputs.front() ? "" : ", ") + std::to_string(output + 1);
+        for (const std::size_t output : outputs) {
+            text += output == outputs.front() ? "" : ", ";
+            text += std::to_string(output + 1);
+        }
         text += "; it will only work for output " + findings.Numbers.Number(NameKind::Output, outputs.back());
         findings.Add(Severity::Error, subject, text);
     }
