@@ -11,13 +11,12 @@ class StatementLabel : public QLabel {
     Q_OBJECT
 
   public:
+    static constexpr int lines = 2;
+
     explicit StatementLabel(QWidget* parent = nullptr);
 
     /// `shorter` says the same in fewer words.
     void Show(const QString& text, const QString& shorter);
-
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
 
   protected:
     void paintEvent(QPaintEvent* event) override;

@@ -5,6 +5,7 @@
 #include "controls/LevelTrim.h"
 #include "controls/NameLabel.h"
 #include "controls/StatementLabel.h"
+#include "controls/SteadyPlace.h"
 #include "controls/TextConversion.h"
 #include "controls/WithoutEffect.h"
 #include "model/Levels.h"
@@ -36,6 +37,8 @@ constexpr QColor muteButton(0x8c, 0x10, 0x1a); // styles draw buttons lighter th
 
 constexpr QMargins frameMargins(8, 1, 8, 3); // low: the page above needs the room
 constexpr double buttonText = 1.15;          // of the usual size
+constexpr int levelCharacters = 7;           // at least, as much as a name
+constexpr int stateCharacters = 20;          // of a line, at least
 
 void Colour(QWidget& widget, const QColor& background) {
     QPalette palette;
@@ -128,7 +131,9 @@ OnlineStrip::OnlineStrip(QWidget* parent)
     layout->setSpacing(3);
     // What is true, and the way to silence, stand still when the rest is scrolled.
     auto* firm = new QHBoxLayout;
-    firm->addWidget(OnlineState_, 1);
+    auto* state = new SteadyPlace(OnlineState_, stateCharacters, StatementLabel::lines, this);
+    state->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    firm->addWidget(state, 1);
     firm->addWidget(MakeMuteAll());
     layout->addLayout(firm);
     layout->addWidget(scroll);
@@ -181,7 +186,7 @@ QWidget* OnlineStrip::MakeMutes() {
         Confirmed_[output] = new QLabel(frame);
         Confirmed_[output]->setObjectName(ElementName("Confirmed", output));
         Confirmed_[output]->setAutoFillBackground(false);
-        column->addWidget(Confirmed_[output]);
+        column->addWidget(new SteadyPlace(Confirmed_[output], levelCharacters, 1, frame));
         ShowConfirmed(output, {}, Certainty::Unknown);
     }
     return frame;
