@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::string_view saveKey = "SAVE";
-constexpr int linesWithTexts = 39; // of a window in which the pages can spare a line
+constexpr int linesWithTexts = 42; // of a window in which the pages can spare a line
 
 } // namespace
 
