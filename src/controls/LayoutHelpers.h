@@ -25,7 +25,8 @@ inline QLabel* MakeHint(const QString& text, QWidget* parent) {
 /// For codes and columns: the desktop's fixed-width font, no smaller than the widget's own.
 inline QFont FixedFont(const QWidget& widget) {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setPointSizeF(qMax(font.pointSizeF(), widget.font().pointSizeF()));
+    if (font.pointSizeF() < widget.font().pointSizeF())
+        font.setPointSizeF(widget.font().pointSizeF());
     return font;
 }
 

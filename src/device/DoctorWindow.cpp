@@ -25,7 +25,6 @@ namespace {
 
 constexpr int usualCharacters = 110; // of a line
 constexpr int usualLines = 32;
-
 constexpr int indentCharacters = 2; // of a fact below its port
 
 } // namespace
@@ -125,8 +124,8 @@ void DoctorWindow::ShowLines(std::vector<ReportLine> lines) {
     end.movePosition(QTextCursor::End);
     for (auto line = shown; line != lines_.end(); ++line) {
         end.movePosition(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor);
-        end.movePosition(QTextCursor::PreviousCharacter,
-                         QTextCursor::KeepAnchor); // and the end of that above
+        // And the end of the line above.
+        end.movePosition(QTextCursor::PreviousCharacter, QTextCursor::KeepAnchor);
         end.removeSelectedText();
     }
     for (auto line = wanted; line != lines.end(); ++line)

@@ -178,8 +178,6 @@ Task<> OnlineControl::GoOnline(std::size_t row) {
     co_await session_.ChoosePort(row);
 }
 
-QString OnlineControl::ShortPortName() const { return PortName().section(u' ', 0, 0); }
-
 QString OnlineControl::PortName() const {
     const auto row = Ports().ChosenRow();
     return row ? Ports().PortName(*row) : QString();
@@ -350,7 +348,7 @@ Task<> OnlineControl::Failed(Failure failure) {
     asking_ = true;
     if (IsRestart(failure)) {
         if (session_.Touched())
-            remains_ = StillPlaying(ShortPortName());
+            remains_ = StillPlaying(ShortPortName(PortName()));
         co_await messages_.Shown(MessageIcon::Exclamation, title, text);
     } else {
         const bool disconnect =

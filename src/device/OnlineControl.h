@@ -109,7 +109,6 @@ class OnlineControl : public QObject, private OnlineOutcomes, private OnlineInpu
     void SendAllAgain();
     void SaveTranscript();
     void Tell(const QString& lines);
-    QString ShortPortName() const;
     void Converse(Task<> task);
     void Serve();
     PortRows& Ports() const;

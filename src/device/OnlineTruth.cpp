@@ -3,6 +3,7 @@
 #include "controls/LevelTrim.h"
 #include "controls/TextConversion.h"
 #include "controls/WithoutEffect.h"
+#include "device/ProgrammingTexts.h"
 #include "editing/ModelView.h"
 #include "model/Levels.h"
 #include "pages/TrimPage.h"
@@ -82,7 +83,7 @@ void OnlineTruth::Show() {
     bool alarming = session_.Unanswered() || session_.RestartFailed();
     for (std::size_t output = 0; output < outputCount; ++output)
         alarming = alarming || CertaintyOf(output) == Certainty::Failed;
-    parts_.Strip.ShowState(State(portName_), State(ShortPortName()), alarming);
+    parts_.Strip.ShowState(State(portName_), State(ShortPortName(portName_)), alarming);
 }
 
 void OnlineTruth::ShowOutputs() {
@@ -238,8 +239,6 @@ QString OnlineTruth::Answers(const QString& port) const {
     add(refused, tr("refused"));
     return words;
 }
-
-QString OnlineTruth::ShortPortName() const { return portName_.section(u' ', 0, 0); }
 
 QString OnlineTruth::State(const QString& port) const {
     QStringList parts = {tr("ONLINE %1").arg(port), Heard()};

@@ -38,7 +38,6 @@ class OnlineTruth : public QObject {
     Certainty CertaintyOf(std::size_t output) const;
     std::size_t MutedOutputs() const;
     bool LevelsDiffer() const;
-    QString ShortPortName() const;
     QString State(const QString& port) const;
     QString Heard() const;
     QString Answers(const QString& port) const;

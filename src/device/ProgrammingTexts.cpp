@@ -38,6 +38,8 @@ QString SendsText(const MatrixConfig& config, const std::string& file) {
         .arg(LastVekNetAddress(config.VekNetBase));
 }
 
+QString ShortPortName(const QString& port) { return port.section(u' ', 0, 0); }
+
 QString SearchText(const SearchStep& step) {
     const QString text = QObject::tr("asked at %1 baud, %2 of %3")
                              .arg(FromConstant(step.Settings.substr(0, step.Settings.find(','))))

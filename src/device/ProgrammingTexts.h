@@ -15,6 +15,9 @@ namespace vek {
 /// file.
 QString SendsText(const MatrixConfig& config, const std::string& file);
 
+/// "COM1" of "COM1 (ttyUSB0)"
+QString ShortPortName(const QString& port);
+
 /// "asked at 9600 baud, 1 of 7"
 QString SearchText(const SearchStep& step);
 

@@ -18,10 +18,12 @@ constexpr int stateCharacters = 84;
 constexpr int besideMessage = 40; // at least, while a passing message needs the room
 constexpr int aroundMessage = 8;  // gaps and the grip, in characters
 
-/// Labels are laid out anew when their text is set, so an unchanged text is left alone.
-void SetText(QLabel* label, const QString& text) {
-    if (label->text() != text)
-        label->setText(text);
+/// Labels are laid out anew when their text is set, so an unchanged text is left alone; false for that.
+bool SetText(QLabel* label, const QString& text) {
+    if (label->text() == text)
+        return false;
+    label->setText(text);
+    return true;
 }
 
 } // namespace
@@ -111,9 +113,11 @@ void EditorStatusBar::ShowState(const std::string& readFrom, const QString& onli
     SetText(changes_, ConfigDiffers() ? tr("Unsaved changes") : tr("No unsaved changes"));
     SetText(base_, tr("Base %1-%2").arg(Config.VekNetBase).arg(LastVekNetAddress(Config.VekNetBase)));
     const QString offline = left.isEmpty() ? tr("Offline") : left;
-    SetText(link_, onlinePort.isEmpty() ? offline : tr("Online on %1").arg(onlinePort));
+    const bool linkChanged =
+        SetText(link_, onlinePort.isEmpty() ? offline : tr("Online on %1").arg(onlinePort));
     SetPlainToolTip(*link_, onlinePort.isEmpty() ? left : onlinePort);
-    MakeRoom();
+    if (linkChanged)
+        MakeRoom();
 }
 
 } // namespace vek

@@ -71,8 +71,8 @@ struct OutputTruth {
     std::optional<float> Sent;      ///< the level that was sent last
     bool Pending = false;           ///< its answer is waited for
 
-    std::optional<std::size_t>
-        Input; ///< the route that the device acknowledged last; nothing after a failure
+    /// 0 … 7, of the route that the device acknowledged last; nothing after a failure.
+    std::optional<std::size_t> Input;
 
     // How the last level and the last route came to nothing; empty when the device acknowledged them.
     std::optional<FailureKind> Failed;
