@@ -39,6 +39,8 @@ constexpr QMargins frameMargins(8, 1, 8, 3); // low: the page above needs the ro
 constexpr double buttonText = 1.15;          // of the usual size
 constexpr int levelCharacters = 7;           // at least, as much as a name
 constexpr int stateCharacters = 20;          // of a line, at least
+constexpr int notSentCharacters = 12;
+constexpr int notSentLines = 2; // at least
 
 void Colour(QWidget& widget, const QColor& background) {
     QPalette palette;
@@ -224,12 +226,11 @@ QLayout* OnlineStrip::MakeActions() {
     notSent_->setTextFormat(Qt::PlainText);
     notSent_->setWordWrap(true);
     notSent_->setAlignment(Qt::AlignTop | Qt::AlignLeading);
-    notSent_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
     auto* column = new QVBoxLayout;
     column->setSpacing(2);
     column->addWidget(SafeLevels);
     column->addWidget(SendAllAgain);
-    column->addWidget(notSent_, 1);
+    column->addWidget(new SteadyPlace(notSent_, notSentCharacters, notSentLines, this), 1);
     return column;
 }
 
